@@ -1,0 +1,1 @@
+// The real files of a POSIX system.

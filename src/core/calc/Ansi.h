@@ -1,0 +1,23 @@
+// Windows-1252 and Unicode. Every byte survives the way there and back.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace tallybook::calc::ansi {
+
+char32_t toUnicode(std::uint8_t byte);
+
+// The byte of a code point: exact, else its best fit, else '?'.
+std::uint8_t fromUnicode(char32_t codePoint);
+
+// True when the code point has a byte of its own, not a best fit.
+bool isExact(char32_t codePoint);
+
+std::string toUtf8(std::string_view bytes);
+
+// From UTF-8 in NFC; a malformed byte gives '?'.
+std::string fromUtf8(std::string_view utf8);
+
+} // namespace tallybook::calc::ansi

@@ -1,0 +1,45 @@
+// Numbers read from text and written as text, by the user's region.
+#pragma once
+
+#include "core/platform/Regional.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tallybook::calc {
+
+using platform::Regional;
+
+// The double that the whole text reads as, or nothing when it is not numeric: signs, currency, brackets, group
+// and decimal separators, exponents, &H and &O as the platform's numeric text has them.
+std::optional<double> parseNumber(std::string_view text, const Regional& regional);
+bool isNumeric(std::string_view text, const Regional& regional);
+
+// Conversions of a whole text, the decimal value rounded to the nearest whole number with ties to even; nothing
+// when the text is not numeric or the number is out of range.
+std::optional<std::int16_t> toInt16(std::string_view text, const Regional& regional);
+std::optional<std::int32_t> toInt32(std::string_view text, const Regional& regional);
+std::optional<std::uint8_t> toByte(std::string_view text, const Regional& regional);
+std::optional<float> toSingle(std::string_view text, const Regional& regional);
+
+// "True", "False" or a number other than 0; nothing when it is neither.
+std::optional<bool> toBoolean(std::string_view text, const Regional& regional);
+
+// The number that the text begins with; blanks dropped, the point always '.', 0 when there is none.
+double val(std::string_view text);
+
+// Decimal text: 15 significant digits for a double, 7 for a single (8 or 9 when fewer would not read back), the
+// region's decimal separator, no blank in front.
+std::string decimalText(double value, const Regional& regional);
+std::string decimalText(float value, const Regional& regional);
+
+// The formats "0", "0.0", "0.00", "0.000": decimals 0..3, halves away from zero on the shortest decimal form.
+std::string formatDecimals(double value, int decimals, const Regional& regional);
+std::string formatDecimals(float value, int decimals, const Regional& regional);
+
+// The same for a text; one that is not numeric comes back unchanged.
+std::string formatDecimals(std::string_view text, int decimals, const Regional& regional);
+
+} // namespace tallybook::calc

@@ -1,0 +1,72 @@
+// What is open: the database record, its records, and the state of its window.
+#pragma once
+
+#include "core/model/DatabaseModel.h"
+#include "core/model/EditorState.h"
+#include "core/model/GridModel.h"
+#include "core/model/RecordTables.h"
+
+#include <array>
+#include <bitset>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
+namespace tallybook::model {
+
+// The program owns exactly one for its window. Reading another database's structure fills one of its own.
+struct Document {
+    Document() = default;
+    Document(const Document&) = delete;
+    Document& operator=(const Document&) = delete;
+
+    DatabaseModel CurrDB20;
+    GridModel grd;
+    RecordKeys RecKeys{grd.order()};
+    CellLongTable CellLongs{grd.order()};
+    CellValTable CellVals{grd.order()};
+    int NumDataRecs = 0; // records; the grid has one row more than none
+    int NumFileRecs = 0; // NumDataRecs and the 87 fixed ones
+
+    bool DocModified = false;
+    bool FileOK = false; // the last read or save ended well
+    bool Is2xFormat = true;
+    bool GridReady = false;  // clear while a bulk change runs: the grid's own events then do nothing
+    bool ComboGuard = false; // set while CmbView and CmbFilter are changed by the program
+
+    std::filesystem::path CurrFilePath; // empty for a new database
+    std::filesystem::path CurrFolder;
+    std::filesystem::path TempCopyPath; // images of unchanged cells are read from it; empty when there is none
+    std::string CurrFileName;
+    std::string Caption; // of the document window
+
+    std::uint8_t CurrField = 0; // slot of the cell being edited
+    std::string CurrentView;    // empty: all fields
+    std::uint8_t CurrentFilter = 0; // 0 none, slot + 1
+    std::bitset<MaxFilters> MultiFilterSel;
+    std::array<std::int16_t, kGridColumns> ViewColWidths{};
+    int LastRowInView = 0;
+    std::array<std::string, kPasswordKinds> SessionPwd; // typed right since the database was opened, plain
+    EditorState editor; // the editor that is open over the cell, if any
+};
+
+// True when the database has no record, so that row 2 is the hidden placeholder.
+bool hasNoRecords(const Document& doc);
+
+// Empties the document to a database without records: model, tables, grid (the placeholder row hidden), session
+// passwords and flags. Paths and names are left to the caller.
+void clearDocument(Document& doc);
+
+// Rows for `records` empty records, or the placeholder for 0. Every cell and table entry is emptied; headers,
+// widths and alignments too.
+void resetRows(Document& doc, int records);
+
+// An empty record at the end, in the placeholder when there is none yet. Gives its grid row. The counts of
+// records are updated.
+int appendRecord(Document& doc);
+
+// Takes out the record of a grid row with its table entries; the last record's row becomes the placeholder. The
+// counts of records are updated.
+void removeRecord(Document& doc, int row);
+
+} // namespace tallybook::model
