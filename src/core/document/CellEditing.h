@@ -1,0 +1,78 @@
+// One cell at a time: what opens when a cell is entered, what happens to what was typed.
+#pragma once
+
+#include "core/model/Document.h"
+#include "core/platform/Services.h"
+
+#include <string>
+#include <string_view>
+
+namespace tallybook::document {
+
+inline constexpr int kKeyF2 = 65535; // the key code that asks for the long editor
+inline constexpr int kKeyBlank = 32;
+
+// What is to be opened by whoever shows the document. Everything that needed no window has been done already.
+struct EditAction {
+    enum class Open {
+        Nothing,
+        CellEditor,     // doc.editor tells which and what it holds
+        MemoWindow,     // frmMemoAw with `text`; its OK calls acceptMemo
+        RadioDialog,    // dlgRadio with the items of the slot's list; its OK calls acceptRadio
+        ImageDialog,    // frmEditImage
+        ExternalPicker, // frmExtView
+    };
+    Open open = Open::Nothing;
+    std::string text;             // for the memo window, line feeds alone
+    bool showAutoWriter = false;  // its button CmdAw is visible
+    int selected = -1;            // for the radio dialog, from 0
+};
+
+// Opens the editor of the current cell for a key: a character's code, kKeyBlank for a click, kKeyF2. Changes
+// nothing in column 0, while a view is shown or without records. A Checkbox flips at once; field types that cannot
+// be edited give their message.
+EditAction GridEdit(model::Document& doc, platform::Services& services, int key);
+
+// Commits the open editor: validates, writes the cell and its tables, stamps the record. Always closes the editor;
+// a value that is refused leaves the old text, with the message. Harmless when no editor is open.
+void saveCell(model::Document& doc, platform::Services& services);
+
+// Drops the open editor; nothing is written.
+void cancelEdit(model::Document& doc);
+
+// The OK of the modal editors. The text has line feeds alone and is cut to what the field holds.
+void acceptMemo(model::Document& doc, platform::Services& services, std::string_view text);
+void acceptRadio(model::Document& doc, platform::Services& services, int option); // from 0
+
+// The right button on the date picker: asks, then empties the cell.
+void clearDate(model::Document& doc, platform::Services& services);
+
+// A text typed into Text1 so far, with the automatic capital: the text to show.
+std::string textChanged(model::Document& doc, std::string_view text);
+
+// The keys that the editors answer themselves. `reopen` asks for the long editor at once.
+enum class EditKey { Escape, F2, Enter, Tab, BackTab, Up, Down };
+EditAction editorKey(model::Document& doc, platform::Services& services, EditKey key);
+
+// Moves of the grid's own keys, without an open editor.
+void moveRight(model::Document& doc); // Tab
+void moveLeft(model::Document& doc);  // Shift+Tab
+
+// What cmb1 does when an item is chosen with the mouse or Enter. True when the last entry ("Edit Items...") was
+// chosen and the Design password allows it: the caller opens the list editor.
+bool chooseEntry(model::Document& doc, platform::Services& services, int entry);
+
+// The text of Text1 against the field's type: empty when it is accepted, else the message. May rewrite the text
+// (doubled separators, a missing zero, a completed time).
+std::string ValidateData(model::Document& doc, platform::Services& services);
+
+// A time typed tolerantly: true with the completed text, or false.
+bool CheckTijd(std::string& text, const platform::Regional& regional);
+
+// Rewrites the text of Text1 by the digits of a Float field.
+void FormatFloatEdit(model::Document& doc, platform::Services& services);
+
+// Puts today or now into the fields of the current row whose default is "record updated".
+void doTimeStamp(model::Document& doc, platform::Services& services);
+
+} // namespace tallybook::document

@@ -1,0 +1,67 @@
+// The grid's look: headers, widths, alignment, best fit, and what the mouse and the clipboard do with places in it.
+#pragma once
+
+#include "core/document/CellEditing.h"
+#include "core/model/Document.h"
+#include "core/platform/Services.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tallybook::document {
+
+// The choices of the View menu.
+struct DisplayChoices {
+    bool notUsedFields = true; // mnuViewNotUsedFields
+    bool fieldTypes = true;    // mnuViewFieldTypes
+};
+
+// Names and type names in the header rows, coders for the columns.
+void gridLoadFieldNames20(model::Document& doc, const platform::Regional& regional);
+
+// Widths of unused fields, height of the type row, alignments.
+void FormatGrid(model::Document& doc, const DisplayChoices& choices);
+
+// How wide texts are drawn.
+class TextMeasure {
+public:
+    virtual ~TextMeasure() = default;
+    // Twips of a text as the grid draws it.
+    virtual int textWidth(std::string_view text) const = 0;
+    // Twips of each byte on its own: a bound by sums, so that only the widest texts need textWidth.
+    virtual int characterWidth(unsigned char character) const = 0;
+    virtual int screenWidth() const = 0; // twips
+};
+
+// Widths of all used columns from their texts, the name included, at most a quarter of the screen.
+void bestFit1(model::Document& doc, platform::Services& services, const TextMeasure& measure);
+
+// Where the mouse was pressed, in grid rows and columns.
+struct MousePlace {
+    int row = 0; // 0 and 1 are the headers; rows() when below the last row
+    int col = 0; // 0 is the record number; kScratchColumn when right of the last column
+};
+
+enum class PopUp { None, mnuColumn, mnuRow };
+
+// A press of the left button: asks for the right to change records, commits the open edit, then selects all, a
+// column or a row, or begins editing the cell.
+EditAction leftClick(model::Document& doc, platform::Services& services, MousePlace place);
+
+// A press of the right button selects the column or row and tells which menu to pop up. After the menu,
+// rightClickDone puts the selection back.
+PopUp rightClick(model::Document& doc, platform::Services& services, MousePlace place);
+void rightClickDone(model::Document& doc, platform::Services& services, PopUp shown);
+
+// The selected block as clipboard text: cells joined with tabs, rows with line breaks, check boxes as Y and N.
+std::string CopyGridCells(model::Document& doc, platform::Services& services);
+
+// True when more than one cell is selected.
+bool hasBlock(const model::Document& doc);
+
+// The views and filters of the document as the entries of CmbView and CmbFilter.
+std::vector<std::string> viewEntries(const model::DatabaseModel& db);
+std::vector<std::string> filterEntries(const model::DatabaseModel& db);
+
+} // namespace tallybook::document

@@ -1,0 +1,21 @@
+// Adding and deleting records.
+#pragma once
+
+#include "core/model/Document.h"
+#include "core/platform/Services.h"
+
+namespace tallybook::document {
+
+// The start values of the last row's special cells; with makeNew in a row of its own.
+enum class AddRow { InPlace, MakeNew };
+void addRow(model::Document& doc, AddRow mode);
+
+// Add Record: a read-only database and a full one are refused with their messages. True when a record was added;
+// its first field is then current.
+bool RecordAdd(model::Document& doc, platform::Services& services);
+
+// Delete Record and Delete All, with their questions and passwords. True when something was deleted.
+bool deleteRecord(model::Document& doc, platform::Services& services);
+bool deleteAllRecords(model::Document& doc, platform::Services& services);
+
+} // namespace tallybook::document

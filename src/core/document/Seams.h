@@ -1,0 +1,19 @@
+// What a read and an edit call of the work that is still to come: joins, calculation, views. Each does nothing yet
+// beyond what its comment says.
+#pragma once
+
+#include "core/model/Document.h"
+#include "core/platform/Services.h"
+
+namespace tallybook::document {
+
+// Fills join and lookup columns from the other databases. Until then a join shows its stored key.
+void loadExternalData(model::Document& doc, platform::Services& services);
+
+// Fills calculated columns. Until then they show the results that the file carries.
+void recalcExpressions(model::Document& doc, platform::Services& services);
+
+// Applies the start view and filter. Until then all fields and records are shown.
+void AddViewFilterInfo(model::Document& doc, platform::Services& services);
+
+} // namespace tallybook::document
