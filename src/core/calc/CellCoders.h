@@ -36,6 +36,8 @@ inline std::uint32_t packDate(int year, int month, int day) {
     return static_cast<std::uint32_t>(year) << 16 | static_cast<std::uint32_t>(month) << 8 |
            static_cast<std::uint32_t>(day);
 }
-inline std::uint32_t packTime(int hour, int minute, int second) { return packDate(hour, minute, second); }
+inline std::uint32_t packTime(int hour, int minute, int second) {
+    return packDate(hour, minute, second);
+}
 
 } // namespace tallybook::calc

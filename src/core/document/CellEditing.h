@@ -23,9 +23,9 @@ struct EditAction {
         ExternalPicker, // frmExtView
     };
     Open open = Open::Nothing;
-    std::string text;             // for the memo window, line feeds alone
-    bool showAutoWriter = false;  // its button CmdAw is visible
-    int selected = -1;            // for the radio dialog, from 0
+    std::string text;            // for the memo window, line feeds alone
+    bool showAutoWriter = false; // its button CmdAw is visible
+    int selected = -1;           // for the radio dialog, from 0
 };
 
 // Opens the editor of the current cell for a key: a character's code, kKeyBlank for a click, kKeyF2. Changes

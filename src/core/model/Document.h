@@ -40,14 +40,14 @@ struct Document {
     std::string CurrFileName;
     std::string Caption; // of the document window
 
-    std::uint8_t CurrField = 0; // slot of the cell being edited
-    std::string CurrentView;    // empty: all fields
+    std::uint8_t CurrField = 0;     // slot of the cell being edited
+    std::string CurrentView;        // empty: all fields
     std::uint8_t CurrentFilter = 0; // 0 none, slot + 1
     std::bitset<MaxFilters> MultiFilterSel;
     std::array<std::int16_t, kGridColumns> ViewColWidths{};
     int LastRowInView = 0;
     std::array<std::string, kPasswordKinds> SessionPwd; // typed right since the database was opened, plain
-    EditorState editor; // the editor that is open over the cell, if any
+    EditorState editor;                                 // the editor that is open over the cell, if any
 };
 
 // True when the database has no record, so that row 2 is the hidden placeholder.

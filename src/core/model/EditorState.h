@@ -14,10 +14,10 @@ struct EditorState {
     EditorKind kind = EditorKind::None;
     int row = 0; // grid cell that is being edited
     int col = 0;
-    std::string text;        // of Text1 and MebSpin
+    std::string text;         // of Text1 and MebSpin
     bool allSelected = false; // at the start: the next key replaces the text
     bool rightAligned = false;
-    std::int32_t spin = 0;    // value of UpDown1
+    std::int32_t spin = 0; // value of UpDown1
     std::int32_t spinMin = 0;
     std::int32_t spinMax = 0;
     std::vector<std::string> entries; // of cmb1

@@ -37,21 +37,37 @@ inline constexpr int kFieldTypes = 23;
 
 // Display names of the types, by code.
 inline constexpr std::array<std::string_view, kFieldTypes> FieldTypeNames = {
-    "Not Used",      "Text",           "Integer",
-    "Long",          "Float",          "List",
-    "Checkbox",      "Date",           "Time",
-    "Expression",    "Memo",           "Key",
-    "DB Join",       "DB Lookup",      "One to Many",
-    "Address Book Join", "Address Book Lookup", "Radio Button",
-    "Image",         "Conditional Expression", "Auto Incremental",
-    "Plugin",        "Adv Expression"};
+    "Not Used",
+    "Text",
+    "Integer",
+    "Long",
+    "Float",
+    "List",
+    "Checkbox",
+    "Date",
+    "Time",
+    "Expression",
+    "Memo",
+    "Key",
+    "DB Join",
+    "DB Lookup",
+    "One to Many",
+    "Address Book Join",
+    "Address Book Lookup",
+    "Radio Button",
+    "Image",
+    "Conditional Expression",
+    "Auto Incremental",
+    "Plugin",
+    "Adv Expression",
+};
 
 // Names of the handheld address book's fields, by the number that joins store.
 inline constexpr std::array<std::string_view, 28> AddressBookFieldNames = {
-    " ",          "Sort Field", "First Last", "Last, First", "Company, Last", "Last",  "First",
-    "Company",    "First Phone", "Work Phone", "Home Phone", "Fax",           "Other", "E-mail",
-    "Main",       "Pager",      "Mobile",     "Address",     "City",          "State", "Zip code",
-    "Country",    "Title",      "Custom 1",   "Custom 2",    "Custom 3",      "Custom 4", "Note"};
+    " ",       "Sort Field",  "First Last", "Last, First", "Company, Last", "Last",     "First",
+    "Company", "First Phone", "Work Phone", "Home Phone",  "Fax",           "Other",    "E-mail",
+    "Main",    "Pager",       "Mobile",     "Address",     "City",          "State",    "Zip code",
+    "Country", "Title",       "Custom 1",   "Custom 2",    "Custom 3",      "Custom 4", "Note"};
 
 // The display name of a type; empty for a code above 22, which a damaged file can hold.
 constexpr std::string_view fieldTypeName(FieldType type) {

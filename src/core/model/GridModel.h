@@ -18,8 +18,8 @@ namespace tallybook::model {
 enum class Picture : std::uint8_t { None = 0, CheckOn = 1, CheckOff = 2 };
 enum class Alignment : std::uint8_t { LeftCentre, RightCentre };
 
-inline constexpr int kDefaultSize = -1;          // a height or width that the window chooses
-inline constexpr int kNumberColumnWidth = 480;   // twips
+inline constexpr int kDefaultSize = -1;        // a height or width that the window chooses
+inline constexpr int kNumberColumnWidth = 480; // twips
 inline constexpr int kHeaderRows = 2;
 
 // The current cell and the other corner of the selection.
@@ -47,9 +47,9 @@ public:
     // Shape. reset() empties every cell, height, width and alignment and leaves the given number of data rows
     // (at least 1), each of the default height.
     void reset(int dataRows);
-    std::uint32_t appendRow();  // an empty row at the end; gives its id
-    void removeRow(int row);    // a data row, not the last one left
-    void clearRow(int row);     // texts, pictures and colours of a data row
+    std::uint32_t appendRow(); // an empty row at the end; gives its id
+    void removeRow(int row);   // a data row, not the last one left
+    void clearRow(int row);    // texts, pictures and colours of a data row
     // Puts data row order[i] at place i, both from 0. Heights travel with their rows.
     void permuteRows(const std::vector<std::uint32_t>& order);
 
@@ -82,8 +82,8 @@ public:
 
     // Rows of a height other than 0, headers left out, in order.
     int visibleRows() const;
-    int visibleRow(int position) const;    // the grid row at a position from 0
-    int visiblePosition(int row) const;    // the position of a row, or of the next visible one; may be visibleRows()
+    int visibleRow(int position) const; // the grid row at a position from 0
+    int visiblePosition(int row) const; // the position of a row, or of the next visible one; may be visibleRows()
 
     // Current cell. setCell puts both corners of the selection on one cell.
     const GridPlace& place() const { return m_place; }

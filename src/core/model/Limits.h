@@ -22,12 +22,12 @@ inline constexpr int kTextLength = 254;  // characters of a text value
 inline constexpr int kMemoLength = 4096; // characters of a memo value
 inline constexpr int kNameLength = 31;   // characters of the database's name, a NUL behind it
 
-inline constexpr int kFixedRecords = 87;       // records 0..86 hold properties
-inline constexpr int kMaxDataRecords = 65448;  // 65,535 records of the container less the fixed ones
-inline constexpr int kFirstDataRow = 2;        // rows 0 and 1 of the grid are headers
-inline constexpr int kGridColumns = 83;        // record number, slots 0..80, scratch
-inline constexpr int kNumberColumn = 0;        // column of the record number
-inline constexpr int kScratchColumn = 82;      // column of width 0, used by sorting
+inline constexpr int kFixedRecords = 87;      // records 0..86 hold properties
+inline constexpr int kMaxDataRecords = 65448; // 65,535 records of the container less the fixed ones
+inline constexpr int kFirstDataRow = 2;       // rows 0 and 1 of the grid are headers
+inline constexpr int kGridColumns = 83;       // record number, slots 0..80, scratch
+inline constexpr int kNumberColumn = 0;       // column of the record number
+inline constexpr int kScratchColumn = 82;     // column of width 0, used by sorting
 
 // The grid's column of a field slot.
 constexpr int columnOfSlot(int slot) {

@@ -6,7 +6,7 @@ namespace tallybook::model {
 
 namespace {
 
-constexpr std::size_t kShortLength = 255; // the length byte that says that four bytes of length follow
+constexpr std::size_t kShortLength = 255;    // the length byte that says that four bytes of length follow
 constexpr std::uint32_t kCompactFrom = 4096; // unused bytes of a block before it is worth packing
 
 std::size_t storedSize(std::size_t length) {

@@ -42,8 +42,8 @@ private:
         std::array<std::uint64_t, 4> filled{};
         std::array<std::uint64_t, 4> plain{};
         std::vector<std::uint32_t> words;
-        std::string texts;            // each a length (1 byte, or 255 and 4 bytes) and its bytes
-        std::uint32_t unused = 0;     // bytes of texts that no row uses any more
+        std::string texts;        // each a length (1 byte, or 255 and 4 bytes) and its bytes
+        std::uint32_t unused = 0; // bytes of texts that no row uses any more
     };
 
     Block& blockFor(std::uint32_t row);

@@ -20,16 +20,14 @@ enum class ErrorKind : std::uint8_t {
 
 struct Error {
     ErrorKind kind = ErrorKind::Internal;
-    std::string tag;              // the operation's name, as "Load_DBProps : readLists"
-    std::string text;             // the reason, a sentence without its place
-    std::optional<int> record{};  // number of the file's record, from 0
+    std::string tag;                       // the operation's name, as "Load_DBProps : readLists"
+    std::string text;                      // the reason, a sentence without its place
+    std::optional<int> record{};           // number of the file's record, from 0
     std::optional<std::uint64_t> offset{}; // byte of the file, from 0
-    int number = 0;               // the system's error number, 0 for none
+    int number = 0;                        // the system's error number, 0 for none
 
     // The reason with its place in front: "Record 85: 200 views, at most 13".
-    std::string description() const {
-        return record ? "Record " + std::to_string(*record) + ": " + text : text;
-    }
+    std::string description() const { return record ? "Record " + std::to_string(*record) + ": " + text : text; }
 };
 
 template <class T> class [[nodiscard]] Result {

@@ -20,8 +20,8 @@ struct Message {
     std::string text;
     Icon icon = Icon::None;
     Buttons buttons = Buttons::Ok;
-    std::string title;                      // empty: the program's name
-    std::optional<Answer> preferred = {};   // the default button; nothing: the first one
+    std::string title;                    // empty: the program's name
+    std::optional<Answer> preferred = {}; // the default button; nothing: the first one
 };
 
 // What the user made of the error dialog.
