@@ -1,0 +1,79 @@
+#include "core/calc/SingleText.h"
+
+#include "core/calc/Decimal.h"
+
+#include <bit>
+#include <charconv>
+#include <cmath>
+#include <optional>
+
+namespace tallybook::calc {
+
+namespace {
+
+constexpr std::uint32_t kHiddenBit = 1u << 23;
+
+// A single's magnitude times 10^decimals, rounded on its shortest decimal form; nothing when that takes more than
+// integer arithmetic. The single is mantissa * 2^exponent and stands for every real number within half a unit of
+// its last bit. When no half of a displayed place lies among those, every form of it rounds alike. When one does,
+// and the decimals of one place more are further apart than that, the half itself is the shortest form.
+std::optional<std::uint64_t> scaledMagnitude(std::uint32_t bits, int decimals) {
+    const std::uint32_t power = kPowersOfTen[decimals];
+    const int exponent = static_cast<int>(bits >> 23 & 0xFF) - 150;
+    if (exponent == -150)
+        return 0; // below every displayed place
+    const std::uint64_t mantissa = (bits & (kHiddenBit - 1)) | kHiddenBit;
+    if (exponent >= 0)
+        return exponent <= 29 ? std::optional((mantissa << exponent) * power) : std::nullopt;
+    const int shift = -exponent;
+    if (shift > 35)
+        return 0; // mantissa * 1000 is below 2^34
+    const std::uint64_t product = mantissa * power;
+    const std::uint64_t whole = product >> shift;
+    const std::uint64_t unit = std::uint64_t{1} << shift;
+    const auto fromHalf =
+        2 * static_cast<std::int64_t>(product & (unit - 1)) - static_cast<std::int64_t>(unit); // in half bits
+    if (std::abs(fromHalf) > power)
+        return whole + (fromHalf > 0 ? 1 : 0);
+    const bool atBorder = std::abs(fromHalf) == power || (mantissa == kHiddenBit && fromHalf != 0);
+    if (atBorder || std::uint64_t{10} * power >= unit)
+        return std::nullopt;
+    return whole + 1;
+}
+
+} // namespace
+
+void appendScaled(bool negative, std::uint64_t scaled, int decimals, char point, std::string& out) {
+    char text[24];
+    char* end = text;
+    if (negative && scaled != 0)
+        *end++ = '-';
+    const std::uint64_t whole = scaled / kPowersOfTen[decimals];
+    end = std::to_chars(end, text + sizeof text, whole).ptr;
+    if (decimals > 0) {
+        auto rest = static_cast<std::uint32_t>(scaled - whole * kPowersOfTen[decimals]);
+        *end = point;
+        for (int place = decimals; place > 0; --place, rest /= 10)
+            end[place] = static_cast<char>('0' + rest % 10);
+        end += decimals + 1;
+    }
+    out.append(text, end);
+}
+
+void appendSingleByDigits(float value, int decimals, char point, std::string& out) {
+    if (!std::isfinite(value))
+        return;
+    Decimal number = shortestDigits(value);
+    roundToPlaces(number, decimals);
+    appendPlain(number, decimals, point, out);
+}
+
+void appendSingle(float value, int decimals, char point, std::string& out) {
+    const auto bits = std::bit_cast<std::uint32_t>(value);
+    if (const auto scaled = scaledMagnitude(bits, decimals))
+        appendScaled(bits >> 31 != 0, *scaled, decimals, point, out);
+    else
+        appendSingleByDigits(value, decimals, point, out);
+}
+
+} // namespace tallybook::calc
