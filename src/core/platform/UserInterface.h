@@ -20,7 +20,7 @@ struct Message {
     std::string text;
     Icon icon = Icon::None;
     Buttons buttons = Buttons::Ok;
-    std::string title;                    // empty: the program's name
+    std::string title = {};               // empty: the program's name
     std::optional<Answer> preferred = {}; // the default button; nothing: the first one
 };
 

@@ -1,0 +1,177 @@
+#include "support/MemoryFiles.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <utility>
+
+namespace tallybook::test {
+
+namespace {
+
+using platform::Bytes;
+using platform::Error;
+using platform::ErrorKind;
+using platform::FileKind;
+using platform::FileState;
+using platform::Result;
+using platform::Status;
+using std::filesystem::path;
+
+Error failure(const path& path, int number) {
+    return {
+        .kind = ErrorKind::File, .tag = {}, .text = path.string() + ": " + std::strerror(number), .number = number};
+}
+
+} // namespace
+
+class MemoryOutput : public platform::OutputFile {
+public:
+    MemoryOutput(MemoryFiles& files, path path) : m_files(files), m_path(std::move(path)) {}
+
+    Result<std::size_t> write(platform::ByteSpan bytes) override {
+        if (const auto error = m_files.enter(m_path))
+            return *error;
+        const std::size_t taken = std::min(bytes.size(), m_files.m_largestWrite);
+        Bytes& file = m_files.m_files[m_path];
+        file.insert(file.end(), bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(taken));
+        return taken;
+    }
+    Status sync() override { return call(); }
+    Status close() override { return call(); }
+
+private:
+    Status call() {
+        const auto error = m_files.enter(m_path);
+        return error ? Status(*error) : Status();
+    }
+
+    MemoryFiles& m_files;
+    path m_path;
+};
+
+void MemoryFiles::addFolder(const path& path) {
+    for (auto folder = path; m_folders.insert(folder).second; folder = folder.parent_path()) {
+    }
+}
+
+void MemoryFiles::put(const path& path, Bytes bytes) {
+    addFolder(path.parent_path());
+    m_files[path] = std::move(bytes);
+}
+
+const Bytes& MemoryFiles::bytes(const path& path) const {
+    static const Bytes kNone;
+    const auto found = m_files.find(path);
+    EXPECT_NE(found, m_files.end()) << "no file " << path;
+    return found == m_files.end() ? kNone : found->second;
+}
+
+void MemoryFiles::failAt(int nth, int number) {
+    m_failingCall = m_calls + nth;
+    m_failure = number;
+}
+
+std::optional<Error> MemoryFiles::enter(const path& path) {
+    return ++m_calls == m_failingCall ? std::optional(failure(path, m_failure)) : std::nullopt;
+}
+
+Result<FileState> MemoryFiles::state(const path& path) {
+    if (const auto error = enter(path))
+        return *error;
+    if (isFolder(path))
+        return FileState{FileKind::Folder, 0};
+    return has(path) ? FileState{FileKind::Regular, m_files[path].size()} : FileState{};
+}
+
+Result<Bytes> MemoryFiles::read(const path& path) {
+    if (const auto error = enter(path))
+        return *error;
+    if (!has(path))
+        return failure(path, isFolder(path) ? EISDIR : ENOENT);
+    return m_files[path];
+}
+
+Result<Bytes> MemoryFiles::readPart(const path& path, std::uint64_t offset, std::size_t count) {
+    auto whole = read(path);
+    if (!whole)
+        return whole;
+    const Bytes& bytes = whole.value();
+    const std::size_t from = std::min<std::uint64_t>(offset, bytes.size());
+    const std::size_t length = std::min(count, bytes.size() - from);
+    const auto begin = bytes.begin() + static_cast<std::ptrdiff_t>(from);
+    return Bytes(begin, begin + static_cast<std::ptrdiff_t>(length));
+}
+
+Result<std::unique_ptr<platform::OutputFile>> MemoryFiles::create(const path& path, const std::filesystem::path&) {
+    if (const auto error = enter(path))
+        return *error;
+    if (has(path) || isFolder(path))
+        return failure(path, EEXIST);
+    if (!isFolder(path.parent_path()))
+        return failure(path, ENOENT);
+    m_files[path];
+    return std::unique_ptr<platform::OutputFile>(std::make_unique<MemoryOutput>(*this, path));
+}
+
+Status MemoryFiles::rename(const path& from, const path& to) {
+    if (const auto error = enter(from))
+        return *error;
+    if (!has(from) || !isFolder(to.parent_path()))
+        return failure(from, ENOENT);
+    if (isFolder(to))
+        return failure(to, EISDIR);
+    auto bytes = std::move(m_files[from]);
+    m_files.erase(from);
+    m_files[to] = std::move(bytes);
+    return {};
+}
+
+Status MemoryFiles::remove(const path& path) {
+    if (const auto error = enter(path))
+        return *error;
+    if (m_files.erase(path) == 0)
+        return failure(path, isFolder(path) ? EISDIR : ENOENT);
+    return {};
+}
+
+Status MemoryFiles::makeFolder(const path& path) {
+    if (const auto error = enter(path))
+        return *error;
+    if (has(path) || isFolder(path))
+        return failure(path, EEXIST);
+    if (!isFolder(path.parent_path()))
+        return failure(path, ENOENT);
+    m_folders.insert(path);
+    return {};
+}
+
+Status MemoryFiles::syncFolder(const path& path) {
+    if (const auto error = enter(path))
+        return *error;
+    return isFolder(path) ? Status() : Status(failure(path, ENOENT));
+}
+
+Result<std::vector<path>> MemoryFiles::list(const path& folder) {
+    if (const auto error = enter(folder))
+        return *error;
+    if (!isFolder(folder))
+        return failure(folder, ENOENT);
+    std::vector<path> names;
+    for (const auto& [file, bytes] : m_files)
+        if (file.parent_path() == folder)
+            names.push_back(file.filename());
+    for (const path& inner : m_folders)
+        if (inner != folder && inner.parent_path() == folder)
+            names.push_back(inner.filename());
+    return names;
+}
+
+Result<path> MemoryFiles::resolve(const path& path) {
+    if (const auto error = enter(path))
+        return *error;
+    return path;
+}
+
+} // namespace tallybook::test

@@ -1,0 +1,59 @@
+// Files that live in memory, with one call that can be made to fail.
+#pragma once
+
+#include "core/platform/Files.h"
+
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+
+namespace tallybook::test {
+
+// Paths are absolute and compared as they stand; there are no links. A file's folder must exist.
+class MemoryFiles : public platform::Files {
+public:
+    // Puts a file there, with the folders above it.
+    void put(const std::filesystem::path& path, platform::Bytes bytes);
+    void addFolder(const std::filesystem::path& path); // with the folders above it
+
+    bool has(const std::filesystem::path& path) const { return m_files.contains(path); }
+    const platform::Bytes& bytes(const std::filesystem::path& path) const; // fails the test when missing
+    std::size_t count() const { return m_files.size(); }                   // files, no folders
+
+    // Calls so far, those of open output files included.
+    int calls() const { return m_calls; }
+    // From now on the nth call (from 1) fails with the system's error number; the ones behind it work again.
+    void failAt(int nth, int number);
+    // At most this many bytes are taken by one write.
+    void setLargestWrite(std::size_t bytes) { m_largestWrite = bytes; }
+
+    platform::Result<platform::FileState> state(const std::filesystem::path& path) override;
+    platform::Result<platform::Bytes> read(const std::filesystem::path& path) override;
+    platform::Result<platform::Bytes> readPart(const std::filesystem::path& path, std::uint64_t offset,
+                                               std::size_t count) override;
+    platform::Result<std::unique_ptr<platform::OutputFile>> create(const std::filesystem::path& path,
+                                                                   const std::filesystem::path& like) override;
+    platform::Status rename(const std::filesystem::path& from, const std::filesystem::path& to) override;
+    platform::Status remove(const std::filesystem::path& path) override;
+    platform::Status makeFolder(const std::filesystem::path& path) override;
+    platform::Status syncFolder(const std::filesystem::path& path) override;
+    platform::Result<std::vector<std::filesystem::path>> list(const std::filesystem::path& folder) override;
+    platform::Result<std::filesystem::path> resolve(const std::filesystem::path& path) override;
+
+private:
+    friend class MemoryOutput;
+
+    // Counts a call; its error when it is the one that fails.
+    std::optional<platform::Error> enter(const std::filesystem::path& path);
+    bool isFolder(const std::filesystem::path& path) const { return m_folders.contains(path); }
+
+    std::map<std::filesystem::path, platform::Bytes> m_files;
+    std::set<std::filesystem::path> m_folders{"/"};
+    int m_calls = 0;
+    int m_failingCall = 0;
+    int m_failure = 0;
+    std::size_t m_largestWrite = static_cast<std::size_t>(-1);
+};
+
+} // namespace tallybook::test
