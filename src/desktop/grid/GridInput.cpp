@@ -1,0 +1,287 @@
+// What the mouse and the keys do in the grid.
+#include "core/calc/Ansi.h"
+#include "desktop/grid/GridView.h"
+#include "desktop/platform/Text.h"
+#include "desktop/platform/Twips.h"
+
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QScrollBar>
+#include <QWheelEvent>
+
+#include <algorithm>
+
+namespace tallybook::desktop {
+
+namespace {
+
+constexpr int kLeastWidth = 8; // pixels: a column dragged smaller could not be taken hold of again
+
+} // namespace
+
+void GridView::startColumnDrag(int column, QPoint point) {
+    emit leavingCell();
+    m_dragColumn = column;
+    m_dragGrip = point.x() - (m_geometry.left(column) + m_geometry.columnWidth(column));
+}
+
+void GridView::mousePressEvent(QMouseEvent* event) {
+    if (m_grid == nullptr)
+        return;
+    const QPoint point = event->position().toPoint();
+    if (event->button() != Qt::LeftButton)
+        return;
+    const int edge = m_geometry.edgeAt(point);
+    if (edge >= 0) {
+        startColumnDrag(edge, point);
+        return;
+    }
+    emit leavingCell();
+    m_pressed = placeAt(point);
+    m_blockDragged = false;
+    const bool onCell = m_pressed->row >= model::kFirstDataRow && m_pressed->row < m_grid->rows() &&
+                        m_pressed->col >= 1 && m_pressed->col < model::kScratchColumn;
+    if (onCell && event->modifiers().testFlag(Qt::ShiftModifier)) {
+        m_blockDragged = true;
+        extendTo(*m_pressed);
+    } else if (onCell) {
+        goTo(m_pressed->row, m_pressed->col, Extend::No);
+    }
+}
+
+void GridView::mouseMoveEvent(QMouseEvent* event) {
+    if (m_grid == nullptr)
+        return;
+    const QPoint point = event->position().toPoint();
+    if (m_dragColumn >= 0) {
+        const int width = std::max(kLeastWidth, point.x() - m_dragGrip - m_geometry.left(m_dragColumn));
+        emit columnResized(m_dragColumn, static_cast<int>(twipsOf(width, logicalDpiX())));
+        return;
+    }
+    updateCursorShape(point);
+    if (m_pressed && event->buttons().testFlag(Qt::LeftButton))
+        extendTo(placeAt(point));
+}
+
+void GridView::updateCursorShape(QPoint point) {
+    if (m_geometry.edgeAt(point) >= 0)
+        viewport()->setCursor(Qt::SplitHCursor);
+    else
+        viewport()->unsetCursor();
+}
+
+// The mouse is over another cell with the button down: the block grows or shrinks.
+void GridView::extendTo(const document::MousePlace& place) {
+    const bool startedOnCell = m_pressed->row >= model::kFirstDataRow && m_pressed->row < m_grid->rows() &&
+                               m_pressed->col >= 1 && m_pressed->col < model::kScratchColumn;
+    if (!startedOnCell || m_grid->row() < model::kFirstDataRow)
+        return;
+    const int row = std::clamp(place.row, model::kFirstDataRow, m_grid->rows() - 1);
+    const int column = std::clamp(place.col, 1, model::kScratchColumn - 1);
+    if (row == m_grid->place().RowSel && column == m_grid->place().ColSel)
+        return;
+    m_blockDragged = true;
+    m_grid->select(row, column);
+    showCell(row, column);
+    viewport()->update();
+}
+
+void GridView::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton)
+        return;
+    if (m_dragColumn >= 0) {
+        m_dragColumn = -1;
+        return;
+    }
+    if (!m_pressed)
+        return;
+    const document::MousePlace place = *m_pressed;
+    m_pressed.reset();
+    if (m_blockDragged)
+        emit blockSelected();
+    else
+        emit clicked(place);
+}
+
+void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (m_grid == nullptr || event->button() != Qt::LeftButton)
+        return;
+    const int edge = m_geometry.edgeAt(event->position().toPoint());
+    if (edge < 0) {
+        mousePressEvent(event);
+        return;
+    }
+    m_dragColumn = -1;
+    emit bestFitRequested(edge);
+}
+
+void GridView::contextMenuEvent(QContextMenuEvent* event) {
+    if (m_grid == nullptr)
+        return;
+    if (event->reason() == QContextMenuEvent::Mouse) {
+        emit rightPressed(placeAt(event->pos()), event->globalPos());
+        return;
+    }
+    // The menu key opens the menu of the current record.
+    if (!hasRecords() || m_grid->row() < model::kFirstDataRow)
+        return;
+    const QRect cell = cellRect(m_grid->row(), m_grid->col());
+    emit rightPressed({m_grid->row(), model::kNumberColumn}, viewport()->mapToGlobal(cell.bottomLeft()));
+}
+
+// A wheel moves by whole rows, a touch pad by pixels.
+void GridView::wheelEvent(QWheelEvent* event) {
+    if (!event->pixelDelta().isNull()) {
+        horizontalScrollBar()->setValue(horizontalScrollBar()->value() - event->pixelDelta().x());
+        verticalScrollBar()->setValue(verticalScrollBar()->value() - event->pixelDelta().y());
+        event->accept();
+        return;
+    }
+    QAbstractScrollArea::wheelEvent(event);
+}
+
+bool GridView::focusNextPrevChild(bool) {
+    return false; // Tab moves in the grid; the window's Ctrl+Tab leaves it
+}
+
+std::optional<GridView::Step> GridView::stepOf(const QKeyEvent& event) {
+    const bool control = event.modifiers().testFlag(Qt::ControlModifier);
+    switch (event.key()) {
+    case Qt::Key_Left:
+        return control ? Step::Home : Step::Left;
+    case Qt::Key_Right:
+        return control ? Step::End : Step::Right;
+    case Qt::Key_Up:
+        return Step::Up;
+    case Qt::Key_Down:
+        return Step::Down;
+    case Qt::Key_PageUp:
+        return Step::PageUp;
+    case Qt::Key_PageDown:
+        return Step::PageDown;
+    case Qt::Key_Home:
+        return control ? Step::First : Step::Home;
+    case Qt::Key_End:
+        return control ? Step::Last : Step::End;
+    default:
+        return std::nullopt;
+    }
+}
+
+bool GridView::moveByKey(const QKeyEvent& event) {
+    const auto step = stepOf(event);
+    if (!step)
+        return false;
+    move(*step, event.modifiers().testFlag(Qt::ShiftModifier) ? Extend::Yes : Extend::No);
+    return true;
+}
+
+void GridView::keyPressEvent(QKeyEvent* event) {
+    if (!hasRecords()) {
+        event->ignore();
+        return;
+    }
+    const bool tab = event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab;
+    if (tab && event->modifiers().testFlag(Qt::ControlModifier)) {
+        QAbstractScrollArea::focusNextPrevChild(event->key() == Qt::Key_Tab);
+    } else if (tab) {
+        emit tabPressed(event->key() == Qt::Key_Backtab || event->modifiers().testFlag(Qt::ShiftModifier));
+    } else if (event->key() == Qt::Key_F2) {
+        emit keyTyped(document::kKeyF2, {});
+    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        emit keyTyped('\r', {});
+    } else if (event->key() == Qt::Key_Backspace) {
+        emit keyTyped('\b', {});
+    } else if (!moveByKey(*event)) {
+        const Qt::KeyboardModifiers command = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+        const bool text = !event->text().isEmpty() && event->text().at(0).isPrint() &&
+                          ((event->modifiers() & command) == 0 || event->modifiers() == command);
+        if (text)
+            typeText(event->text());
+        else
+            event->ignore();
+    }
+}
+
+void GridView::typeText(const QString& text) {
+    const std::string bytes = fromQt(text);
+    if (!bytes.empty())
+        emit keyTyped(static_cast<unsigned char>(bytes.front()), toQt(std::string_view(bytes).substr(1)));
+}
+
+void GridView::inputMethodEvent(QInputMethodEvent* event) {
+    if (hasRecords() && !event->commitString().isEmpty())
+        typeText(event->commitString());
+    event->accept();
+}
+
+QVariant GridView::inputMethodQuery(Qt::InputMethodQuery query) const {
+    if (query == Qt::ImEnabled)
+        return true;
+    if (query == Qt::ImCursorRectangle && hasRecords())
+        return cellRect(m_grid->row(), m_grid->col());
+    return QAbstractScrollArea::inputMethodQuery(query);
+}
+
+int GridView::rowAfter(int row, int positions) const {
+    const int last = m_grid->visibleRows() - 1;
+    const int position = row < model::kFirstDataRow ? 0 : m_grid->visiblePosition(row);
+    return m_grid->visibleRow(std::clamp(position + positions, 0, last));
+}
+
+// The next column with a width in a direction, or the same one when there is none.
+int GridView::columnAfter(int column, int direction) const {
+    for (int next = column + direction; next >= 1 && next < model::kScratchColumn; next += direction)
+        if (m_geometry.columnWidth(next) > 0)
+            return next;
+    return column;
+}
+
+int GridView::edgeColumn(int direction) const {
+    return direction > 0 ? columnAfter(model::kScratchColumn, -1) : columnAfter(0, 1);
+}
+
+void GridView::move(Step step, Extend extend) {
+    const model::GridPlace& place = m_grid->place();
+    const int row = extend == Extend::Yes ? place.RowSel : place.Row;
+    const int column = std::max(1, extend == Extend::Yes ? place.ColSel : place.Col);
+    const int page = std::max(1, (viewport()->height() - m_geometry.headerHeight()) / m_geometry.rowHeight() - 1);
+    switch (step) {
+    case Step::Left:
+        return goTo(rowAfter(row, 0), columnAfter(column, -1), extend);
+    case Step::Right:
+        return goTo(rowAfter(row, 0), columnAfter(column, 1), extend);
+    case Step::Up:
+        return goTo(rowAfter(row, -1), column, extend);
+    case Step::Down:
+        return goTo(rowAfter(row, row < model::kFirstDataRow ? 0 : 1), column, extend);
+    case Step::PageUp:
+        return goTo(rowAfter(row, -page), column, extend);
+    case Step::PageDown:
+        return goTo(rowAfter(row, page), column, extend);
+    case Step::Home:
+        return goTo(rowAfter(row, 0), edgeColumn(-1), extend);
+    case Step::End:
+        return goTo(rowAfter(row, 0), edgeColumn(1), extend);
+    case Step::First:
+        return goTo(m_grid->visibleRow(0), edgeColumn(-1), extend);
+    case Step::Last:
+        return goTo(m_grid->visibleRow(m_grid->visibleRows() - 1), edgeColumn(1), extend);
+    }
+}
+
+void GridView::goTo(int row, int column, Extend extend) {
+    const bool moves = row != m_grid->row() || column != m_grid->col();
+    if (moves)
+        emit leavingCell();
+    if (extend == Extend::Yes && m_grid->row() >= model::kFirstDataRow)
+        m_grid->select(row, column);
+    else
+        m_grid->setCell(row, column);
+    showCell(row, column);
+    refresh();
+    if (extend == Extend::No)
+        emit currentCellChanged();
+}
+
+} // namespace tallybook::desktop

@@ -1,0 +1,75 @@
+#include "desktop/grid/GridLook.h"
+
+#include "desktop/platform/Resources.h"
+
+#include <QIcon>
+#include <QStyle>
+#include <QWidget>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tallybook::desktop {
+
+namespace {
+
+constexpr double kReadable = 3.0; // least contrast of a coloured text
+
+QColor mix(const QColor& a, const QColor& b, double share) {
+    const auto part = [share](int x, int y) { return static_cast<int>(std::lround(x + (y - x) * share)); };
+    return {part(a.red(), b.red()), part(a.green(), b.green()), part(a.blue(), b.blue())};
+}
+
+double channelLight(double value) {
+    return value <= 0.03928 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+}
+
+double lightOf(const QColor& colour) {
+    return 0.2126 * channelLight(colour.redF()) + 0.7152 * channelLight(colour.greenF()) +
+           0.0722 * channelLight(colour.blueF());
+}
+
+QPixmap checkPicture(const QWidget& widget, const QString& name) {
+    const int side = widget.style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, &widget) + 2;
+    return icon(name).pixmap(QSize(side, side), widget.devicePixelRatioF());
+}
+
+} // namespace
+
+double contrast(const QColor& a, const QColor& b) {
+    const double lightA = lightOf(a) + 0.05;
+    const double lightB = lightOf(b) + 0.05;
+    return std::max(lightA, lightB) / std::min(lightA, lightB);
+}
+
+QColor readableColour(std::uint32_t number, const QColor& text, const QColor& ground) {
+    if (number == 0)
+        return text;
+    const QColor colour(static_cast<int>(number & 0xFF), static_cast<int>(number >> 8 & 0xFF),
+                        static_cast<int>(number >> 16 & 0xFF));
+    const QColor away = lightOf(ground) > 0.2 ? QColor(Qt::black) : QColor(Qt::white);
+    QColor readable = colour;
+    for (int step = 1; step <= 10 && contrast(readable, ground) < kReadable; ++step)
+        readable = mix(colour, away, step / 10.0);
+    return readable;
+}
+
+GridLook lookOf(const QWidget& widget) {
+    const QPalette palette = widget.palette();
+    GridLook look;
+    look.ground = palette.color(QPalette::Base);
+    look.text = palette.color(QPalette::Text);
+    look.header = palette.color(QPalette::Button);
+    look.headerText = palette.color(QPalette::ButtonText);
+    look.line = mix(look.ground, look.text, 0.15);
+    look.headerLine = mix(look.header, look.headerText, 0.3);
+    look.selected = palette.color(QPalette::Highlight);
+    look.selectedText = palette.color(QPalette::HighlightedText);
+    look.frame = palette.color(QPalette::Highlight);
+    look.outside = mix(look.ground, look.header, 0.6);
+    look.checkon = checkPicture(widget, QStringLiteral("checkon"));
+    look.checkoff = checkPicture(widget, QStringLiteral("checkoff"));
+    return look;
+}
+
+} // namespace tallybook::desktop

@@ -1,0 +1,33 @@
+#include "desktop/platform/Text.h"
+
+#include "core/calc/Ansi.h"
+
+#include <QFile>
+
+namespace tallybook::desktop {
+
+QString toQt(std::string_view bytes) {
+    QString text(static_cast<qsizetype>(bytes.size()), Qt::Uninitialized);
+    QChar* out = text.data();
+    for (const char byte : bytes)
+        *out++ = QChar(static_cast<char16_t>(calc::ansi::toUnicode(static_cast<std::uint8_t>(byte))));
+    return text;
+}
+
+std::string fromQt(const QString& text) {
+    std::string bytes;
+    bytes.reserve(static_cast<std::size_t>(text.size()));
+    for (const uint codePoint : text.normalized(QString::NormalizationForm_C).toUcs4())
+        bytes += static_cast<char>(calc::ansi::fromUnicode(codePoint));
+    return bytes;
+}
+
+QString pathToQt(const std::filesystem::path& path) {
+    return QFile::decodeName(path.c_str());
+}
+
+std::filesystem::path pathFromQt(const QString& path) {
+    return {QFile::encodeName(path).toStdString()};
+}
+
+} // namespace tallybook::desktop
