@@ -81,8 +81,8 @@ Result<FileState> MemoryFiles::state(const path& path) {
     if (const auto error = enter(path))
         return *error;
     if (isFolder(path))
-        return FileState{FileKind::Folder, 0};
-    return has(path) ? FileState{FileKind::Regular, m_files[path].size()} : FileState{};
+        return FileState{FileKind::Folder, 0, true};
+    return has(path) ? FileState{FileKind::Regular, m_files[path].size(), true} : FileState{};
 }
 
 Result<Bytes> MemoryFiles::read(const path& path) {
@@ -165,6 +165,7 @@ Result<std::vector<path>> MemoryFiles::list(const path& folder) {
     for (const path& inner : m_folders)
         if (inner != folder && inner.parent_path() == folder)
             names.push_back(inner.filename());
+    std::ranges::sort(names);
     return names;
 }
 

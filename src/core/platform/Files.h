@@ -22,7 +22,13 @@ enum class FileKind : std::uint8_t { Missing, Regular, Folder, Other };
 struct FileState {
     FileKind kind = FileKind::Missing;
     std::uint64_t size = 0; // bytes, of a regular file
+    // A folder in which files may be made, or a file that is not marked read-only. A file without any write
+    // permission counts as read-only for an administrator too.
+    bool writable = false;
 };
+
+// No file that the program reads is larger: places in a database are 32-bit numbers.
+inline constexpr std::uint64_t kMaxFileSize = 0xFFFFFFFF;
 
 // A file being written. Destroying it closes it without a word.
 class OutputFile {
@@ -34,13 +40,15 @@ public:
     virtual Status close() = 0;
 };
 
-// Errors have kind File, the system's number, and a text that names the path.
+// Errors have kind File, the system's number (that of std::errc, as file_exists from create), and a text that
+// names the path.
 class Files {
 public:
     virtual ~Files() = default;
 
     virtual Result<FileState> state(const std::filesystem::path& path) = 0; // follows links; Missing is no error
-    virtual Result<Bytes> read(const std::filesystem::path& path) = 0;      // regular files only, whole
+    // The whole of a regular file, to its end even when that moves meanwhile. Never waits for a pipe.
+    virtual Result<Bytes> read(const std::filesystem::path& path) = 0;
     // At most `count` bytes from `offset`; fewer at the file's end.
     virtual Result<Bytes> readPart(const std::filesystem::path& path, std::uint64_t offset, std::size_t count) = 0;
 
@@ -48,11 +56,13 @@ public:
     virtual Result<std::unique_ptr<OutputFile>> create(const std::filesystem::path& path,
                                                        const std::filesystem::path& like) = 0;
     virtual Status rename(const std::filesystem::path& from, const std::filesystem::path& to) = 0;
-    virtual Status remove(const std::filesystem::path& path) = 0;
+    virtual Status remove(const std::filesystem::path& path) = 0;     // a file; a missing one is an error
     virtual Status makeFolder(const std::filesystem::path& path) = 0; // its parents exist; mode 0700
     virtual Status syncFolder(const std::filesystem::path& path) = 0;
-    virtual Result<std::vector<std::filesystem::path>> list(const std::filesystem::path& folder) = 0; // names
-    virtual Result<std::filesystem::path> resolve(const std::filesystem::path& path) = 0; // links followed
+    // The names in a folder, in byte order.
+    virtual Result<std::vector<std::filesystem::path>> list(const std::filesystem::path& folder) = 0;
+    // The absolute path with links followed, also one at its end that points to nothing yet.
+    virtual Result<std::filesystem::path> resolve(const std::filesystem::path& path) = 0;
 };
 
 } // namespace tallybook::platform

@@ -5,10 +5,15 @@
 
 namespace tallybook::platform {
 
-// Puts `bytes` at `path`: written under another name beside it, every count, sync and size checked, renamed over
-// the target, the folder synced, and the size and the first bytes read back. A link is followed, so that the file
-// it names is replaced and the link stays. When anything fails the old file is whole where it was, the temporary
-// one is removed, and the error names the path and what failed.
+// Puts `bytes` at `path`: written under another name beside it ("name.tmp-1" and so on), every count, sync and
+// size checked and the first bytes read back, renamed over the target, the folder synced, and size and first bytes
+// read back again. A link is followed, so that the file it names is replaced and the link stays. The permissions of
+// an existing file are kept. A folder, a pipe or a device of that name and a read-only file are refused.
+//
+// When anything fails before the rename the old file is whole where it was, the temporary one is removed, and the
+// error says so, names the path and what failed. After the rename the new file stands whole in its place: when the
+// folder cannot be synced or the file not be read back, that is an error too, with a text that says that the new
+// file is there but not confirmed; the caller treats it as a failed save, so that the user keeps what is in memory.
 Status writeWholeFile(Files& files, const std::filesystem::path& path, ByteSpan bytes);
 
 // The same with the bytes of another file, for copies.

@@ -1,0 +1,26 @@
+// The real files of a POSIX system.
+#pragma once
+
+#include "core/platform/Files.h"
+
+namespace tallybook::adapters {
+
+// Every call goes straight to the system; interrupted ones are made again. Descriptors do not reach programs that
+// this one starts.
+class PosixFiles : public platform::Files {
+public:
+    platform::Result<platform::FileState> state(const std::filesystem::path& path) override;
+    platform::Result<platform::Bytes> read(const std::filesystem::path& path) override;
+    platform::Result<platform::Bytes> readPart(const std::filesystem::path& path, std::uint64_t offset,
+                                               std::size_t count) override;
+    platform::Result<std::unique_ptr<platform::OutputFile>> create(const std::filesystem::path& path,
+                                                                   const std::filesystem::path& like) override;
+    platform::Status rename(const std::filesystem::path& from, const std::filesystem::path& to) override;
+    platform::Status remove(const std::filesystem::path& path) override;
+    platform::Status makeFolder(const std::filesystem::path& path) override;
+    platform::Status syncFolder(const std::filesystem::path& path) override;
+    platform::Result<std::vector<std::filesystem::path>> list(const std::filesystem::path& folder) override;
+    platform::Result<std::filesystem::path> resolve(const std::filesystem::path& path) override;
+};
+
+} // namespace tallybook::adapters

@@ -1,0 +1,42 @@
+// The program's own messages, so that they stand together and apart from the fixed ones of its commands. All are
+// Windows-1252.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tallybook::platform::texts {
+
+inline constexpr std::string_view kTooManyRecords = "A Tallybook cannot hold more than 65448 records.";
+
+// A path or name between double quotes.
+inline std::string quoted(std::string_view name) {
+    return '"' + std::string(name) + '"';
+}
+
+// Files. `action` is a verb, as "read"; `reason` has no full stop.
+inline std::string cannot(std::string_view action, std::string_view path, std::string_view reason) {
+    return "Cannot " + std::string(action) + ' ' + quoted(path) + ": " + std::string(reason) + '.';
+}
+inline std::string notRegular(std::string_view path) {
+    return quoted(path) + " is not a regular file.";
+}
+inline std::string readOnlyFile(std::string_view path) {
+    return quoted(path) + " is read-only and was not replaced.";
+}
+inline std::string tooLarge(std::string_view path) {
+    return quoted(path) + " is too large to be read.";
+}
+// A save that stopped before the old file was touched. `cause` is a sentence.
+inline std::string notSaved(std::string_view path, std::string_view cause) {
+    return quoted(path) + " was not saved; what was there before is untouched. " + std::string(cause);
+}
+// A save whose new file is in its place, but may be lost if the computer stops now.
+inline std::string savedUnsafely(std::string_view path, std::string_view cause) {
+    return quoted(path) + " was saved, but the disk did not confirm it. Save it again, or elsewhere. " +
+           std::string(cause);
+}
+inline constexpr std::string_view kReadBackDiffers = "What was read back differs from what was written.";
+inline constexpr std::string_view kNoTemporaryName = "there are too many temporary files beside it";
+
+} // namespace tallybook::platform::texts
