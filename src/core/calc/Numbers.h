@@ -24,18 +24,22 @@ std::optional<std::int32_t> toInt32(std::string_view text, const Regional& regio
 std::optional<std::uint8_t> toByte(std::string_view text, const Regional& regional);
 std::optional<float> toSingle(std::string_view text, const Regional& regional);
 
-// "True", "False" or a number other than 0; nothing when it is neither.
+// "True", "False", "#TRUE#", "#FALSE#" in any letter case, or whether a number is other than 0; nothing when the
+// text is neither.
 std::optional<bool> toBoolean(std::string_view text, const Regional& regional);
 
-// The number that the text begins with; blanks dropped, the point always '.', 0 when there is none.
+// The number that the text begins with; blanks dropped, the point always '.', 0 when there is none. One beyond
+// the range of a double is the largest double.
 double val(std::string_view text);
 
 // Decimal text: 15 significant digits for a double, 7 for a single (8 or 9 when fewer would not read back), the
-// region's decimal separator, no blank in front.
+// region's decimal separator, no blank in front. Plain while neither side of the point has more digits than that,
+// otherwise as "1E+15". The value is finite.
 std::string decimalText(double value, const Regional& regional);
 std::string decimalText(float value, const Regional& regional);
 
-// The formats "0", "0.0", "0.00", "0.000": decimals 0..3, halves away from zero on the shortest decimal form.
+// The formats "0", "0.0", "0.00", "0.000": decimals 0..3, halves away from zero, on the 15 significant digits of
+// a double (which is finite) and on the shortest decimal form of a single. Zero has no sign.
 std::string formatDecimals(double value, int decimals, const Regional& regional);
 std::string formatDecimals(float value, int decimals, const Regional& regional);
 
