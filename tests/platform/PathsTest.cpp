@@ -8,6 +8,11 @@
 namespace tallybook::platform {
 namespace {
 
+TEST(ShownPath, isWindows1252) {
+    EXPECT_EQ(shownPath("/home/caf\xC3\xA9/MS2_\xE2\x82\xAC.pdb"), "/home/caf\xE9/MS2_\x80.pdb");
+    EXPECT_EQ(shownPath("/\xE2\x98\x83"), "/?"); // a snowman has no place in the code page
+}
+
 TEST(FoldedName, foldsTheLettersOfTheCodePage) {
     struct Case {
         std::string name;

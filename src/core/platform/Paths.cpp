@@ -1,5 +1,7 @@
 #include "core/platform/Paths.h"
 
+#include "core/platform/Ansi.h"
+
 #include <array>
 #include <string_view>
 
@@ -36,7 +38,7 @@ void foldLetter(char& first, char& second) {
 } // namespace
 
 std::string shownPath(const std::filesystem::path& path) {
-    return path.string();
+    return ansi::fromUtf8(path.string());
 }
 
 std::string foldedName(const std::string& name) {

@@ -1,4 +1,4 @@
-#include "core/calc/Ansi.h"
+#include "core/platform/Ansi.h"
 
 #include <gtest/gtest.h>
 #include <map>
@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-namespace tallybook::calc::ansi {
+namespace tallybook::platform::ansi {
 namespace {
 
 std::string allBytes() {
@@ -345,4 +345,4 @@ TEST(Ansi, givesAQuestionMarkForEachMalformedByte) {
 }
 
 } // namespace
-} // namespace tallybook::calc::ansi
+} // namespace tallybook::platform::ansi

@@ -1,13 +1,13 @@
-#include "core/calc/Ansi.h"
+#include "core/platform/Ansi.h"
 
-#include "core/calc/AnsiTables.h"
+#include "core/platform/AnsiTables.h"
 
 #include <algorithm>
 #include <iterator>
 #include <optional>
 #include <utility>
 
-namespace tallybook::calc::ansi {
+namespace tallybook::platform::ansi {
 
 namespace {
 
@@ -137,4 +137,4 @@ std::string fromUtf8(std::string_view utf8) {
     return bytes;
 }
 
-} // namespace tallybook::calc::ansi
+} // namespace tallybook::platform::ansi

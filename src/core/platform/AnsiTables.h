@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-namespace tallybook::calc::ansi {
+namespace tallybook::platform::ansi {
 
 // Code points of the bytes 80 to 9F. The five that the code page leaves out keep the control of their number.
 inline constexpr char16_t kUpperControls[32] = {
@@ -158,4 +158,4 @@ inline constexpr Composition kCompositions[] = {
     {0x0328, 0x0065, 0x0119}, {0x0328, 0x0069, 0x012F}, {0x0328, 0x006F, 0x01EB}, {0x0328, 0x0075, 0x0173},
 };
 
-} // namespace tallybook::calc::ansi
+} // namespace tallybook::platform::ansi

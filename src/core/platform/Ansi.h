@@ -1,0 +1,24 @@
+// Windows-1252 and Unicode. Every byte survives the way there and back.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace tallybook::platform::ansi {
+
+char32_t toUnicode(std::uint8_t byte);
+
+// The byte of a code point: exact, else its best fit, else '?'. The narrow no-break space is a blank.
+std::uint8_t fromUnicode(char32_t codePoint);
+
+// True when the code point has a byte of its own, not a best fit.
+bool isExact(char32_t codePoint);
+
+std::string toUtf8(std::string_view bytes);
+
+// From UTF-8: one byte per code point, '?' for each malformed byte. A letter with a combining mark behind it is
+// taken as the composed letter when the code page has a place for that.
+std::string fromUtf8(std::string_view utf8);
+
+} // namespace tallybook::platform::ansi
