@@ -50,7 +50,7 @@ samples: ## make the databases of samples/ again
 	@cmake --preset release
 	@cmake --build build/release -j $(JOBS) --target samples
 
-install: build ## into PREFIX (/usr/local), with DESTDIR in front
+install: build ## into PREFIX (/usr/local); DESTDIR is put in front
 	@cmake --install build/release $(if $(PREFIX),--prefix $(PREFIX))
 
 clean: ## everything that was built
