@@ -55,7 +55,7 @@ QColor readableColour(std::uint32_t number, const QColor& text, const QColor& gr
 }
 
 GridLook lookOf(const QWidget& widget) {
-    const QPalette palette = widget.palette();
+    const QPalette& palette = widget.palette();
     GridLook look;
     look.ground = palette.color(QPalette::Base);
     look.text = palette.color(QPalette::Text);
