@@ -2,6 +2,7 @@
 // Windows-1252.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -38,5 +39,31 @@ inline std::string savedUnsafely(std::string_view path, std::string_view cause) 
 }
 inline constexpr std::string_view kReadBackDiffers = "What was read back differs from what was written.";
 inline constexpr std::string_view kNoTemporaryName = "there are too many temporary files beside it";
+
+// Reasons why the bytes of a file break its format. They stand behind "Record 85: " and have no full stop.
+inline constexpr std::string_view kFileEndsInside = "the file ends inside it";
+inline constexpr std::string_view kTextWithoutEnd = "the file ends inside a text";
+inline constexpr std::string_view kPositionsTooLarge = "the file would pass 4294967295 bytes";
+
+inline std::string moreThan(std::int64_t count, std::string_view things, std::int64_t most) {
+    return std::to_string(count) + ' ' + std::string(things) + ", at most " + std::to_string(most);
+}
+inline std::string fewerThan(std::int64_t count, std::string_view things, std::int64_t least) {
+    return std::to_string(count) + ' ' + std::string(things) + ", at least " + std::to_string(least);
+}
+inline std::string slotBeyond(int slot, int highest) {
+    return "field slot " + std::to_string(slot) + ", at most " + std::to_string(highest);
+}
+inline std::string startsBeyondEnd(std::uint64_t offset, std::uint64_t size) {
+    return "it starts at byte " + std::to_string(offset) + ", the file has " + std::to_string(size) + " bytes";
+}
+
+// Pictures that a save cannot take over.
+inline std::string noPictureThere(std::string_view path, std::int64_t position) {
+    return quoted(path) + " holds no picture at byte " + std::to_string(position) + '.';
+}
+inline std::string pictureTooLarge(std::string_view path, std::int64_t most) {
+    return "The picture " + quoted(path) + " has more than " + std::to_string(most) + " bytes.";
+}
 
 } // namespace tallybook::platform::texts
