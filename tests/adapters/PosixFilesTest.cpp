@@ -63,14 +63,16 @@ TEST_F(PosixFilesTest, countsAFileWithoutWritePermissionAsReadOnlyForEveryone) {
 }
 
 TEST_F(PosixFilesTest, readsAWholeFile) {
-    std::string content;
-    for (int i = 0; i < 300'000; ++i)
-        content += static_cast<char>(i * 7 + i / 256);
-    putFile(folder / "file", content);
-    const auto bytes = files.read(folder / "file");
-    ASSERT_TRUE(bytes);
-    EXPECT_TRUE(std::equal(content.begin(), content.end(), bytes.value().begin(), bytes.value().end(),
-                           [](char a, std::uint8_t b) { return static_cast<std::uint8_t>(a) == b; }));
+    for (const std::size_t size :
+         {std::size_t{1}, std::size_t{4096}, std::size_t{300'000}, (std::size_t{5} << 20) + 1}) {
+        std::string content(size, '\0');
+        for (std::size_t i = 0; i < size; ++i)
+            content[i] = static_cast<char>(i * 7 + i / 256);
+        putFile(folder / "file", content);
+        const auto bytes = files.read(folder / "file");
+        ASSERT_TRUE(bytes) << size;
+        EXPECT_TRUE(std::string(bytes.value().begin(), bytes.value().end()) == content) << size;
+    }
 }
 
 TEST_F(PosixFilesTest, readsAnEmptyFile) {
@@ -165,6 +167,18 @@ TEST_F(PosixFilesTest, takesThePermissionsOfTheFileToBeReplaced) {
         EXPECT_EQ(modeOf(folder / "file"), mode);
         ASSERT_TRUE(files.remove(folder / "file"));
     }
+}
+
+TEST_F(PosixFilesTest, takesTheOwnerOfTheFileToBeReplacedWhereItMay) {
+    putFile(folder / "like", "");
+    (void)!chown((folder / "like").c_str(), 1234, 1234); // an administrator alone can give files away
+    ASSERT_TRUE(files.create(folder / "file", folder / "like"));
+    struct stat like {};
+    struct stat made {};
+    ASSERT_EQ(stat((folder / "like").c_str(), &like), 0);
+    ASSERT_EQ(stat((folder / "file").c_str(), &made), 0);
+    EXPECT_EQ(made.st_uid, like.st_uid);
+    EXPECT_EQ(made.st_gid, like.st_gid);
 }
 
 TEST_F(PosixFilesTest, leavesPermissionsOfOtherFilesToTheUsersMask) {
