@@ -10,6 +10,9 @@
 
 namespace tallybook::calc {
 
+// What a record without a category shows.
+inline constexpr std::string_view kUnfiled = "Unfiled";
+
 // The text form of a type, as checkFormat gives it: the failure value of the type when the text does not fit
 // ("0" for numbers and times, otherwise empty). A Checkbox gives "True" or "False" or "0".
 std::string checkFormat(model::FieldType type, std::string_view value, const platform::Regional& regional,
@@ -28,7 +31,8 @@ void convertType(model::Document& doc, platform::Services& services, int slot, m
 // Builds the slot's list from its column, at most 59 items. False when there are more different texts.
 bool createList(model::Document& doc, platform::Services& services, int slot);
 
-// Turns a numeric column into the records' keys. False when a cell is not numeric; nothing is changed then.
+// Turns a numeric column into the records' keys, and shows them in every Key column. False when a cell is not
+// numeric or no key can be so large; nothing is changed then.
 enum class KeepPosition { No, Yes };
 bool CreateKeys(model::Document& doc, platform::Services& services, int slot, KeepPosition keep);
 

@@ -9,6 +9,7 @@
 namespace tallybook::platform::texts {
 
 inline constexpr std::string_view kTooManyRecords = "A Tallybook cannot hold more than 65448 records.";
+inline constexpr std::string_view kKeyOutOfRange = "The number is too large for a key.  Conversion not performed.";
 
 // A path or name between double quotes.
 inline std::string quoted(std::string_view name) {
