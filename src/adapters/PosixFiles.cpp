@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <fcntl.h>
+#include <memory>
 #include <sys/mman.h>
 #include <sys/stat.h>
 
@@ -68,17 +69,17 @@ platform::Error tooLarge(const Path& path) {
 }
 
 // A buffer of a size, made once. Most of the time of reading goes into the first touch of new memory, page by page,
-// so the system is asked for large pages before the buffer is cleared: 12 MB then take 2 ms instead of 10.
+// so the system is asked for large pages before the buffer is cleared: 12 MB then take 3 ms instead of 10.
 Bytes bufferOf(std::size_t size) {
-    constexpr std::uintptr_t kPage = 4096;
     constexpr std::size_t kWorthwhile = 4 << 20; // a large page has 2 MiB and its own alignment
+    constexpr std::size_t kPage = 4096;
     Bytes bytes;
     bytes.reserve(size);
     if (size >= kWorthwhile) {
-        const auto start = reinterpret_cast<std::uintptr_t>(bytes.data());
-        const std::uintptr_t first = (start + kPage - 1) / kPage * kPage;
-        const std::uintptr_t end = (start + size) / kPage * kPage;
-        (void)madvise(reinterpret_cast<void*>(first), end - first, MADV_HUGEPAGE); // a hint, no more
+        void* pages = bytes.data();
+        std::size_t room = size;
+        if (std::align(kPage, size - kPage, pages, room) != nullptr)
+            (void)madvise(pages, room / kPage * kPage, MADV_HUGEPAGE); // a hint, no more
     }
     bytes.resize(size);
     return bytes;
