@@ -3,7 +3,7 @@ FUZZ_SECONDS ?= 60
 JOBS ?= $(shell nproc)
 
 .DEFAULT_GOAL := help
-.PHONY: help run build test bench fuzz lint format samples install clean
+.PHONY: help run build test bench fuzz lint check format samples install clean
 
 help: ## this list
 	@awk -F ':.*## ' '/^[a-z]+:.*## / { printf "make %-8s %s\n", $$1, $$2 }' $(MAKEFILE_LIST)
@@ -40,6 +40,8 @@ lint: ## formatting, static analysis and the wall between the rooms
 	@tools/setup lint
 	@cmake --preset sanitize
 	@tools/lint build/sanitize
+
+check: lint test ## all that a change must pass
 
 format: ## lay out every source file as .clang-format says
 	@tools/setup lint
