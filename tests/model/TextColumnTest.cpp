@@ -1,0 +1,143 @@
+#include "core/model/TextColumn.h"
+
+#include <charconv>
+#include <gtest/gtest.h>
+#include <random>
+#include <string>
+#include <vector>
+
+namespace tallybook::model {
+namespace {
+
+// Words of up to four digits, as they stand.
+class DigitCoder : public CellCoder {
+public:
+    std::optional<std::uint32_t> encode(std::string_view text) override {
+        std::uint32_t word = 0;
+        const auto read = std::from_chars(text.data(), text.data() + text.size(), word);
+        const bool whole = read.ec == std::errc{} && read.ptr == text.data() + text.size();
+        return whole && text.size() <= 4 && std::to_string(word) == text ? std::optional(word) : std::nullopt;
+    }
+    void append(std::uint32_t word, std::string& out) const override { out += std::to_string(word); }
+};
+
+std::string textOf(const TextColumn& column, std::uint32_t row) {
+    std::string scratch;
+    return std::string(column.text(row, scratch));
+}
+
+TEST(TextColumn, isEmptyAtFirst) {
+    const TextColumn column;
+    EXPECT_FALSE(column.has(0));
+    EXPECT_EQ(textOf(column, 70000), "");
+    EXPECT_EQ(column.word(3), std::nullopt);
+    EXPECT_EQ(column.coder(), nullptr);
+}
+
+TEST(TextColumn, keepsTextsOfEveryLengthAndByte) {
+    TextColumn column;
+    std::string bytes;
+    for (int c = 0; c < 256; ++c)
+        bytes += static_cast<char>(c);
+    std::vector<std::string> texts{"a", std::string(1, '\0'), bytes};
+    for (const std::size_t length : {253u, 254u, 255u, 256u, 4096u, 70000u})
+        texts.emplace_back(length, 'x');
+    for (std::size_t row = 0; row < texts.size(); ++row)
+        column.setText(static_cast<std::uint32_t>(row * 100), texts[row]);
+    for (std::size_t row = 0; row < texts.size(); ++row)
+        EXPECT_EQ(textOf(column, static_cast<std::uint32_t>(row * 100)), texts[row]) << row;
+}
+
+TEST(TextColumn, takesAnEmptyTextForAnAbsentCell) {
+    TextColumn column;
+    column.setText(7, "text");
+    EXPECT_TRUE(column.has(7));
+    column.setText(7, "");
+    EXPECT_FALSE(column.has(7));
+    column.setText(8, "");
+    EXPECT_FALSE(column.has(8));
+    column.erase(100000);
+}
+
+TEST(TextColumn, keepsAWordWhereTheCoderHasOne) {
+    TextColumn column;
+    column.setCoder(std::make_unique<DigitCoder>());
+    column.setText(0, "42");
+    column.setText(1, "042");
+    EXPECT_EQ(column.word(0), 42u);
+    EXPECT_EQ(column.word(1), std::nullopt);
+    EXPECT_EQ(column.word(2), std::nullopt);
+    EXPECT_EQ(textOf(column, 0), "42");
+    EXPECT_EQ(textOf(column, 1), "042");
+    column.setWord(1, 7);
+    EXPECT_EQ(textOf(column, 1), "7");
+    column.setText(0, "plain now");
+    EXPECT_EQ(column.word(0), std::nullopt);
+    EXPECT_EQ(textOf(column, 0), "plain now");
+}
+
+TEST(TextColumn, keepsItsTextsWhenTheCoderChanges) {
+    TextColumn column;
+    column.setText(0, "42");
+    column.setText(300, "abc");
+    column.setCoder(std::make_unique<DigitCoder>());
+    EXPECT_EQ(column.word(0), 42u);
+    EXPECT_EQ(textOf(column, 300), "abc");
+    column.setCoder(nullptr);
+    EXPECT_EQ(column.word(0), std::nullopt);
+    EXPECT_EQ(textOf(column, 0), "42");
+    EXPECT_EQ(textOf(column, 300), "abc");
+}
+
+TEST(TextColumn, packsABlockThatIsWrittenOverAndOver) {
+    TextColumn column;
+    column.setText(0, "stays");
+    for (int i = 0; i < 5000; ++i)
+        column.setText(1, std::string(100, static_cast<char>('a' + i % 26)));
+    column.setText(2, "last");
+    EXPECT_EQ(textOf(column, 0), "stays");
+    EXPECT_EQ(textOf(column, 1), std::string(100, static_cast<char>('a' + 4999 % 26)));
+    EXPECT_EQ(textOf(column, 2), "last");
+}
+
+// A text of any kind: a word of the coder, nothing, something short or something long.
+std::string randomText(std::mt19937& random) {
+    switch (random() % 8) {
+    case 0:
+        return "";
+    case 1:
+        return std::string(random() % 600, static_cast<char>('a' + random() % 26));
+    case 2:
+    case 3:
+        return "text " + std::to_string(random() % 1000);
+    default:
+        return std::to_string(random() % 20000);
+    }
+}
+
+TEST(TextColumn, agreesWithPlainTextsThroughRandomChanges) {
+    std::mt19937 random(5);
+    TextColumn column;
+    std::vector<std::string> expected(1000);
+    std::string scratch;
+    for (int step = 0; step < 60000; ++step) {
+        const auto row = static_cast<std::uint32_t>(random() % expected.size());
+        if (random() % 5 == 0) {
+            column.erase(row);
+            expected[row].clear();
+        } else {
+            expected[row] = randomText(random);
+            column.setText(row, expected[row]);
+        }
+        if (random() % 8000 == 0)
+            column.setCoder(column.coder() ? nullptr : std::make_unique<DigitCoder>());
+        const auto asked = static_cast<std::uint32_t>(random() % expected.size());
+        ASSERT_EQ(column.text(asked, scratch), expected[asked]);
+        ASSERT_EQ(column.has(asked), !expected[asked].empty());
+    }
+    for (std::uint32_t row = 0; row < expected.size(); ++row)
+        ASSERT_EQ(textOf(column, row), expected[row]);
+}
+
+} // namespace
+} // namespace tallybook::model
