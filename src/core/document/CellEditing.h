@@ -29,8 +29,9 @@ struct EditAction {
 };
 
 // Opens the editor of the current cell for a key: a character's code, kKeyBlank for a click, kKeyF2. Changes
-// nothing in column 0, while a view is shown or without records. A Checkbox flips at once; field types that cannot
-// be edited give their message.
+// nothing in column 0, while a view is shown or without records, and at a key in a read-only database. Asks for the
+// Record Update password when it was not given yet. A Checkbox flips at once; field types that cannot be edited
+// give their message.
 EditAction GridEdit(model::Document& doc, platform::Services& services, int key);
 
 // Commits the open editor: validates, writes the cell and its tables, stamps the record. Always closes the editor;
@@ -40,26 +41,34 @@ void saveCell(model::Document& doc, platform::Services& services);
 // Drops the open editor; nothing is written.
 void cancelEdit(model::Document& doc);
 
-// The OK of the modal editors. The text has line feeds alone and is cut to what the field holds.
+// The OK of the memo window on the current cell. The text has line feeds alone and is cut to what the field holds.
+// A text that did not change is no edit. A read-only database keeps its text.
 void acceptMemo(model::Document& doc, platform::Services& services, std::string_view text);
-void acceptRadio(model::Document& doc, platform::Services& services, int option); // from 0
 
-// The right button on the date picker: asks, then empties the cell.
+// The OK of the radio dialog on the current cell: the option's number from 0. False with the message when there is
+// no such option: the dialog stays open.
+bool acceptRadio(model::Document& doc, platform::Services& services, int option);
+
+// The right button on the date picker: asks, then empties the cell, without a stamp or a mark of change.
 void clearDate(model::Document& doc, platform::Services& services);
 
 // A text typed into Text1 so far, with the automatic capital: the text to show.
 std::string textChanged(model::Document& doc, std::string_view text);
 
-// The keys that the editors answer themselves. `reopen` asks for the long editor at once.
+// The keys that the editors answer themselves. F2 in a Text field gives the action of the long editor.
 enum class EditKey { Escape, F2, Enter, Tab, BackTab, Up, Down };
 EditAction editorKey(model::Document& doc, platform::Services& services, EditKey key);
 
-// Moves of the grid's own keys, without an open editor.
+// The arrows of UpDown1, as the keys Up (+1) and Down (-1) in MebSpin: the text becomes a number one up or down. A
+// text outside the field's range gives the range message and loses its last character.
+void spinBy(model::Document& doc, platform::Services& services, int step);
+
+// Moves of the grid's own keys, without an open editor: to the next shown column of the row, if there is one.
 void moveRight(model::Document& doc); // Tab
 void moveLeft(model::Document& doc);  // Shift+Tab
 
-// What cmb1 does when an item is chosen with the mouse or Enter. True when the last entry ("Edit Items...") was
-// chosen and the Design password allows it: the caller opens the list editor.
+// What cmb1 does when an item is chosen with the mouse or Enter: it commits. True when the last entry
+// ("Edit Items...") was chosen and the Design password allows it: the caller opens the list editor.
 bool chooseEntry(model::Document& doc, platform::Services& services, int entry);
 
 // The text of Text1 against the field's type: empty when it is accepted, else the message. May rewrite the text
@@ -69,7 +78,8 @@ std::string ValidateData(model::Document& doc, platform::Services& services);
 // A time typed tolerantly: true with the completed text, or false.
 bool CheckTijd(std::string& text, const platform::Regional& regional);
 
-// Rewrites the text of Text1 by the digits of a Float field.
+// Rewrites the text of Text1 by the digits of a Float field. Other fields, texts that are no number and a number of
+// digits above 3 leave it as it is.
 void FormatFloatEdit(model::Document& doc, platform::Services& services);
 
 // Puts today or now into the fields of the current row whose default is "record updated".

@@ -15,12 +15,15 @@ namespace tallybook::document {
 struct DisplayChoices {
     bool notUsedFields = true; // mnuViewNotUsedFields
     bool fieldTypes = true;    // mnuViewFieldTypes
+
+    bool operator==(const DisplayChoices&) const = default;
 };
 
-// Names and type names in the header rows, coders for the columns.
+// Names and type names in the header rows, coders for the columns. A slot without a name is headed "Fld01" and so
+// on. The texts of the columns stay what they are.
 void gridLoadFieldNames20(model::Document& doc, const platform::Regional& regional);
 
-// Widths of unused fields, height of the type row, alignments.
+// Widths of unused fields, height of the type row, alignments. A used column keeps its width unless it is hidden.
 void FormatGrid(model::Document& doc, const DisplayChoices& choices);
 
 // How wide texts are drawn.
@@ -34,7 +37,8 @@ public:
     virtual int screenWidth() const = 0; // twips
 };
 
-// Widths of all used columns from their texts, the name included, at most a quarter of the screen.
+// Widths of all used columns from their texts, the name included, at most a quarter of the screen. Commits the open
+// edit first; the first cell is current afterwards. Hidden rows count.
 void bestFit1(model::Document& doc, platform::Services& services, const TextMeasure& measure);
 
 // Where the mouse was pressed, in grid rows and columns.
@@ -45,8 +49,8 @@ struct MousePlace {
 
 enum class PopUp { None, mnuColumn, mnuRow };
 
-// A press of the left button: asks for the right to change records, commits the open edit, then selects all, a
-// column or a row, or begins editing the cell.
+// A click of the left button: asks for the right to change records, commits the open edit, then selects all, a
+// column or a row, or begins editing the cell. Does nothing when the right is refused.
 EditAction leftClick(model::Document& doc, platform::Services& services, MousePlace place);
 
 // A press of the right button selects the column or row and tells which menu to pop up. After the menu,
@@ -54,11 +58,17 @@ EditAction leftClick(model::Document& doc, platform::Services& services, MousePl
 PopUp rightClick(model::Document& doc, platform::Services& services, MousePlace place);
 void rightClickDone(model::Document& doc, platform::Services& services, PopUp shown);
 
+// What a new size of the window does: the editors close without a commit and the first cell is current.
+void gridResized(model::Document& doc);
+
 // The selected block as clipboard text: cells joined with tabs, rows with line breaks, check boxes as Y and N.
 std::string CopyGridCells(model::Document& doc, platform::Services& services);
 
 // True when more than one cell is selected.
 bool hasBlock(const model::Document& doc);
+
+// True, with the message, when a block is selected: Cut and Paste know one cell only.
+bool refuseBlock(const model::Document& doc, platform::Services& services);
 
 // The views and filters of the document as the entries of CmbView and CmbFilter.
 std::vector<std::string> viewEntries(const model::DatabaseModel& db);

@@ -17,32 +17,45 @@ enum class Outcome {
 
 enum class ReadMode { Show, Quiet }; // Quiet leaves the views, the filters and the cursor alone
 
-// Fills the document from a file: check, temporary copy, header, login, properties, records, keys, joins,
-// calculated columns, views. Anything that goes wrong has been shown; the document is then empty and FileOK clear.
+// Fills the document from a file: check, header, login, properties, records, keys, joins, calculated columns,
+// temporary copy, views. The name on the disk has "_" for blanks; the path as given is taken when there is no such
+// file. Anything that goes wrong has been shown; the document is then empty and FileOK clear. The temporary copy is
+// made last, so that a file that cannot be read leaves the one of an open document of the same name alone.
 Outcome readPDBFile20(model::Document& doc, platform::Services& services, const std::filesystem::path& path,
                       ReadMode mode = ReadMode::Show);
 
 // Reads the file into `doc`, refreshes the copy in Backup, sets names and caption. A file of the older format is
-// answered with "Old Format". The caller has closed what was open.
+// answered with "Old Format".
+//
+// `doc` is a fresh document of the caller's. It asks about the open one (CheckSaveChanges), opens into the fresh
+// one and puts it in the open one's place when this gives Done. In every other case it throws the fresh one away:
+// what was open, its temporary copy and the copy in Backup are as they were.
 Outcome OpenDatabase(model::Document& doc, platform::Services& services, const std::filesystem::path& path);
 
 // A new database: one list of categories, no fields, no records, caption "New Database".
 void CreateNewDatabase(model::Document& doc, platform::Services& services);
 
-// Builds and writes the file, whole or not at all, renews the temporary copy and the places of the pictures. Does
-// not touch DocModified, the paths or the recent files.
+// Builds and writes the file, whole or not at all, renews the temporary copy and the places of the pictures. The
+// prefix of the older format in the target's name becomes "MS2_", its blanks become "_": see savedPath. Does not
+// touch DocModified, the paths or the recent files.
 Outcome savePDBFile20(model::Document& doc, platform::Services& services, const std::filesystem::path& target);
 
+// Where savePDBFile20 puts a file for a target.
+std::filesystem::path savedPath(const std::filesystem::path& target);
+
 // The Save command: commits the open edit, refuses a read-only database, asks for a name when there is none yet.
+// Afterwards the document's paths name the file that was written. The caller updates the recent files.
 Outcome saveDocument(model::Document& doc, platform::Services& services);
 
-// Asks for a name that starts with "MS2_" and saves under it.
+// Asks for a name that starts with "MS2_" and saves under it. On success names, paths and caption are the new ones;
+// otherwise they are what they were.
 Outcome SaveNew(model::Document& doc, platform::Services& services);
 
 // Save As: SaveNew with its closing words.
 Outcome saveAsSub(model::Document& doc, platform::Services& services);
 
-// Before closing: asks when there are unsaved changes. True when the document may be closed.
+// Before closing: commits the open edit and asks when there are unsaved changes. True when the document may be
+// closed.
 bool CheckSaveChanges(model::Document& doc, platform::Services& services);
 
 } // namespace tallybook::document

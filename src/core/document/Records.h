@@ -6,16 +6,20 @@
 
 namespace tallybook::document {
 
-// The start values of the last row's special cells; with makeNew in a row of its own.
+// The start values of the last row's special cells ("Unfiled", unchecked boxes, keys); with MakeNew in a row of its
+// own, which is an empty record then. Sets DocModified.
 enum class AddRow { InPlace, MakeNew };
 void addRow(model::Document& doc, AddRow mode);
 
 // Add Record: a read-only database and a full one are refused with their messages. True when a record was added;
-// its first field is then current.
+// its first user field is then current.
 bool RecordAdd(model::Document& doc, platform::Services& services);
 
 // Delete Record and Delete All, with their questions and passwords. True when something was deleted.
 bool deleteRecord(model::Document& doc, platform::Services& services);
 bool deleteAllRecords(model::Document& doc, platform::Services& services);
+
+// Convert to Keys on the current column, with its question. True when the keys were changed.
+bool convertColumnToKeys(model::Document& doc, platform::Services& services);
 
 } // namespace tallybook::document

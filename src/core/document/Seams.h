@@ -13,7 +13,14 @@ void loadExternalData(model::Document& doc, platform::Services& services);
 // Fills calculated columns. Until then they show the results that the file carries.
 void recalcExpressions(model::Document& doc, platform::Services& services);
 
-// Applies the start view and filter. Until then all fields and records are shown.
+// Applies the start view and filter. Until then all fields and records are shown. Remembers the columns' widths.
 void AddViewFilterInfo(model::Document& doc, platform::Services& services);
+
+// Opens the record of a view for editing: asks for the Record Update password. True when records may be changed.
+// Until views are shown there is no record to be found in the grid.
+bool ModifyRecord(model::Document& doc, platform::Services& services);
+
+// True while a view is shown instead of the grid: nothing can be edited then.
+bool isViewShown(const model::Document& doc);
 
 } // namespace tallybook::document

@@ -67,4 +67,12 @@ inline std::string pictureTooLarge(std::string_view path, std::int64_t most) {
     return "The picture " + quoted(path) + " has more than " + std::to_string(most) + " bytes.";
 }
 
+// Names for new files. The dialog is shown again.
+inline constexpr std::string_view kNameTooLong = "Filename not valid.  A file name may have at most 240 bytes.";
+inline constexpr std::string_view kNameForbidden =
+    "Filename not valid.  A file name may not have any of these characters: \\ / : * ? \" < > |";
+inline std::string replaceFile(std::string_view path) {
+    return quoted(path) + " exists already.  Do you want to replace it?";
+}
+
 } // namespace tallybook::platform::texts

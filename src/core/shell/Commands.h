@@ -24,9 +24,21 @@ struct Command {
     std::string_view key;      // of the button, as "new"
     std::string_view toolTip;
     Enabled enabled = Enabled::Always;
-    bool built = true; // false: the work behind it is still to come, the command stays disabled
+    bool built = true;            // false: the work behind it is still to come, the command stays disabled
+    std::string_view menu;        // the menu that the item stands in, as "mnuFile"; empty for a button without one
+    bool separatorBefore = false; // a line stands above the item
+    std::string_view statusTip;   // a sentence for the status bar
 };
 
+// The menus of the menu bar in order, then the two pop-up menus of the grid.
+struct Menu {
+    std::string_view name;
+    std::string_view text; // caption with its access key; empty for a pop-up menu
+};
+std::span<const Menu> menus();
+
+// Menu items in menu order, each with its button; the buttons without a menu item last. The item "mnuMRUList"
+// marks the place of the recent files.
 std::span<const Command> commands();
 
 // The frame's state: 0 no document, 1 a document is open.
