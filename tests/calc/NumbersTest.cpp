@@ -250,6 +250,23 @@ TEST(Numbers, writesASingleWithTheDigitsThatGiveItBack) {
         EXPECT_EQ(decimalText(value, test::us()), text) << value;
 }
 
+TEST(Numbers, writesABlankInFrontWhereASignWouldStand) {
+    const std::pair<double, const char*> cases[] = {
+        {0, " 0"},     {459, " 459"},   {-459.65, "-459.65"}, {0.5, " .5"},
+        {-0.5, "-.5"}, {10.5, " 10.5"}, {1e15, " 1E+15"},
+    };
+    for (const auto& [value, text] : cases)
+        EXPECT_EQ(spacedText(value), text) << value;
+}
+
+TEST(Numbers, padsWithZeros) {
+    EXPECT_EQ(zeroPadded(42, 10), "0000000042");
+    EXPECT_EQ(zeroPadded(23, 3), "023");
+    EXPECT_EQ(zeroPadded(7, 2), "07");
+    EXPECT_EQ(zeroPadded(123, 2), "123");
+    EXPECT_EQ(zeroPadded(0, 2), "00");
+}
+
 TEST(Numbers, writesTheRegionsPoint) {
     EXPECT_EQ(decimalText(0.5, test::german()), "0,5");
     EXPECT_EQ(decimalText(0.5f, test::german()), "0,5");

@@ -1,22 +1,17 @@
 // Dates and times as text.
 #include "core/calc/DatePatterns.h"
 #include "core/calc/Dates.h"
+#include "core/calc/Numbers.h"
 #include "core/calc/Text.h"
 
 #include <cstddef>
+#include <utility>
 
 namespace tallybook::calc {
 
 namespace {
 
 constexpr std::string_view kHalves = "AM/PM";
-
-void appendPadded(int value, std::size_t digits, std::string& out) {
-    const std::string text = std::to_string(value);
-    if (text.size() < digits)
-        out.append(digits - text.size(), '0');
-    out += text;
-}
 
 // Writes one moment by pictures.
 class PictureWriter {
@@ -56,30 +51,34 @@ private:
         m_last = letter;
         switch (letter) {
         case 'd':
-            appendPadded(m_date.day, count, m_out);
+            appendNumber(m_date.day, count);
             break;
         case 'm':
-            behindHour ? appendPadded(m_time.minute, count, m_out) : appendMonth(count);
+            behindHour ? appendNumber(m_time.minute, count) : appendMonth(count);
             break;
         case 'y':
-            count > 2 ? appendPadded(m_date.year, 4, m_out) : appendPadded(m_date.year % 100, 2, m_out);
+            count > 2 ? appendNumber(m_date.year, 4) : appendNumber(m_date.year % 100, 2);
             break;
         case 'n':
-            appendPadded(m_time.minute, count, m_out);
+            appendNumber(m_time.minute, count);
             break;
         case 'h':
-            appendPadded(m_twelveHours ? (m_time.hour + 11) % 12 + 1 : m_time.hour, count, m_out);
+            appendNumber(m_twelveHours ? (m_time.hour + 11) % 12 + 1 : m_time.hour, count);
             break;
         default:
-            appendPadded(m_time.second, count, m_out);
+            appendNumber(m_time.second, count);
         }
         return true;
+    }
+
+    void appendNumber(int value, std::size_t digits) {
+        m_out += zeroPadded(static_cast<std::uint64_t>(value), digits);
     }
 
     void appendMonth(std::size_t count) {
         const auto index = static_cast<std::size_t>(m_date.month - 1);
         if (count < 3)
-            appendPadded(m_date.month, count, m_out);
+            appendNumber(m_date.month, count);
         else
             m_out += count == 3 ? m_regional.monthAbbrevs[index] : m_regional.monthNames[index];
     }

@@ -3,6 +3,7 @@
 
 #include "core/platform/Regional.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -37,6 +38,13 @@ double val(std::string_view text);
 // otherwise as "1E+15". The value is finite.
 std::string decimalText(double value, const Regional& regional);
 std::string decimalText(float value, const Regional& regional);
+
+// A double's digits with a blank in front, or the minus: " 0", " 459", "-459.65", " .5". The point is always '.',
+// without a zero ahead of it.
+std::string spacedText(double value);
+
+// The pictures "00", "000" and so on: the number with zeros in front, to so many digits at least.
+std::string zeroPadded(std::uint64_t value, std::size_t digits);
 
 // The formats "0", "0.0", "0.00", "0.000": decimals 0..3, halves away from zero, on the 15 significant digits of
 // a double (which is finite) and on the shortest decimal form of a single. Zero has no sign.
