@@ -15,6 +15,7 @@ using platform::Regional;
 
 constexpr std::string_view kBlanks = " \t\r\n\v\f\xA0";
 constexpr std::size_t kMostDigits = 4;
+constexpr std::size_t kUsualTokens = 8; // a date and a time
 constexpr std::array<std::string_view, 12> kEnglishMonths = {"January",   "February", "March",    "April",
                                                              "May",       "June",     "July",     "August",
                                                              "September", "October",  "November", "December"};
@@ -38,8 +39,9 @@ public:
 
     // The tokens without blanks at the ends and beside separators; nothing when the text holds anything else.
     std::optional<std::vector<DateToken>> run() {
+        m_tokens.reserve(kUsualTokens);
         while (!m_text.empty())
-            if (!takeBlanks() && !takeNumber() && !takeWord() && !takeSeparator())
+            if (!takeBlanks() && !takeNumber() && !takeSeparator() && !takeWord())
                 return std::nullopt;
         if (!m_tokens.empty() && m_tokens.back().kind == DateTokenKind::Blank)
             m_tokens.pop_back();
