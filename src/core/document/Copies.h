@@ -1,0 +1,24 @@
+// The copies of the open file that the program keeps for itself.
+#pragma once
+
+#include "core/model/Document.h"
+#include "core/platform/Services.h"
+
+#include <filesystem>
+
+namespace tallybook::document {
+
+inline constexpr int kOlderBackups = 5;
+
+// Puts the bytes of `file` into the temporary copy, which pictures are copied from at the next save. When that
+// fails, they are copied from the file itself: TempCopyPath names whichever is whole.
+void renewTempCopy(model::Document& doc, platform::Services& services, const std::filesystem::path& file,
+                   platform::ByteSpan bytes);
+
+// Refreshes the copy in Backup under the file's name. One of other content is kept beside it first, with the date
+// and time of now in its name; the five latest of these stay. The copy that was there is untouched when anything
+// fails.
+platform::Status refreshBackup(platform::Services& services, const std::filesystem::path& file,
+                               platform::ByteSpan bytes);
+
+} // namespace tallybook::document

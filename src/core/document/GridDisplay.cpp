@@ -1,0 +1,125 @@
+#include "core/document/GridDisplay.h"
+
+#include "core/calc/CellCoders.h"
+#include "core/calc/Text.h"
+#include "core/document/Cells.h"
+#include "core/platform/Guards.h"
+
+#include <algorithm>
+
+namespace tallybook::document {
+
+namespace {
+
+using model::Alignment;
+using model::FieldType;
+
+std::string headerName(const model::FieldDef& field, int slot) {
+    if (!field.Name.empty())
+        return field.Name;
+    return (slot < 10 ? "Fld0" : "Fld") + std::to_string(slot);
+}
+
+Alignment alignmentOf(FieldType type) {
+    switch (type) {
+    case FieldType::Integer:
+    case FieldType::Long:
+    case FieldType::Float:
+    case FieldType::AutoIncremental:
+        return Alignment::RightCentre;
+    default:
+        return Alignment::LeftCentre;
+    }
+}
+
+std::string clipboardText(const model::Document& doc, int row, int column) {
+    if (isFieldColumn(column) && row >= model::kFirstDataRow &&
+        fieldOfColumn(doc, column).Type == FieldType::Checkbox)
+        return doc.grd.picture(row, column) == model::Picture::CheckOn ? "Y" : "N";
+    return calc::QuoteDelimited(doc.grd.text(row, column), '\t');
+}
+
+} // namespace
+
+void gridLoadFieldNames20(model::Document& doc, const platform::Regional& regional) {
+    for (int slot = 0; slot <= model::MaxUserFields; ++slot) {
+        const model::FieldDef& field = doc.CurrDB20.Fields[static_cast<std::size_t>(slot)];
+        const int column = model::columnOfSlot(slot);
+        doc.grd.setText(0, column, headerName(field, slot));
+        doc.grd.setText(1, column, model::fieldTypeName(field.Type));
+        doc.grd.column(column).setCoder(calc::coderForField(doc.CurrDB20, slot, regional));
+    }
+    doc.grd.touch();
+}
+
+void FormatGrid(model::Document& doc, const DisplayChoices& choices) {
+    for (int slot = 0; slot <= model::MaxUserFields; ++slot) {
+        const FieldType type = doc.CurrDB20.Fields[static_cast<std::size_t>(slot)].Type;
+        const int column = model::columnOfSlot(slot);
+        if (slot > 0 && type == FieldType::NotUsed)
+            doc.grd.setColumnWidth(column, choices.notUsedFields ? model::kDefaultSize : 0);
+        else if (doc.grd.columnWidth(column) == 0)
+            doc.grd.setColumnWidth(column, model::kDefaultSize); // a slot that has come into use
+        doc.grd.setAlignment(column, alignmentOf(type));
+    }
+    doc.grd.setRowHeight(1, choices.fieldTypes ? model::kDefaultSize : 0);
+}
+
+void gridResized(model::Document& doc) {
+    cancelEdit(doc);
+    doc.grd.setCell(model::kFirstDataRow, 1);
+}
+
+std::string CopyGridCells(model::Document& doc, platform::Services& services) {
+    const platform::HourGlass wait(services.ui);
+    const platform::Freeze freeze(services.ui, doc);
+    const model::GridPlace& place = doc.grd.place();
+    const auto [top, bottom] = std::minmax(place.Row, place.RowSel);
+    const auto [left, right] = std::minmax(place.Col, place.ColSel);
+    std::string text;
+    for (int row = top; row <= bottom; ++row) {
+        if (row > top)
+            text += '\n';
+        for (int column = left; column <= right; ++column) {
+            if (column > left)
+                text += '\t';
+            text += clipboardText(doc, row, column);
+        }
+    }
+    return text;
+}
+
+bool hasBlock(const model::Document& doc) {
+    const model::GridPlace& place = doc.grd.place();
+    return place.Row != place.RowSel || place.Col != place.ColSel;
+}
+
+bool refuseBlock(const model::Document& doc, platform::Services& services) {
+    if (!hasBlock(doc))
+        return false;
+    services.ui.message({.text = "Cut and Paste is not supported for multiple cells",
+                         .icon = platform::Icon::Information,
+                         .title = {}});
+    return true;
+}
+
+std::vector<std::string> viewEntries(const model::DatabaseModel& db) {
+    std::vector<std::string> entries{"Show All Fields"};
+    for (std::size_t slot = 0; slot + 1 < db.Views.size(); ++slot) // the last slot is carried, not offered
+        if (!db.Views[slot].Name.empty())
+            entries.push_back(db.Views[slot].Name);
+    entries.push_back("Edit Views...");
+    return entries;
+}
+
+std::vector<std::string> filterEntries(const model::DatabaseModel& db) {
+    std::vector<std::string> entries{"No Filter"};
+    for (std::size_t slot = 0; slot < model::MaxFilters; ++slot)
+        if (!db.Filters[slot].Name.empty())
+            entries.push_back(db.Filters[slot].Name);
+    entries.push_back("Multiple");
+    entries.push_back("Edit Filters...");
+    return entries;
+}
+
+} // namespace tallybook::document
