@@ -224,6 +224,7 @@ public:
     PlainRow& at(int row) { return rows[static_cast<std::size_t>(row - kHeaderRows)]; }
     void permute(const std::vector<std::uint32_t>& order) {
         std::vector<PlainRow> moved;
+        moved.reserve(order.size());
         for (const std::uint32_t from : order)
             moved.push_back(rows[from]);
         rows = std::move(moved);

@@ -111,7 +111,9 @@ int shortValue(const DateToken& number) {
 }
 
 std::optional<Date> threeNumbers(const std::array<DateToken, 3>& numbers, const Regional& regional) {
-    const auto& [first, second, third] = numbers;
+    const DateToken& first = numbers[0];
+    const DateToken& second = numbers[1];
+    const DateToken& third = numbers[2];
     const auto ymd = [&] { return real({yearOf(first, regional), shortValue(second), shortValue(third)}); };
     const auto mdy = [&] { return real({yearOf(third, regional), shortValue(first), shortValue(second)}); };
     const auto dmy = [&] { return real({yearOf(third, regional), shortValue(second), shortValue(first)}); };
@@ -146,7 +148,8 @@ std::optional<Date> twoNumbers(const DateToken& first, const DateToken& second, 
 }
 
 std::optional<Date> monthAndNumbers(const DatePieces& pieces, const Regional& regional, int thisYear) {
-    const auto& [first, second, third] = pieces.numbers;
+    const DateToken& first = pieces.numbers[0];
+    const DateToken& second = pieces.numbers[1];
     if (pieces.count == 1)
         return looksLikeYear(first) ? real({yearOf(first, regional), pieces.month, 1})
                                     : real({thisYear, pieces.month, first.value});
