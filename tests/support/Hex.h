@@ -3,6 +3,7 @@
 
 #include "core/platform/Files.h"
 
+#include <algorithm>
 #include <cctype>
 #include <cstdint>
 #include <cstdlib>
@@ -53,6 +54,23 @@ inline std::string toHex(platform::ByteSpan bytes) {
         text += kDigits[byte & 15];
     }
     return text;
+}
+
+// Where two runs of bytes first differ, with what follows there; empty when they are the same. For runs too long
+// to be shown whole.
+inline std::string difference(platform::ByteSpan have, platform::ByteSpan expected) {
+    constexpr std::size_t kShown = 16;
+    const auto both = std::min(have.size(), expected.size());
+    std::size_t place = 0;
+    while (place < both && have[place] == expected[place])
+        ++place;
+    if (place == have.size() && place == expected.size())
+        return {};
+    const auto shown = [&](platform::ByteSpan bytes) {
+        return toHex(bytes.subspan(place, std::min(kShown, bytes.size() - place)));
+    };
+    return "byte " + std::to_string(place) + ": " + shown(have) + ", expected " + shown(expected) + "; " +
+           std::to_string(have.size()) + " bytes, expected " + std::to_string(expected.size());
 }
 
 // All 255 characters that a text can hold, in order.

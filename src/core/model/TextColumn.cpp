@@ -15,28 +15,16 @@ std::size_t storedSize(std::size_t length) {
 
 } // namespace
 
-TextColumn::Block& TextColumn::blockFor(std::uint32_t row) {
-    const std::uint32_t index = row / kBlockRows;
+void TextColumn::beginBlock(std::uint32_t index) {
     if (index >= m_blocks.size())
         m_blocks.resize(index + 1);
-    Block& block = m_blocks[index];
-    if (block.words.empty() && block.texts.empty() && index > 0) {
-        // a block is most likely to be filled like the one before it
-        const Block& before = m_blocks[index - 1];
-        block.words.reserve(before.words.size());
-        block.texts.reserve(before.texts.size());
-    }
-    return block;
-}
-
-void TextColumn::putWord(Block& block, std::uint32_t place, std::uint32_t word) {
-    const std::uint32_t rank = bitsBefore(block.filled, place);
-    if (bitOf(block.filled, place)) {
-        block.words[rank] = word;
+    if (index == 0)
         return;
-    }
-    block.words.insert(block.words.begin() + rank, word);
-    setBit(block.filled, place);
+    // a block is most likely to be filled like the one before it
+    const Block& before = m_blocks[index - 1];
+    const std::size_t texts = before.texts.size();
+    m_blocks[index].words.reserve(before.words.count());
+    m_blocks[index].texts.reserve(texts + texts / 8);
 }
 
 std::uint32_t TextColumn::appendText(Block& block, std::string_view text) {
@@ -64,55 +52,46 @@ std::string_view TextColumn::textAt(const Block& block, std::uint32_t position) 
     return {start + 1 + sizeof longLength, longLength};
 }
 
-void TextColumn::forgetText(Block& block, std::uint32_t place) {
-    if (!bitOf(block.plain, place))
-        return;
-    const std::string_view old = textAt(block, block.words[bitsBefore(block.filled, place)]);
-    block.unused += static_cast<std::uint32_t>(storedSize(old.size()));
+void TextColumn::forgetPlainText(Block& block, std::uint32_t place) {
+    block.unused += static_cast<std::uint32_t>(storedSize(textAt(block, block.words.value(place)).size()));
     clearBit(block.plain, place);
 }
 
 void TextColumn::compact(Block& block) {
     Block packed;
     packed.texts.reserve(block.texts.size() - block.unused);
-    std::size_t rank = 0;
-    for (std::uint32_t place = 0; place < kBlockRows; ++place) {
-        if (!bitOf(block.filled, place))
-            continue;
+    for (std::uint32_t place = 0; place < kBlockRows; ++place)
         if (bitOf(block.plain, place))
-            block.words[rank] = appendText(packed, textAt(block, block.words[rank]));
-        ++rank;
-    }
+            block.words.set(place, appendText(packed, textAt(block, block.words.value(place))));
     block.texts = std::move(packed.texts);
     block.unused = 0;
 }
 
-bool TextColumn::has(std::uint32_t row) const {
-    const std::uint32_t index = row / kBlockRows;
-    return index < m_blocks.size() && bitOf(m_blocks[index].filled, row % kBlockRows);
+bool TextColumn::empty() const {
+    return cells() == 0;
+}
+
+std::size_t TextColumn::cells() const {
+    std::size_t count = 0;
+    for (const Block& block : m_blocks)
+        count += block.words.count();
+    return count;
+}
+
+std::size_t TextColumn::textBytes() const {
+    std::size_t bytes = 0;
+    for (const Block& block : m_blocks)
+        bytes += block.texts.size() - block.unused;
+    return bytes;
 }
 
 std::string_view TextColumn::text(std::uint32_t row, std::string& scratch) const {
-    if (!has(row))
-        return {};
-    const Block& block = m_blocks[row / kBlockRows];
-    const std::uint32_t place = row % kBlockRows;
-    const std::uint32_t word = block.words[bitsBefore(block.filled, place)];
-    if (bitOf(block.plain, place))
-        return textAt(block, word);
+    const StoredCell cell = stored(row);
+    if (cell.kind != StoredCell::Kind::Word)
+        return cell.text;
     scratch.clear();
-    m_coder->append(word, scratch);
+    m_coder->append(cell.word, scratch);
     return scratch;
-}
-
-std::optional<std::uint32_t> TextColumn::word(std::uint32_t row) const {
-    if (!has(row))
-        return std::nullopt;
-    const Block& block = m_blocks[row / kBlockRows];
-    const std::uint32_t place = row % kBlockRows;
-    if (bitOf(block.plain, place))
-        return std::nullopt;
-    return block.words[bitsBefore(block.filled, place)];
 }
 
 void TextColumn::setText(std::uint32_t row, std::string_view text) {
@@ -130,26 +109,18 @@ void TextColumn::setText(std::uint32_t row, std::string_view text) {
     Block& block = blockFor(row);
     const std::uint32_t position = appendText(block, text);
     forgetText(block, place);
-    putWord(block, place, position);
+    block.words.set(place, position);
     setBit(block.plain, place);
     if (block.unused > kCompactFrom && block.unused > block.texts.size() / 2)
         compact(block);
-}
-
-void TextColumn::setWord(std::uint32_t row, std::uint32_t word) {
-    Block& block = blockFor(row);
-    forgetText(block, row % kBlockRows);
-    putWord(block, row % kBlockRows, word);
 }
 
 void TextColumn::erase(std::uint32_t row) {
     if (!has(row))
         return;
     Block& block = m_blocks[row / kBlockRows];
-    const std::uint32_t place = row % kBlockRows;
-    forgetText(block, place);
-    block.words.erase(block.words.begin() + bitsBefore(block.filled, place));
-    clearBit(block.filled, place);
+    forgetText(block, row % kBlockRows);
+    block.words.erase(row % kBlockRows);
 }
 
 void TextColumn::setCoder(std::unique_ptr<CellCoder> coder) {

@@ -11,27 +11,62 @@
 
 namespace tallybook::model {
 
+// A cell as its column keeps it: nothing, a word of the column's coder, or a text.
+struct StoredCell {
+    enum class Kind : std::uint8_t { Empty, Word, Text };
+    Kind kind = Kind::Empty;
+    std::uint32_t word = 0;
+    std::string_view text; // lies in the column, until it changes
+};
+
 // Rows are kept in blocks of 256 as in WordColumn. The word of a cell is either what the column's coder makes
 // of its text, or, when the row's `plain` bit is set, the place of the text in the block's own run of texts. An
 // empty text is an absent cell. No cell is a heap block of its own, and every change takes bounded time.
 class TextColumn {
 public:
-    bool has(std::uint32_t row) const; // the text is not empty
+    // The text of the row is not empty.
+    bool has(std::uint32_t row) const {
+        const std::uint32_t index = row / kBlockRows;
+        return index < m_blocks.size() && m_blocks[index].words.has(row % kBlockRows);
+    }
+    bool empty() const; // no row has a text
 
     // The text of a row. The view lies in the column or in `scratch` and lasts until either changes.
     std::string_view text(std::uint32_t row, std::string& scratch) const;
 
+    StoredCell stored(std::uint32_t row) const {
+        if (!has(row))
+            return {};
+        const Block& block = m_blocks[row / kBlockRows];
+        const std::uint32_t place = row % kBlockRows;
+        const std::uint32_t word = block.words.value(place);
+        if (bitOf(block.plain, place))
+            return {StoredCell::Kind::Text, 0, textAt(block, word)};
+        return {StoredCell::Kind::Word, word, {}};
+    }
+
     // The word of a row, when its text has the coder's form.
-    std::optional<std::uint32_t> word(std::uint32_t row) const;
+    std::optional<std::uint32_t> word(std::uint32_t row) const {
+        const StoredCell cell = stored(row);
+        return cell.kind == StoredCell::Kind::Word ? std::optional(cell.word) : std::nullopt;
+    }
 
     // Sets a text. It must not be a view into this very column.
     void setText(std::uint32_t row, std::string_view text);
 
     // Sets a word of the coder. The word must stand for a text that is not empty.
-    void setWord(std::uint32_t row, std::uint32_t word);
+    void setWord(std::uint32_t row, std::uint32_t word) {
+        Block& block = blockFor(row);
+        forgetText(block, row % kBlockRows);
+        block.words.set(row % kBlockRows, word);
+    }
 
     void erase(std::uint32_t row);
     void clear() { m_blocks.clear(); }
+
+    // Cells that have a text, and the bytes that plain texts take.
+    std::size_t cells() const;
+    std::size_t textBytes() const;
 
     // Gives the column another coder, or none. The texts stay what they are.
     void setCoder(std::unique_ptr<CellCoder> coder);
@@ -39,18 +74,26 @@ public:
 
 private:
     struct Block {
-        std::array<std::uint64_t, 4> filled{};
-        std::array<std::uint64_t, 4> plain{};
-        std::vector<std::uint32_t> words;
+        WordBlock words;
+        RowBits plain{};
         std::string texts;        // each a length (1 byte, or 255 and 4 bytes) and its bytes
         std::uint32_t unused = 0; // bytes of texts that no row uses any more
     };
 
-    Block& blockFor(std::uint32_t row);
-    static void putWord(Block& block, std::uint32_t place, std::uint32_t word);
+    Block& blockFor(std::uint32_t row) {
+        const std::uint32_t index = row / kBlockRows;
+        if (index >= m_blocks.size() || m_blocks[index].words.empty())
+            beginBlock(index);
+        return m_blocks[index];
+    }
+    void beginBlock(std::uint32_t index);
     static std::uint32_t appendText(Block& block, std::string_view text);
     static std::string_view textAt(const Block& block, std::uint32_t position);
-    static void forgetText(Block& block, std::uint32_t place);
+    static void forgetText(Block& block, std::uint32_t place) {
+        if (bitOf(block.plain, place))
+            forgetPlainText(block, place);
+    }
+    static void forgetPlainText(Block& block, std::uint32_t place);
     static void compact(Block& block);
 
     std::vector<Block> m_blocks;

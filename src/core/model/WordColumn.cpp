@@ -4,45 +4,60 @@
 
 namespace tallybook::model {
 
-bool WordColumn::has(std::uint32_t row) const {
-    const std::uint32_t block = row / kBlockRows;
-    return block < m_blocks.size() && bitOf(m_blocks[block].filled, row % kBlockRows);
+namespace {
+
+// Bits that are set, by adding neighbours; the processor's own instruction is not to be had on every machine.
+std::uint32_t bitCount(std::uint64_t bits) {
+    bits -= bits >> 1 & 0x5555555555555555;
+    bits = (bits & 0x3333333333333333) + (bits >> 2 & 0x3333333333333333);
+    bits = (bits + (bits >> 4)) & 0x0F0F0F0F0F0F0F0F;
+    return static_cast<std::uint32_t>(bits * 0x0101010101010101 >> 56);
 }
 
-std::optional<std::uint32_t> WordColumn::get(std::uint32_t row) const {
-    if (!has(row))
-        return std::nullopt;
-    const Block& block = m_blocks[row / kBlockRows];
-    return block.values[bitsBefore(block.filled, row % kBlockRows)];
+} // namespace
+
+std::uint32_t WordBlock::countBefore(std::uint32_t place) const {
+    std::uint32_t count = 0;
+    for (std::uint32_t word = 0; word < place >> 6; ++word)
+        count += bitCount(m_filled[word]);
+    const std::uint64_t below = (std::uint64_t{1} << (place & 63)) - 1;
+    return count + bitCount(m_filled[place >> 6] & below);
+}
+
+void WordBlock::setInside(std::uint32_t place, std::uint32_t value) {
+    const std::uint32_t index = rank(place);
+    if (has(place)) {
+        m_values[index] = value;
+        return;
+    }
+    m_values.insert(m_values.begin() + index, value);
+    setBit(m_filled, place);
+}
+
+void WordBlock::erase(std::uint32_t place) {
+    m_values.erase(m_values.begin() + rank(place));
+    clearBit(m_filled, place);
+    while (m_end > 0 && !has(m_end - 1))
+        --m_end;
 }
 
 void WordColumn::set(std::uint32_t row, std::uint32_t value) {
     const std::uint32_t index = row / kBlockRows;
     if (index >= m_blocks.size())
         m_blocks.resize(index + 1);
-    Block& block = m_blocks[index];
-    const std::uint32_t place = row % kBlockRows;
-    const std::uint32_t rank = bitsBefore(block.filled, place);
-    if (bitOf(block.filled, place)) {
-        block.values[rank] = value;
-        return;
-    }
-    if (block.values.empty() && index > 0) // a block is most likely to be filled like the one before it
-        block.values.reserve(m_blocks[index - 1].values.size());
-    block.values.insert(block.values.begin() + rank, value);
-    setBit(block.filled, place);
+    WordBlock& block = m_blocks[index];
+    if (block.empty() && index > 0) // a block is most likely to be filled like the one before it
+        block.reserve(m_blocks[index - 1].count());
+    block.set(row % kBlockRows, value);
 }
 
 void WordColumn::erase(std::uint32_t row) {
-    if (!has(row))
-        return;
-    Block& block = m_blocks[row / kBlockRows];
-    block.values.erase(block.values.begin() + bitsBefore(block.filled, row % kBlockRows));
-    clearBit(block.filled, row % kBlockRows);
+    if (has(row))
+        m_blocks[row / kBlockRows].erase(row % kBlockRows);
 }
 
 bool WordColumn::empty() const {
-    return std::all_of(m_blocks.begin(), m_blocks.end(), [](const Block& block) { return block.values.empty(); });
+    return std::all_of(m_blocks.begin(), m_blocks.end(), [](const WordBlock& block) { return block.empty(); });
 }
 
 } // namespace tallybook::model

@@ -9,43 +9,75 @@
 
 namespace tallybook::model {
 
-// Rows are kept in blocks of 256, a bit for each row that has a value and the values packed in row order, so
-// that setting, erasing and reading take bounded time whatever the number of rows.
+inline constexpr std::uint32_t kBlockRows = 256;
+
+using RowBits = std::array<std::uint64_t, kBlockRows / 64>;
+
+inline bool bitOf(const RowBits& bits, std::uint32_t place) {
+    return (bits[place >> 6] >> (place & 63) & 1) != 0;
+}
+inline void setBit(RowBits& bits, std::uint32_t place) {
+    bits[place >> 6] |= std::uint64_t{1} << (place & 63);
+}
+inline void clearBit(RowBits& bits, std::uint32_t place) {
+    bits[place >> 6] &= ~(std::uint64_t{1} << (place & 63));
+}
+
+// The values of up to 256 rows: a bit for each row that has one, and the values packed in row order, so that
+// setting, erasing and reading take bounded time. Rows that are set in order, as a file is read, only append.
+class WordBlock {
+public:
+    bool has(std::uint32_t place) const { return bitOf(m_filled, place); }
+    bool empty() const { return m_values.empty(); }
+    std::size_t count() const { return m_values.size(); }
+    void reserve(std::size_t values) { m_values.reserve(values); }
+
+    // The value of a row that has one.
+    std::uint32_t value(std::uint32_t place) const { return m_values[rank(place)]; }
+
+    void set(std::uint32_t place, std::uint32_t value) {
+        if (place >= m_end) {
+            m_values.push_back(value);
+            setBit(m_filled, place);
+            m_end = place + 1;
+        } else {
+            setInside(place, value);
+        }
+    }
+
+    void erase(std::uint32_t place); // a row that has a value
+
+private:
+    void setInside(std::uint32_t place, std::uint32_t value);
+
+    // How many rows ahead of one have values. Without a gap it is the place itself.
+    std::uint32_t rank(std::uint32_t place) const { return m_values.size() == m_end ? place : countBefore(place); }
+    std::uint32_t countBefore(std::uint32_t place) const;
+
+    RowBits m_filled{};
+    std::uint32_t m_end = 0; // the last row with a value, plus 1
+    std::vector<std::uint32_t> m_values;
+};
+
+// The blocks of all rows.
 class WordColumn {
 public:
-    bool has(std::uint32_t row) const;
-    std::optional<std::uint32_t> get(std::uint32_t row) const;
+    bool has(std::uint32_t row) const {
+        const std::uint32_t block = row / kBlockRows;
+        return block < m_blocks.size() && m_blocks[block].has(row % kBlockRows);
+    }
+    std::optional<std::uint32_t> get(std::uint32_t row) const {
+        if (!has(row))
+            return std::nullopt;
+        return m_blocks[row / kBlockRows].value(row % kBlockRows);
+    }
     void set(std::uint32_t row, std::uint32_t value);
     void erase(std::uint32_t row);
     void clear() { m_blocks.clear(); }
     bool empty() const; // no row has a value
 
 private:
-    struct Block {
-        std::array<std::uint64_t, 4> filled{};
-        std::vector<std::uint32_t> values;
-    };
-    std::vector<Block> m_blocks;
+    std::vector<WordBlock> m_blocks;
 };
-
-// The four words of bits of a block, and the number of bits set before a place in them.
-inline constexpr std::uint32_t kBlockRows = 256;
-
-inline bool bitOf(const std::array<std::uint64_t, 4>& bits, std::uint32_t place) {
-    return (bits[place >> 6] >> (place & 63) & 1) != 0;
-}
-inline void setBit(std::array<std::uint64_t, 4>& bits, std::uint32_t place) {
-    bits[place >> 6] |= std::uint64_t{1} << (place & 63);
-}
-inline void clearBit(std::array<std::uint64_t, 4>& bits, std::uint32_t place) {
-    bits[place >> 6] &= ~(std::uint64_t{1} << (place & 63));
-}
-inline std::uint32_t bitsBefore(const std::array<std::uint64_t, 4>& bits, std::uint32_t place) {
-    std::uint32_t count = 0;
-    for (std::uint32_t word = 0; word < place >> 6; ++word)
-        count += static_cast<std::uint32_t>(__builtin_popcountll(bits[word]));
-    const std::uint64_t below = (std::uint64_t{1} << (place & 63)) - 1;
-    return count + static_cast<std::uint32_t>(__builtin_popcountll(bits[place >> 6] & below));
-}
 
 } // namespace tallybook::model

@@ -15,6 +15,10 @@ constexpr std::string_view kWriteTag = "Save_DB : writeData20";
 } // namespace
 
 platform::Result<FileHeader> readheader20(ByteReader& in) {
+    if (in.left() < layout::kHeaderSize) {
+        in.fail(platform::texts::fewerThan(static_cast<std::int64_t>(in.left()), "bytes", layout::kHeaderSize));
+        return in.error(kHeaderTag);
+    }
     FileHeader header;
     header.name = in.getPaddedText(layout::kNameWidth);
     in.skipBytes(2 + 2);     // attributes, version

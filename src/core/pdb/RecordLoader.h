@@ -1,0 +1,81 @@
+// Data records to rows of the grid and entries of the tables.
+#pragma once
+
+#include "core/model/Document.h"
+#include "core/pdb/ByteReader.h"
+#include "core/pdb/CellForms.h"
+
+#include <array>
+#include <string>
+#include <vector>
+
+namespace tallybook::pdb {
+
+// Loads the records of one file into a document that has its fields, their attributes and an empty row for each
+// record, the ids of the rows being their numbers. Gives the columns their coders.
+class RecordLoader {
+public:
+    RecordLoader(model::Document& doc, const platform::Regional& regional);
+
+    // Fills one row. The reader stands at the record's first byte and ends where the record's bytes end. Cells end
+    // at their end mark or where the bytes end; one that the end cuts is left out, as a record of ours can be such
+    // that its last cells are misread. Fails when not even key and category are there.
+    platform::Status loadRecord20(ByteReader& in, int record);
+
+    // Copies the keys of all records into the Key fields.
+    void fillKeyFields();
+
+private:
+    // What a cell of a slot needs to know, settled once.
+    struct Slot {
+        int number = 0;
+        model::FieldType type = model::FieldType::NotUsed;
+        std::uint8_t decimals = 0;
+        ResultKind result = ResultKind::Number;
+        CellForm form;
+        model::TextColumn* texts = nullptr;
+        model::WordColumn* longs = nullptr;
+        std::vector<std::int64_t> items; // the column's word of each item's id, or one of the marks below
+    };
+    static constexpr std::int64_t kNotMet = -1;
+    static constexpr std::int64_t kNoWord = -2; // the item's text, which may be empty, is set each time
+
+    void uncheckAll(const Slot& slot);
+
+    // One cell, from the first byte of its body. A reader that failed on the way leaves the cell as it was.
+    void loadCell(model::FieldType type, Slot& slot, ByteReader& in);
+    void loadText(Slot& slot, ByteReader& in);
+    void loadMemo(Slot& slot, ByteReader& in);
+    void loadInteger(Slot& slot, ByteReader& in);
+    void loadLong(model::FieldType type, Slot& slot, ByteReader& in);
+    void loadNumber(Slot& slot, int decimals, ByteReader& in);
+    void loadItem(Slot& slot, ByteReader& in);
+    void loadCheck(Slot& slot, ByteReader& in);
+    void loadDate(Slot& slot, ByteReader& in);
+    void loadTime(Slot& slot, ByteReader& in);
+    void loadDuration(Slot& slot, ByteReader& in);
+    void loadJoin(Slot& slot, ByteReader& in);
+    void loadAddress(Slot& slot, ByteReader& in);
+    void loadPicture(Slot& slot, ByteReader& in);
+    void loadConditional(Slot& slot, ByteReader& in);
+    void loadResult(Slot& slot, ByteReader& in);
+    void loadAdvResult(Slot& slot, ByteReader& in);
+
+    // What has been read, put in its place in the row.
+    void showItem(Slot& slot, std::uint8_t item);
+    void showWhole(Slot& slot, std::int32_t value);
+    void showText(Slot& slot, std::string_view text) { slot.texts->setText(m_row, text); }
+    void setLong(Slot& slot, std::int32_t value) { m_doc.CellLongs.setById(m_row, slot.number, value); }
+    void setColour(Slot& slot, std::uint8_t index);
+    std::int64_t wordOfItem(Slot& slot, std::uint8_t item);
+    std::string_view decimalText(std::int32_t value);
+
+    model::Document& m_doc;
+    const platform::Regional& m_regional;
+    std::array<Slot, model::MaxFieldSlots> m_slots;
+    std::uint32_t m_row = 0;         // id of the row being filled
+    std::array<char, 12> m_digits{}; // of the whole number shown last
+    std::string m_scratch;
+};
+
+} // namespace tallybook::pdb
