@@ -20,10 +20,9 @@ void TextColumn::beginBlock(std::uint32_t index) {
         m_blocks.resize(index + 1);
     if (index == 0)
         return;
-    // a block is most likely to be filled like the one before it
     const Block& before = m_blocks[index - 1];
     const std::size_t texts = before.texts.size();
-    m_blocks[index].words.reserve(before.words.count());
+    m_blocks[index].words.reserveLike(before.words);
     m_blocks[index].texts.reserve(texts + texts / 8);
 }
 
@@ -65,10 +64,6 @@ void TextColumn::compact(Block& block) {
             block.words.set(place, appendText(packed, textAt(block, block.words.value(place))));
     block.texts = std::move(packed.texts);
     block.unused = 0;
-}
-
-bool TextColumn::empty() const {
-    return cells() == 0;
 }
 
 std::size_t TextColumn::cells() const {

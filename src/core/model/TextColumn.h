@@ -29,7 +29,11 @@ public:
         const std::uint32_t index = row / kBlockRows;
         return index < m_blocks.size() && m_blocks[index].words.has(row % kBlockRows);
     }
-    bool empty() const; // no row has a text
+    // The rows from group * 64 on that have a text, a bit each.
+    std::uint64_t filled(std::uint32_t group) const {
+        const std::uint32_t block = group / (kBlockRows / kGroupRows);
+        return block < m_blocks.size() ? m_blocks[block].words.filled(group % (kBlockRows / kGroupRows)) : 0;
+    }
 
     // The text of a row. The view lies in the column or in `scratch` and lasts until either changes.
     std::string_view text(std::uint32_t row, std::string& scratch) const;

@@ -46,8 +46,8 @@ void WordColumn::set(std::uint32_t row, std::uint32_t value) {
     if (index >= m_blocks.size())
         m_blocks.resize(index + 1);
     WordBlock& block = m_blocks[index];
-    if (block.empty() && index > 0) // a block is most likely to be filled like the one before it
-        block.reserve(m_blocks[index - 1].count());
+    if (block.empty() && index > 0)
+        block.reserveLike(m_blocks[index - 1]);
     block.set(row % kBlockRows, value);
 }
 

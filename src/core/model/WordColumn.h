@@ -1,6 +1,7 @@
 // A sparse column of 32-bit values by row id, which costs memory and time only for the cells that are set.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -10,8 +11,9 @@
 namespace tallybook::model {
 
 inline constexpr std::uint32_t kBlockRows = 256;
+inline constexpr std::uint32_t kGroupRows = 64; // whose bits fit into one number
 
-using RowBits = std::array<std::uint64_t, kBlockRows / 64>;
+using RowBits = std::array<std::uint64_t, kBlockRows / kGroupRows>;
 
 inline bool bitOf(const RowBits& bits, std::uint32_t place) {
     return (bits[place >> 6] >> (place & 63) & 1) != 0;
@@ -30,7 +32,14 @@ public:
     bool has(std::uint32_t place) const { return bitOf(m_filled, place); }
     bool empty() const { return m_values.empty(); }
     std::size_t count() const { return m_values.size(); }
-    void reserve(std::size_t values) { m_values.reserve(values); }
+    // Makes room for about as many values as another block has: neighbours are most likely to be filled alike.
+    void reserveLike(const WordBlock& other) {
+        const std::size_t count = other.count();
+        m_values.reserve(std::min<std::size_t>(kBlockRows, count + count / 8 + 1));
+    }
+
+    // The rows of a group of 64 that have a value, a bit each.
+    std::uint64_t filled(std::uint32_t group) const { return m_filled[group]; }
 
     // The value of a row that has one.
     std::uint32_t value(std::uint32_t place) const { return m_values[rank(place)]; }
@@ -70,6 +79,11 @@ public:
         if (!has(row))
             return std::nullopt;
         return m_blocks[row / kBlockRows].value(row % kBlockRows);
+    }
+    // The rows from group * 64 on that have a value, a bit each.
+    std::uint64_t filled(std::uint32_t group) const {
+        const std::uint32_t block = group / (kBlockRows / kGroupRows);
+        return block < m_blocks.size() ? m_blocks[block].filled(group % (kBlockRows / kGroupRows)) : 0;
     }
     void set(std::uint32_t row, std::uint32_t value);
     void erase(std::uint32_t row);

@@ -1,15 +1,13 @@
 #include "core/pdb/ByteWriter.h"
 
-#include <bit>
+#include <utility>
 
 namespace tallybook::pdb {
 
 namespace {
 
-std::array<std::uint8_t, 4> bytesOf(std::uint32_t value) {
-    return {static_cast<std::uint8_t>(value >> 24), static_cast<std::uint8_t>(value >> 16),
-            static_cast<std::uint8_t>(value >> 8), static_cast<std::uint8_t>(value)};
-}
+// Small enough for bytes that are made ahead to stay in the cache until they are used.
+constexpr std::size_t kStep = 32 * 1024;
 
 } // namespace
 
@@ -17,20 +15,20 @@ std::string_view storedPart(std::string_view text, std::size_t length) {
     return text.substr(0, length).substr(0, text.find('\0'));
 }
 
-void ByteWriter::outWord(std::uint16_t value) {
-    outBytes(std::array{static_cast<std::uint8_t>(value >> 8), static_cast<std::uint8_t>(value)});
+platform::Bytes ByteWriter::take() {
+    m_bytes.resize(std::exchange(m_size, 0));
+    return std::move(m_bytes);
 }
 
-void ByteWriter::outLong(std::uint32_t value) {
-    outBytes(bytesOf(value));
-}
-
-void ByteWriter::outFloat(float value) {
-    outLong(std::bit_cast<std::uint32_t>(value));
+void ByteWriter::makeRoom(std::size_t count) {
+    m_bytes.resize(m_size + count + kStep);
 }
 
 void ByteWriter::outColour(const model::Colour& colour) {
-    outBytes(std::array{std::uint8_t{0}, colour.red, colour.green, colour.blue});
+    outByte(0);
+    outByte(colour.red);
+    outByte(colour.green);
+    outByte(colour.blue);
 }
 
 void ByteWriter::outDate(const calc::Date& date) {
@@ -45,10 +43,6 @@ void ByteWriter::outTime(const calc::TimeOfDay& time) {
     outByte(static_cast<std::uint8_t>(time.second));
 }
 
-void ByteWriter::outText(std::string_view text) {
-    m_bytes.insert(m_bytes.end(), text.begin(), text.end());
-}
-
 void ByteWriter::outZeroText(std::string_view text) {
     outText(storedPart(text, text.size()));
     outByte(0);
@@ -58,12 +52,6 @@ void ByteWriter::outPaddedText(std::string_view text, std::size_t width) {
     outText(text);
     if (text.size() < width)
         zeros(width - text.size());
-}
-
-void ByteWriter::setLong(std::size_t position, std::uint32_t value) {
-    const auto bytes = bytesOf(value);
-    for (std::size_t i = 0; i < bytes.size(); ++i)
-        m_bytes[position + i] = bytes[i];
 }
 
 } // namespace tallybook::pdb

@@ -5,8 +5,9 @@
 #include "core/model/Definitions.h"
 #include "core/platform/Files.h"
 
-#include <array>
+#include <bit>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 namespace tallybook::pdb {
@@ -17,32 +18,57 @@ std::string_view storedPart(std::string_view text, std::size_t length);
 // Numbers are big-endian; negative ones in two's complement.
 class ByteWriter {
 public:
-    std::size_t size() const { return m_bytes.size(); }
+    std::size_t size() const { return m_size; }
     void reserve(std::size_t size) { m_bytes.reserve(size); }
-    platform::Bytes take() { return std::move(m_bytes); }
+    platform::Bytes take();
 
-    void outByte(std::uint8_t value) { m_bytes.push_back(value); }
-    void outWord(std::uint16_t value);
-    void outLong(std::uint32_t value);
-    void outFloat(float value);
+    void outByte(std::uint8_t value) { *grow(1) = value; }
+    void outWord(std::uint16_t value) {
+        std::uint8_t* bytes = grow(2);
+        bytes[0] = static_cast<std::uint8_t>(value >> 8);
+        bytes[1] = static_cast<std::uint8_t>(value);
+    }
+    void outLong(std::uint32_t value) { putLong(grow(4), value); }
+    void outFloat(float value) { outLong(std::bit_cast<std::uint32_t>(value)); }
     void outColour(const model::Colour& colour); // a zero byte, then red, green and blue
     void outDate(const calc::Date& date);        // year as a word, month, day
     void outTime(const calc::TimeOfDay& time);   // hour as a word, minute, second
 
-    void outBytes(platform::ByteSpan bytes) { m_bytes.insert(m_bytes.end(), bytes.begin(), bytes.end()); }
-    void outText(std::string_view text);     // the bytes alone
-    void outZeroText(std::string_view text); // up to a NUL in it, and a NUL behind
+    void outBytes(platform::ByteSpan bytes) { copy(bytes.data(), bytes.size()); }
+    void outText(std::string_view text) { copy(text.data(), text.size()); } // the bytes alone
+    void outZeroText(std::string_view text);                                // up to a NUL in it, and a NUL behind
     // The text and NULs up to the width. A text that is as long or longer stands whole, without a NUL.
     void outPaddedText(std::string_view text, std::size_t width);
     // The same, but a longer text is cut: an area of exactly `width` bytes.
     void outArea(std::string_view text, std::size_t width) { outPaddedText(storedPart(text, width), width); }
-    void zeros(std::size_t count) { m_bytes.insert(m_bytes.end(), count, 0); }
+    void zeros(std::size_t count) { std::memset(grow(count), 0, count); }
 
     // Puts a long over four bytes that have been written.
-    void setLong(std::size_t position, std::uint32_t value);
+    void setLong(std::size_t position, std::uint32_t value) { putLong(m_bytes.data() + position, value); }
 
 private:
-    platform::Bytes m_bytes;
+    // Room for the next bytes, which the caller fills. Bytes are made in larger steps ahead of their use.
+    std::uint8_t* grow(std::size_t count) {
+        if (m_bytes.size() - m_size < count)
+            makeRoom(count);
+        std::uint8_t* bytes = m_bytes.data() + m_size;
+        m_size += count;
+        return bytes;
+    }
+    void makeRoom(std::size_t count);
+    void copy(const void* bytes, std::size_t count) {
+        if (count > 0)
+            std::memcpy(grow(count), bytes, count);
+    }
+    static void putLong(std::uint8_t* bytes, std::uint32_t value) {
+        bytes[0] = static_cast<std::uint8_t>(value >> 24);
+        bytes[1] = static_cast<std::uint8_t>(value >> 16);
+        bytes[2] = static_cast<std::uint8_t>(value >> 8);
+        bytes[3] = static_cast<std::uint8_t>(value);
+    }
+
+    platform::Bytes m_bytes; // of which m_size are written
+    std::size_t m_size = 0;
 };
 
 } // namespace tallybook::pdb

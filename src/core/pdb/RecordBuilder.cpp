@@ -90,18 +90,48 @@ RecordBuilder::Slot RecordBuilder::slotOf(int number) const {
 
 // | 1 | 87 | 1 | category | 4 | key | ... | cells | 2 | 0 |
 Status RecordBuilder::buildRecord20(int record) {
-    m_record = record;
-    m_row = m_doc.grd.order().id(record);
+    enterRow(record);
     m_bytes = &m_out.begin();
     const std::uint32_t category = m_doc.CellLongs.slotColumn(0).get(m_row).value_or(0);
     m_bytes->outByte(layout::kFirstData);
     m_bytes->outByte(static_cast<std::uint8_t>(category));
     m_bytes->outLong(bitsOf(m_doc.RecKeys[record]));
-    for (const Slot& slot : m_slots)
+    for (const Slot& slot : m_slots) {
+        if ((slot.filled >> m_row % model::kGroupRows & 1) == 0)
+            continue;
         if (Status built = buildCell(slot); !built.ok())
             return built;
+    }
     m_bytes->zeros(layout::kEndMark);
     return {};
+}
+
+// Rows mostly follow each other as they are stored, so that what is filled is looked up once in 64 rows.
+void RecordBuilder::enterRow(int record) {
+    m_record = record;
+    m_row = m_doc.grd.order().id(record);
+    const std::uint32_t group = m_row / model::kGroupRows;
+    if (m_group == group)
+        return;
+    m_group = group;
+    for (Slot& slot : m_slots)
+        slot.filled = filledRows(slot, group);
+}
+
+// By what decides whether a cell of the type is written at all.
+std::uint64_t RecordBuilder::filledRows(const Slot& slot, std::uint32_t group) {
+    switch (slot.type) {
+    case FieldType::Checkbox:
+        return ~std::uint64_t{0};
+    case FieldType::List:
+    case FieldType::RadioButton:
+    case FieldType::AddressBookJoin:
+        return slot.longs->filled(group);
+    case FieldType::DBJoin:
+        return slot.keys->filled(group);
+    default:
+        return slot.texts->filled(group);
+    }
 }
 
 Status RecordBuilder::buildCell(const Slot& slot) {

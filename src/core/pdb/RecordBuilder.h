@@ -40,7 +40,11 @@ private:
         const model::WordColumn* pictures = nullptr;
         const model::WordColumn* colours = nullptr;
         const model::TextColumn* keys = nullptr;
+        std::uint64_t filled = 0; // rows of the current group that may have a cell, a bit each
     };
+
+    void enterRow(int record);
+    static std::uint64_t filledRows(const Slot& slot, std::uint32_t group);
 
     Slot slotOf(int number) const;
     platform::Status buildCell(const Slot& slot);
@@ -87,6 +91,7 @@ private:
 
     int m_record = 0; // being built
     std::uint32_t m_row = 0;
+    std::optional<std::uint32_t> m_group; // of 64 rows, to which m_row belongs
     ByteWriter* m_bytes = nullptr;
     std::string m_scratch;
 };
