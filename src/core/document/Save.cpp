@@ -1,0 +1,223 @@
+// Writing the document to a file, under its own name or a new one.
+#include "core/calc/Text.h"
+#include "core/document/CellEditing.h"
+#include "core/document/Cells.h"
+#include "core/document/Copies.h"
+#include "core/document/OpenSave.h"
+#include "core/document/Progress.h"
+#include "core/pdb/Database.h"
+#include "core/pdb/Names.h"
+#include "core/platform/Guards.h"
+#include "core/platform/OwnTexts.h"
+#include "core/platform/Paths.h"
+#include "core/platform/WholeFile.h"
+
+#include <optional>
+
+namespace tallybook::document {
+
+namespace {
+
+using platform::Answer;
+using platform::Buttons;
+using platform::Icon;
+using platform::Services;
+using Path = std::filesystem::path;
+
+constexpr std::string_view kTag = "Tallybook Pocket : Save";
+constexpr std::string_view kNewDatabase = "New Database";
+constexpr std::string_view kChangedPicture = "*{Image}";
+constexpr std::string_view kPicture = " {Image}";
+constexpr std::size_t kLongestName = 240; // bytes; leaves room for what the program puts before and behind it
+
+// Unchanged pictures are copied from the new file from now on, so each cell takes its place there.
+void adoptPictures(model::Document& doc, Services& services, const pdb::BuiltFile& built) {
+    for (const pdb::ImagePlace& image : built.images) {
+        const int row = image.record + model::kFirstDataRow;
+        const int column = model::columnOfSlot(image.slot);
+        doc.CellLongs.set(image.record, image.slot, image.position);
+        if (doc.grd.text(row, column) == kChangedPicture)
+            doc.grd.setText(row, column, kPicture);
+    }
+    for (const Path& picture : built.usedPictures)
+        (void)services.files.remove(picture); // one that stays behind harms nobody
+}
+
+platform::Result<pdb::BuiltFile> build(model::Document& doc, Services& services, ProgressBar& bar) {
+    pdb::BuildSteps steps;
+    steps.onBuild = [&](int record, int total) { bar.step(record + 1, total, total); };
+    return pdb::buildDatabase(doc, services, steps);
+}
+
+bool exists(Services& services, const Path& path) {
+    const auto state = services.files.state(path);
+    return state && state.value().kind != platform::FileKind::Missing;
+}
+
+// The save dialogs of some desktops leave the ending to the program.
+Path withEnding(const Path& path) {
+    if (calc::equalText(path.extension().string(), pdb::kExtension, calc::TextCase::Folded))
+        return path;
+    Path ended = path;
+    ended += pdb::kExtension;
+    return ended;
+}
+
+bool hasForbiddenCharacter(std::string_view name) {
+    constexpr std::string_view kForbidden = "\\/:*?\"<>|";
+    for (const char c : name)
+        if (static_cast<unsigned char>(c) < ' ' || kForbidden.find(c) != std::string_view::npos)
+            return true;
+    return false;
+}
+
+// Why a file may not have this name; empty when it may.
+std::string faultOfName(const std::string& name) {
+    if (!name.starts_with(pdb::kPrefix2x))
+        return "Filename not valid.  Tallybook file name must start with \"MS2_\".";
+    if (name.size() > kLongestName)
+        return std::string(platform::texts::kNameTooLong);
+    if (hasForbiddenCharacter(name))
+        return std::string(platform::texts::kNameForbidden);
+    return {};
+}
+
+// The dialog has asked about a file of the name as typed, but not about the one that its blanks lead to.
+bool mayReplace(Services& services, const Path& path) {
+    const Path onDisk = savedPath(path);
+    if (onDisk == path || !exists(services, onDisk))
+        return true;
+    return services.ui.message({.text = platform::texts::replaceFile(platform::shownPath(onDisk)),
+                                .icon = Icon::Warning,
+                                .buttons = Buttons::YesNo,
+                                .title = {},
+                                .preferred = Answer::No}) == Answer::Yes;
+}
+
+std::optional<Path> askNewName(model::Document& doc, Services& services) {
+    const Path suggestion = doc.CurrFilePath.empty() ? doc.CurrFolder / "MS2_New.pdb" : doc.CurrFilePath;
+    for (;;) {
+        const auto chosen = services.ui.askSaveName("Save As Tallybook", "PDB file (*.pdb)|*.pdb", suggestion);
+        if (!chosen)
+            return std::nullopt;
+        const Path path = withEnding(*chosen);
+        const std::string fault = faultOfName(path.filename().string());
+        if (fault.empty()) {
+            if (mayReplace(services, path))
+                return path;
+            continue;
+        }
+        const Answer answer =
+            services.ui.message({.text = fault, .icon = Icon::Critical, .buttons = Buttons::OkCancel, .title = {}});
+        if (answer != Answer::Ok)
+            return std::nullopt;
+    }
+}
+
+void adoptPath(model::Document& doc, const Path& path) {
+    doc.CurrFilePath = path;
+    doc.CurrFolder = path.parent_path();
+    doc.CurrFileName = platform::shownPath(path.filename());
+}
+
+void say(Services& services, std::string_view text) {
+    services.ui.message({.text = std::string(text), .icon = Icon::Information, .title = {}});
+}
+
+} // namespace
+
+Path savedPath(const Path& target) {
+    std::string name = target.filename().string();
+    const auto prefix = calc::upper(name).find(pdb::kPrefix1x);
+    if (prefix != std::string::npos)
+        name.replace(prefix, pdb::kPrefix1x.size(), pdb::kPrefix2x);
+    return target.parent_path() / pdb::addUnderscore20(name);
+}
+
+Outcome savePDBFile20(model::Document& doc, Services& services, const Path& target) {
+    const platform::HourGlass wait(services.ui);
+    const platform::Freeze freeze(services.ui, doc);
+    ProgressBar bar(services.ui, "Building record ");
+    const Path path = savedPath(target);
+    doc.FileOK = false;
+    if (doc.CurrDB20.DBName.empty())
+        doc.CurrDB20.DBName = platform::shownPath(path.stem());
+    const auto built = build(doc, services, bar);
+    if (!built) {
+        report(services, built.error(), kTag);
+        return Outcome::Refused;
+    }
+    bar.setVerb("Saving record ");
+    bar.step(doc.NumDataRecs, doc.NumDataRecs, doc.NumDataRecs);
+    const platform::Bytes& bytes = built.value().bytes;
+    if (const platform::Status written = platform::writeWholeFile(services.files, path, bytes); !written) {
+        report(services, written.error(), kTag);
+        return Outcome::Refused;
+    }
+    adoptPictures(doc, services, built.value());
+    renewTempCopy(doc, services, path, bytes);
+    doc.FileOK = true;
+    return Outcome::Done;
+}
+
+Outcome saveDocument(model::Document& doc, Services& services) {
+    if (refuseReadOnly(doc, services))
+        return Outcome::Refused;
+    saveCell(doc, services);
+    if (doc.Caption.starts_with(kNewDatabase))
+        return SaveNew(doc, services);
+    const Outcome outcome = savePDBFile20(doc, services, doc.CurrFilePath);
+    if (outcome != Outcome::Done)
+        return outcome;
+    doc.DocModified = false;
+    const Path path = savedPath(doc.CurrFilePath);
+    if (path != doc.CurrFilePath) {
+        adoptPath(doc, path);
+        doc.Caption = doc.CurrFileName;
+    }
+    return outcome;
+}
+
+Outcome SaveNew(model::Document& doc, Services& services) {
+    const auto path = askNewName(doc, services);
+    if (!path)
+        return Outcome::Cancelled;
+    const std::string nameBefore = doc.CurrDB20.DBName;
+    doc.CurrDB20.DBName = platform::shownPath(path->stem());
+    const Outcome outcome = savePDBFile20(doc, services, *path);
+    if (outcome != Outcome::Done) {
+        doc.CurrDB20.DBName = nameBefore;
+        return outcome;
+    }
+    doc.Caption = doc.CurrDB20.DBName;
+    adoptPath(doc, savedPath(*path));
+    doc.DocModified = false;
+    return outcome;
+}
+
+Outcome saveAsSub(model::Document& doc, Services& services) {
+    saveCell(doc, services);
+    const Outcome outcome = SaveNew(doc, services);
+    if (outcome == Outcome::Done) {
+        say(services, "A backup copy of the Tallybook has been created successfully.");
+        say(services, "Note: If you want to install this Tallybook on the device please select the button "
+                      "'Save & Install' on the toolbar.");
+    }
+    return outcome;
+}
+
+bool CheckSaveChanges(model::Document& doc, Services& services) {
+    saveCell(doc, services);
+    if (!doc.DocModified)
+        return true;
+    const Answer answer =
+        services.ui.message({.text = "Do you want to save the changes you made to " + doc.Caption + " ?",
+                             .icon = Icon::Question,
+                             .buttons = Buttons::YesNoCancel,
+                             .title = {}});
+    if (answer == Answer::Yes)
+        return saveDocument(doc, services) == Outcome::Done;
+    return answer == Answer::No;
+}
+
+} // namespace tallybook::document

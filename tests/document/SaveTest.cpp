@@ -1,0 +1,448 @@
+#include "document/FileFixture.h"
+
+#include <algorithm>
+#include <cerrno>
+
+namespace tallybook::document {
+namespace {
+
+using model::FieldType;
+using platform::Answer;
+using platform::Buttons;
+using platform::Bytes;
+using platform::ErrorAnswer;
+
+constexpr const char* kBooks = "/home/MS2_Books.pdb";
+constexpr const char* kCopy = "/app/Temp/Copy_MS2_Books.pdb";
+constexpr const char* kMustStart = "Filename not valid.  Tallybook file name must start with \"MS2_\".";
+
+struct Save : test::FileFixture {
+    void openBooks(int count = 2) {
+        makeBooks(count);
+        ASSERT_EQ(open(kBooks), Outcome::Done);
+    }
+    void change(int record, const std::string& text) {
+        opened->grd.setText(record + 2, 2, text);
+        opened->DocModified = true;
+    }
+    std::string savedCell(int record) {
+        EXPECT_EQ(open(kBooks), Outcome::Done);
+        return openedCell(record, 1);
+    }
+};
+
+TEST(SavedPath, prefixAndBlanksAreTheDisksOwn) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"/home/MS2_Books.pdb", "/home/MS2_Books.pdb"},       {"/home/MS2_My Books.pdb", "/home/MS2_My_Books.pdb"},
+        {"/home/MSA_My Books.pdb", "/home/MS2_My_Books.pdb"}, {"/home/msa_books.PDB", "/home/MS2_books.PDB"},
+        {"/my home/MS2_x.pdb", "/my home/MS2_x.pdb"},         {"MS2_x y.pdb", "MS2_x_y.pdb"},
+    };
+    for (const auto& [target, path] : rows)
+        EXPECT_EQ(savedPath(target), path);
+}
+
+TEST_F(Save, savedFileOpensAgain) {
+    openBooks();
+    change(1, "changed");
+    EXPECT_EQ(saveDocument(*opened, t), Outcome::Done);
+    EXPECT_FALSE(opened->DocModified);
+    EXPECT_TRUE(opened->FileOK);
+    EXPECT_EQ(opened->CurrFilePath, kBooks);
+    EXPECT_EQ(opened->Caption, "MS2_Books.pdb");
+    EXPECT_TRUE(t.user.messages.empty());
+    EXPECT_TRUE(t.user.atRest());
+    EXPECT_EQ(savedCell(1), "changed");
+}
+
+TEST_F(Save, unchangedFileKeepsItsBytes) {
+    openBooks();
+    const Bytes before = t.files.bytes(kBooks); // made under the same standing clock
+    EXPECT_EQ(saveDocument(*opened, t), Outcome::Done);
+    EXPECT_EQ(t.files.bytes(kBooks), before);
+}
+
+TEST_F(Save, temporaryCopyIsRenewed) {
+    openBooks();
+    change(0, "changed");
+    EXPECT_EQ(saveDocument(*opened, t), Outcome::Done);
+    EXPECT_EQ(t.files.bytes(kCopy), t.files.bytes(kBooks));
+    EXPECT_EQ(opened->TempCopyPath, kCopy);
+}
+
+TEST_F(Save, progressTellsEachRecord) {
+    makeBooks(2);
+    EXPECT_EQ(savePDBFile20(doc, t, kBooks), Outcome::Done);
+    const std::vector<test::ScriptedUser::Progress> expected = {{"Building record 1 of 2", 1, 2},
+                                                                {"Building record 2 of 2", 2, 2},
+                                                                {"Saving record 2 of 2", 2, 2},
+                                                                {"", 0, 0}};
+    EXPECT_EQ(t.user.progresses, expected);
+}
+
+TEST_F(Save, databaseWithoutRecordsHas87) {
+    makeBooks(1);
+    doc.grd.setCell(2, 2);
+    t.user.answers = {Answer::Yes};
+    ASSERT_TRUE(deleteRecord(doc, t));
+    ASSERT_EQ(savePDBFile20(doc, t, kBooks), Outcome::Done);
+    const Bytes& bytes = t.files.bytes(kBooks);
+    EXPECT_EQ(bytes[76] * 256 + bytes[77], 87);
+    ASSERT_EQ(open(kBooks), Outcome::Done);
+    EXPECT_EQ(opened->NumDataRecs, 0);
+}
+
+TEST_F(Save, recordWithoutAnyCellIsARecord) {
+    makeBooks(1);
+    setCell(0, 1, "");
+    ASSERT_EQ(savePDBFile20(doc, t, kBooks), Outcome::Done);
+    EXPECT_EQ(t.files.bytes(kBooks)[77], 88);
+}
+
+TEST_F(Save, openEditIsCommittedFirst) {
+    openBooks();
+    opened->grd.setCell(2, 2);
+    GridEdit(*opened, t, 'x');
+    EXPECT_EQ(saveDocument(*opened, t), Outcome::Done);
+    EXPECT_EQ(savedCell(0), "X");
+}
+
+TEST_F(Save, readOnlyDatabaseIsRefused) {
+    openBooks();
+    opened->CurrDB20.ReadOnly = 1;
+    const Bytes before = t.files.bytes(kBooks);
+    change(0, "changed");
+    EXPECT_EQ(saveDocument(*opened, t), Outcome::Refused);
+    EXPECT_EQ(t.user.texts(), std::vector<std::string>{"Tallybook is readonly."});
+    EXPECT_EQ(t.files.bytes(kBooks), before);
+}
+
+TEST_F(Save, fileOfTheOldFormatComesOutAsTheNew) {
+    openBooks();
+    opened->CurrFilePath = "/home/MSA_My Books.pdb";
+    opened->CurrDB20.DBName.clear();
+    EXPECT_EQ(saveDocument(*opened, t), Outcome::Done);
+    EXPECT_TRUE(t.files.has("/home/MS2_My_Books.pdb"));
+    EXPECT_FALSE(t.files.has("/home/MSA_My Books.pdb"));
+    EXPECT_EQ(opened->CurrFilePath, "/home/MS2_My_Books.pdb");
+    EXPECT_EQ(opened->CurrFileName, "MS2_My_Books.pdb");
+    EXPECT_EQ(opened->Caption, "MS2_My_Books.pdb");
+}
+
+TEST_F(Save, headerKeepsTheBlanksOfTheName) {
+    makeBooks();
+    doc.CurrDB20.DBName = "MS2_My Books";
+    ASSERT_EQ(savePDBFile20(doc, t, "/home/MS2_My Books.pdb"), Outcome::Done);
+    const Bytes& bytes = t.files.bytes("/home/MS2_My_Books.pdb");
+    EXPECT_EQ(std::string(bytes.begin(), bytes.begin() + 13), std::string("MS2_My Books\0", 13));
+}
+
+// Failures: the old file is whole, whatever fails
+
+TEST_F(Save, failureAtAnyCallLeavesAWholeFileAndTheChanges) {
+    openBooks();
+    const Bytes before = t.files.bytes(kBooks);
+    bool refused = false;
+    for (int nth = 1; nth < 60; ++nth) {
+        t.files.put(kBooks, before);
+        change(0, "changed");
+        const int calls = t.files.calls();
+        t.files.failAt(nth, ENOSPC);
+        t.user.errorAnswers = {ErrorAnswer::GoOn};
+        const Outcome outcome = saveDocument(*opened, t);
+        const bool reached = t.files.calls() - calls >= nth;
+        t.files.failAt(0, 0);
+        const bool failed = outcome != Outcome::Done;
+        if (!failed)
+            t.user.errorAnswers.clear(); // nobody asked
+        EXPECT_EQ(opened->DocModified, failed) << nth;
+        EXPECT_EQ(opened->FileOK, !failed) << nth;
+        const bool old = t.files.bytes(kBooks) == before;
+        EXPECT_TRUE(old ? failed : open(kBooks) == Outcome::Done && openedCell(0, 1) == "changed") << nth;
+        refused = refused || failed;
+        if (!reached)
+            break;
+        ASSERT_EQ(open(kBooks), Outcome::Done);
+    }
+    EXPECT_TRUE(refused);
+}
+
+TEST_F(Save, failingTemporaryCopyLeavesTheSavedFileAsTheSource) {
+    openBooks();
+    ASSERT_TRUE(t.files.remove(kCopy));
+    t.files.addFolder(kCopy);
+    EXPECT_EQ(saveDocument(*opened, t), Outcome::Done);
+    EXPECT_EQ(opened->TempCopyPath, kBooks);
+    EXPECT_TRUE(t.user.errors.empty());
+}
+
+TEST_F(Save, vanishedFolderIsReported) {
+    openBooks();
+    change(0, "changed");
+    opened->CurrFilePath = "/gone/MS2_Books.pdb";
+    t.user.errorAnswers = {ErrorAnswer::Leave};
+    EXPECT_EQ(saveDocument(*opened, t), Outcome::Refused);
+    EXPECT_TRUE(opened->DocModified);
+    EXPECT_NE(t.user.errors[0].text.find("/gone/MS2_Books.pdb"), std::string::npos);
+}
+
+// Pictures
+
+struct Pictures : Save {
+    // A database with one picture that a temporary file holds.
+    void openPicture() {
+        field(2, FieldType::Image, "Cover");
+        makeBooks(2);
+        t.files.put("/app/Temp/rlw_0000000042.rle", {0xAA, 0xBB, 0xCC});
+        setCell(1, 2, "*{Image}");
+        doc.CellLongs.set(1, 2, 42);
+        makeFile(kBooks);
+        ASSERT_EQ(open(kBooks), Outcome::Done);
+    }
+    // The bytes of the picture of record 1 as a cell's body: length, zero, data, zero.
+    Bytes storedPicture() const {
+        const Bytes& bytes = t.files.bytes(kBooks);
+        const auto at = static_cast<std::ptrdiff_t>(opened->CellLongs.get(1, 2)) - 1;
+        return {bytes.begin() + at, bytes.begin() + at + 9};
+    }
+};
+
+// Type 18, slot 2, length 4 (three bytes and one), zero, the bytes, zero.
+const Bytes kPictureCell = {18, 2, 0, 4, 0, 0xAA, 0xBB, 0xCC, 0};
+
+TEST_F(Pictures, newPictureIsTakenInAndItsFileRemoved) {
+    openPicture();
+    EXPECT_EQ(cell(1, 2), " {Image}");
+    EXPECT_FALSE(t.files.has("/app/Temp/rlw_0000000042.rle"));
+    EXPECT_EQ(openedCell(1, 2), " {Image}");
+    EXPECT_EQ(storedPicture(), kPictureCell);
+    EXPECT_EQ(doc.CellLongs.get(1, 2), opened->CellLongs.get(1, 2));
+}
+
+TEST_F(Pictures, unchangedPictureSurvivesTwoSavesInARow) {
+    openPicture();
+    for (const char* title : {"a longer title than before", "short"}) {
+        change(0, title);
+        ASSERT_EQ(saveDocument(*opened, t), Outcome::Done);
+        EXPECT_EQ(storedPicture(), kPictureCell) << title;
+    }
+}
+
+TEST_F(Pictures, pictureSurvivesTheLossOfTheFileItCameFrom) {
+    openPicture();
+    ASSERT_TRUE(t.files.remove(kBooks));
+    ASSERT_EQ(saveDocument(*opened, t), Outcome::Done);
+    EXPECT_EQ(storedPicture(), kPictureCell);
+}
+
+TEST_F(Pictures, withoutATemporaryCopyThePictureComesFromTheSavedFile) {
+    openPicture();
+    ASSERT_TRUE(t.files.remove(kCopy));
+    t.files.addFolder(kCopy);
+    for (const char* title : {"a longer title than before", "short"}) {
+        opened->TempCopyPath = kBooks;
+        change(0, title);
+        ASSERT_EQ(saveDocument(*opened, t), Outcome::Done);
+        EXPECT_EQ(storedPicture(), kPictureCell) << title;
+    }
+}
+
+TEST_F(Pictures, missingPictureFileFailsTheSave) {
+    openPicture();
+    const Bytes before = t.files.bytes(kBooks);
+    opened->grd.setText(3, 3, "*{Image}");
+    opened->CellLongs.set(1, 2, 77);
+    change(0, "changed");
+    t.user.errorAnswers = {ErrorAnswer::Leave};
+    EXPECT_EQ(saveDocument(*opened, t), Outcome::Refused);
+    EXPECT_NE(t.user.errors[0].text.find("rlw_0000000077.rle"), std::string::npos);
+    EXPECT_EQ(t.files.bytes(kBooks), before);
+    EXPECT_EQ(opened->grd.text(3, 3), "*{Image}");
+    EXPECT_TRUE(opened->DocModified);
+}
+
+// A new name
+
+TEST_F(Save, newDatabaseIsSavedUnderTheNameThatIsAskedFor) {
+    CreateNewDatabase(doc, t);
+    t.user.saveNames = {"/home/MS2_My Books.pdb"};
+    EXPECT_EQ(saveDocument(doc, t), Outcome::Done);
+    EXPECT_EQ(t.user.saveQuestions[0].title, "Save As Tallybook");
+    EXPECT_EQ(t.user.saveQuestions[0].filter, "PDB file (*.pdb)|*.pdb");
+    EXPECT_TRUE(t.files.has("/home/MS2_My_Books.pdb"));
+    EXPECT_EQ(doc.CurrDB20.DBName, "MS2_My Books");
+    EXPECT_EQ(doc.Caption, "MS2_My Books");
+    EXPECT_EQ(doc.CurrFilePath, "/home/MS2_My_Books.pdb");
+    EXPECT_EQ(doc.CurrFileName, "MS2_My_Books.pdb");
+    EXPECT_EQ(doc.CurrFolder, "/home");
+    EXPECT_EQ(doc.TempCopyPath, "/app/Temp/Copy_MS2_My_Books.pdb");
+    EXPECT_TRUE(t.user.messages.empty());
+    EXPECT_EQ(saveDocument(doc, t), Outcome::Done); // from now on without a question
+    ASSERT_EQ(open("/home/MS2_My_Books.pdb"), Outcome::Done);
+    EXPECT_EQ(opened->CurrDB20.Fields[0].Name, "Categories");
+}
+
+TEST_F(Save, cancelledNameLeavesEverythingAsItWas) {
+    openBooks();
+    change(0, "changed");
+    t.user.saveNames = {std::nullopt};
+    EXPECT_EQ(SaveNew(*opened, t), Outcome::Cancelled);
+    EXPECT_EQ(t.user.saveQuestions[0].suggestion, kBooks);
+    EXPECT_TRUE(opened->DocModified);
+    EXPECT_EQ(opened->CurrFilePath, kBooks);
+    EXPECT_EQ(opened->CurrDB20.DBName, "MS2_Books");
+}
+
+TEST_F(Save, nameMustStartWithThePrefix) {
+    openBooks();
+    t.user.saveNames = {"/home/Books.pdb", "/home/MSA_Books.pdb", "/home/ms2_Books.pdb", "/home/MS2_New.pdb"};
+    t.user.answers = {Answer::Ok, Answer::Ok, Answer::Ok};
+    EXPECT_EQ(SaveNew(*opened, t), Outcome::Done);
+    EXPECT_EQ(t.user.texts(), std::vector<std::string>(3, kMustStart));
+    EXPECT_EQ(t.user.messages[0].buttons, Buttons::OkCancel);
+    EXPECT_TRUE(t.files.has("/home/MS2_New.pdb"));
+}
+
+TEST_F(Save, cancelInTheBoxEndsTheCommand) {
+    openBooks();
+    t.user.saveNames = {"/home/Books.pdb"};
+    t.user.answers = {Answer::Cancel};
+    EXPECT_EQ(SaveNew(*opened, t), Outcome::Cancelled);
+}
+
+TEST_F(Save, namesThatNoFileMayHaveAreRefused) {
+    const std::string longest = "MS2_" + std::string(232, 'x') + ".pdb"; // 240 bytes
+    struct Row {
+        std::string name;
+        bool accepted;
+    };
+    const Row rows[] = {
+        {longest, true},           {"MS2_" + std::string(233, 'x') + ".pdb", false},
+        {"MS2_a:b.pdb", false},    {"MS2_a*.pdb", false},
+        {"MS2_a?.pdb", false},     {"MS2_a\"b.pdb", false},
+        {"MS2_<a>.pdb", false},    {"MS2_a|b.pdb", false},
+        {"MS2_a\\b.pdb", false},   {"MS2_a\nb.pdb", false},
+        {"MS2_a'b (1).pdb", true},
+    };
+    openBooks();
+    for (const Row& row : rows) {
+        t.user.messages.clear();
+        t.user.saveNames = {"/home/" + row.name};
+        if (!row.accepted)
+            t.user.answers = {Answer::Cancel};
+        EXPECT_EQ(SaveNew(*opened, t), row.accepted ? Outcome::Done : Outcome::Cancelled) << row.name;
+        EXPECT_EQ(t.user.messages.size(), row.accepted ? 0U : 1U) << row.name;
+    }
+}
+
+TEST_F(Save, nameWithoutItsEndingGetsIt) {
+    openBooks();
+    t.user.saveNames = {"/home/MS2_v1.2"};
+    EXPECT_EQ(SaveNew(*opened, t), Outcome::Done);
+    EXPECT_TRUE(t.files.has("/home/MS2_v1.2.pdb"));
+    EXPECT_EQ(opened->CurrDB20.DBName, "MS2_v1.2");
+    t.user.saveNames = {"/home/MS2_Upper.PDB"};
+    EXPECT_EQ(SaveNew(*opened, t), Outcome::Done);
+    EXPECT_TRUE(t.files.has("/home/MS2_Upper.PDB"));
+}
+
+TEST_F(Save, fileThatBlanksLeadToIsNotReplacedUnasked) {
+    openBooks();
+    t.files.put("/home/MS2_My_Books.pdb", {1, 2, 3});
+    t.user.saveNames = {"/home/MS2_My Books.pdb", std::nullopt};
+    t.user.answers = {Answer::No};
+    EXPECT_EQ(SaveNew(*opened, t), Outcome::Cancelled);
+    EXPECT_EQ(lastMessage().text, "\"/home/MS2_My_Books.pdb\" exists already.  Do you want to replace it?");
+    EXPECT_EQ(t.files.bytes("/home/MS2_My_Books.pdb"), (Bytes{1, 2, 3}));
+    t.user.saveNames = {"/home/MS2_My Books.pdb"};
+    t.user.answers = {Answer::Yes};
+    EXPECT_EQ(SaveNew(*opened, t), Outcome::Done);
+    t.user.saveNames = {"/home/MS2_My_Books.pdb"}; // the dialog itself has asked about this one
+    EXPECT_EQ(SaveNew(*opened, t), Outcome::Done);
+}
+
+TEST_F(Save, failedSaveUnderANewNameKeepsTheOldOne) {
+    openBooks();
+    change(0, "changed");
+    t.user.saveNames = {"/gone/MS2_New.pdb"};
+    t.user.errorAnswers = {ErrorAnswer::Leave};
+    EXPECT_EQ(SaveNew(*opened, t), Outcome::Refused);
+    EXPECT_EQ(opened->CurrDB20.DBName, "MS2_Books");
+    EXPECT_EQ(opened->CurrFilePath, kBooks);
+    EXPECT_EQ(opened->Caption, "MS2_Books.pdb");
+    EXPECT_EQ(opened->TempCopyPath, kCopy);
+    EXPECT_TRUE(opened->DocModified);
+}
+
+TEST_F(Save, saveAsEndsWithItsTwoMessages) {
+    openBooks();
+    opened->grd.setCell(2, 2);
+    GridEdit(*opened, t, 'x');
+    t.user.saveNames = {"/home/MS2_Copy.pdb"};
+    EXPECT_EQ(saveAsSub(*opened, t), Outcome::Done);
+    EXPECT_EQ(t.user.texts(),
+              (std::vector<std::string>{"A backup copy of the Tallybook has been created successfully.",
+                                        "Note: If you want to install this Tallybook on the device please select the "
+                                        "button 'Save & Install' on the toolbar."}));
+    EXPECT_EQ(opened->CurrFilePath, "/home/MS2_Copy.pdb");
+    EXPECT_EQ(opened->grd.text(2, 2), "X");
+    t.user.messages.clear();
+    t.user.saveNames = {std::nullopt};
+    EXPECT_EQ(saveAsSub(*opened, t), Outcome::Cancelled);
+    EXPECT_TRUE(t.user.messages.empty());
+}
+
+// Closing
+
+TEST_F(Save, closingAsksOnlyAboutChanges) {
+    openBooks();
+    EXPECT_TRUE(CheckSaveChanges(*opened, t));
+    EXPECT_TRUE(t.user.messages.empty());
+    change(0, "changed");
+    t.user.answers = {Answer::Cancel};
+    EXPECT_FALSE(CheckSaveChanges(*opened, t));
+    EXPECT_EQ(lastMessage().text, "Do you want to save the changes you made to MS2_Books.pdb ?");
+    EXPECT_EQ(lastMessage().buttons, Buttons::YesNoCancel);
+    t.user.answers = {Answer::No};
+    EXPECT_TRUE(CheckSaveChanges(*opened, t));
+    EXPECT_TRUE(opened->DocModified);
+    t.user.answers = {Answer::Yes};
+    EXPECT_TRUE(CheckSaveChanges(*opened, t));
+    EXPECT_FALSE(opened->DocModified);
+    EXPECT_EQ(savedCell(0), "changed");
+}
+
+TEST_F(Save, closingStaysWhenTheSaveIsRefusedOrCancelled) {
+    CreateNewDatabase(doc, t);
+    ASSERT_TRUE(RecordAdd(doc, t));
+    t.user.answers = {Answer::Yes};
+    t.user.saveNames = {std::nullopt};
+    EXPECT_FALSE(CheckSaveChanges(doc, t));
+    EXPECT_EQ(lastMessage().text, "Do you want to save the changes you made to New Database ?");
+    openBooks();
+    change(0, "changed");
+    opened->CurrDB20.ReadOnly = 1;
+    t.user.answers = {Answer::Yes};
+    EXPECT_FALSE(CheckSaveChanges(*opened, t));
+    EXPECT_EQ(lastMessage().text, "Tallybook is readonly.");
+}
+
+TEST_F(Save, closingCommitsTheOpenEdit) {
+    openBooks();
+    opened->grd.setCell(2, 2);
+    GridEdit(*opened, t, 'x');
+    t.user.answers = {Answer::Yes};
+    EXPECT_TRUE(CheckSaveChanges(*opened, t));
+    EXPECT_EQ(savedCell(0), "X");
+}
+
+TEST_F(Save, passwordChangeAloneIsNotAskedAbout) {
+    openBooks();
+    opened->CurrDB20.Passwords[0] = pdb::ApplyPwd("secret");
+    EXPECT_TRUE(CheckSaveChanges(*opened, t));
+    EXPECT_EQ(saveDocument(*opened, t), Outcome::Done); // but the next save writes it
+    t.user.passwords = {"secret"};
+    EXPECT_EQ(open(kBooks), Outcome::Done);
+}
+
+} // namespace
+} // namespace tallybook::document
