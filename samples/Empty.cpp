@@ -19,6 +19,7 @@ platform::Bytes empty() {
     sample.field(hours).Decimals = 1;
     sample.field(hours).Default = "1.0";
     sample.field(due).Default = "A";
+    sample.database().LastKey = 1; // what a database without records is read with
     sample.addView("Open", {what, priority, due}, due);
     sample.addView("Times", {what, hours, done}, what);
     sample.addFilter("Not done", {{done, '=', "0"}});
