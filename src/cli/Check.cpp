@@ -1,0 +1,44 @@
+// tallybook check FILE: what is wrong with a file, a line for each.
+#include "adapters/PosixFiles.h"
+#include "cli/Findings.h"
+#include "cli/Options.h"
+#include "cli/TerminalUser.h"
+#include "cli/Verbs.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <ostream>
+
+namespace tallybook::cli {
+
+namespace {
+
+struct CheckOptions {
+    CommonOptions common;
+    std::filesystem::path file;
+};
+
+ExitCode check(const CheckOptions& options, Terminal& terminal) {
+    adapters::PosixFiles files;
+    const auto bytes = files.read(options.file);
+    if (!bytes) {
+        terminal.err << shownText(bytes.error().description()) << '\n';
+        return ExitCode::Refused;
+    }
+    const Findings findings = checkFile(bytes.value(), options.common.regional());
+    for (const Finding& finding : findings)
+        terminal.out << findingLine(finding) << '\n';
+    return findings.empty() ? ExitCode::Done : ExitCode::Refused;
+}
+
+} // namespace
+
+void addCheck(CLI::App& app, Terminal& terminal, ExitCode& code) {
+    auto options = std::make_shared<CheckOptions>();
+    CLI::App* verb = app.add_subcommand("check", "Say what is wrong with a file, with record number and byte");
+    addFileArgument(*verb, options->file);
+    addRegionOption(*verb, options->common);
+    verb->callback([options, &terminal, &code] { code = check(*options, terminal); });
+}
+
+} // namespace tallybook::cli

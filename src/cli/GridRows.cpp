@@ -1,0 +1,105 @@
+#include "cli/GridRows.h"
+
+#include "core/calc/Ansi.h"
+
+#include <algorithm>
+#include <ostream>
+
+namespace tallybook::cli {
+
+namespace {
+
+using model::Document;
+using model::FieldType;
+
+// A column that is printed, its kind settled once for all records.
+struct PrintedColumn {
+    int column;
+    bool checkbox;
+};
+
+std::vector<PrintedColumn> printedColumns(const Document& doc) {
+    std::vector<PrintedColumn> columns;
+    for (const int column : usedColumns(doc)) {
+        const auto slot = static_cast<std::size_t>(model::slotOfColumn(column));
+        columns.push_back({column, doc.CurrDB20.Fields[slot].Type == FieldType::Checkbox});
+    }
+    return columns;
+}
+
+void addRecord(const Document& doc, const std::vector<PrintedColumn>& columns, int row, RowText& line) {
+    std::string scratch;
+    std::string converted;
+    for (const PrintedColumn& printed : columns) {
+        if (printed.checkbox)
+            line.add(doc.grd.picture(row, printed.column) == model::Picture::CheckOn ? "Y" : "N");
+        else
+            line.add(utf8(doc.grd.text(row, printed.column, scratch), converted));
+    }
+}
+
+void writeTable(const Document& doc, RowForm form, std::ostream& out) {
+    const std::vector<PrintedColumn> columns = printedColumns(doc);
+    RowText line(form);
+    for (const PrintedColumn& printed : columns)
+        line.add(calc::ansi::toUtf8(doc.grd.text(0, printed.column)));
+    out << line.finish();
+    for (int at = 0; at < doc.grd.visibleRows(); ++at) {
+        addRecord(doc, columns, doc.grd.visibleRow(at), line);
+        out << line.finish();
+    }
+}
+
+void writeJson(const Document& doc, std::ostream& out) {
+    const std::vector<PrintedColumn> columns = printedColumns(doc);
+    out << "{\"fields\": [";
+    std::string field;
+    for (const PrintedColumn& printed : columns) {
+        field += field.empty() ? "\n" : ",\n";
+        field += "{\"slot\": " + std::to_string(model::slotOfColumn(printed.column)) + ", \"name\": ";
+        appendJsonString(calc::ansi::toUtf8(doc.grd.text(0, printed.column)), field);
+        field += ", \"type\": ";
+        appendJsonString(calc::ansi::toUtf8(doc.grd.text(1, printed.column)), field);
+        field += '}';
+    }
+    out << field << "\n],\n\"records\": [";
+    RowText line(RowForm::Json);
+    for (int at = 0; at < doc.grd.visibleRows(); ++at) {
+        addRecord(doc, columns, doc.grd.visibleRow(at), line);
+        out << (at == 0 ? "\n[" : ",\n[") << line.finish() << ']';
+    }
+    out << "\n]}\n";
+}
+
+} // namespace
+
+std::vector<int> usedColumns(const Document& doc) {
+    std::vector<int> columns;
+    for (int slot = 0; slot <= model::MaxUserFields; ++slot)
+        if (doc.CurrDB20.Fields[static_cast<std::size_t>(slot)].Type != FieldType::NotUsed)
+            columns.push_back(model::columnOfSlot(slot));
+    return columns;
+}
+
+std::string_view shownCell(const Document& doc, int row, int column, std::string& scratch) {
+    const auto slot = static_cast<std::size_t>(model::slotOfColumn(column));
+    if (doc.CurrDB20.Fields[slot].Type == FieldType::Checkbox)
+        return doc.grd.picture(row, column) == model::Picture::CheckOn ? "Y" : "N";
+    return doc.grd.text(row, column, scratch);
+}
+
+std::string_view utf8(std::string_view text, std::string& scratch) {
+    if (std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; }))
+        return text;
+    scratch = calc::ansi::toUtf8(text);
+    return scratch;
+}
+
+void writeRows(const Document& doc, RowForm form, std::ostream& out) {
+    if (form == RowForm::Json)
+        writeJson(doc, out);
+    else
+        writeTable(doc, form, out);
+}
+
+} // namespace tallybook::cli

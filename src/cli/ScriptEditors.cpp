@@ -1,0 +1,311 @@
+// The commands of a script that open, fill and close the editor of a cell.
+#include "cli/ScriptRunner.h"
+#include "core/calc/Ansi.h"
+#include "core/calc/Dates.h"
+#include "core/document/Cells.h"
+#include "core/document/GridDisplay.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <vector>
+
+namespace tallybook::cli {
+
+namespace {
+
+using document::EditAction;
+using document::EditKey;
+using model::EditorKind;
+
+constexpr int kKeyEnter = 13;
+
+struct NamedKey {
+    std::string_view name;
+    EditKey key;
+};
+constexpr std::array<NamedKey, 7> kEditKeys = {{
+    {"enter", EditKey::Enter},
+    {"tab", EditKey::Tab},
+    {"shift+tab", EditKey::BackTab},
+    {"escape", EditKey::Escape},
+    {"f2", EditKey::F2},
+    {"up", EditKey::Up},
+    {"down", EditKey::Down},
+}};
+
+// "2003-01-02" alone, so that a script means the same day in every region.
+std::optional<calc::Date> isoDate(std::string_view text) {
+    if (text.size() != 10 || text[4] != '-' || text[7] != '-')
+        return std::nullopt;
+    calc::Date date;
+    const auto part = [&](std::size_t start, std::size_t length, int& number) {
+        const char* first = text.data() + start;
+        const auto [end, error] = std::from_chars(first, first + length, number);
+        return error == std::errc{} && end == first + length;
+    };
+    if (!part(0, 4, date.year) || !part(5, 2, date.month) || !part(8, 2, date.day) || !calc::isRealDate(date))
+        return std::nullopt;
+    return date;
+}
+
+} // namespace
+
+ScriptRunner::Failure ScriptRunner::noModal() const {
+    switch (m_modal.open) {
+    case EditAction::Open::MemoWindow:
+        return "the memo window is open: give it a memo, or key escape";
+    case EditAction::Open::RadioDialog:
+        return "the choice of the radio button is open: give it a radio, or key escape";
+    case EditAction::Open::ImageDialog:
+        return "pictures cannot be changed by a script: key escape";
+    case EditAction::Open::ExternalPicker:
+        return "the picker of the other database cannot be used by a script: key escape";
+    case EditAction::Open::Nothing:
+    case EditAction::Open::CellEditor:
+        break;
+    }
+    return std::nullopt;
+}
+
+ScriptRunner::Failure ScriptRunner::open(int key) {
+    if (model::hasNoRecords(m_doc))
+        return "there are no records";
+    const EditAction action = document::GridEdit(m_doc, m_services, key);
+    const bool modal = action.open != EditAction::Open::Nothing && action.open != EditAction::Open::CellEditor;
+    if (modal)
+        m_modal = action;
+    return std::nullopt;
+}
+
+// An editor of this kind over the current cell, opened when none is open. What the cell's field says instead (a
+// message, another editor) is the failure.
+ScriptRunner::Failure ScriptRunner::needEditor(EditorKind kind, const char* what) {
+    if (Failure failure = noModal())
+        return failure;
+    if (!m_doc.editor.open()) {
+        m_user.takeSpoke();
+        if (Failure failure = open(document::kKeyBlank))
+            return failure;
+        if (Failure failure = noModal())
+            return failure;
+        if (!m_doc.editor.open() && m_user.takeSpoke())
+            return std::nullopt; // the message says it
+    }
+    if (m_doc.editor.kind != kind)
+        return std::string("this cell has no ") + what;
+    return std::nullopt;
+}
+
+ScriptRunner::Failure ScriptRunner::needModal(EditAction::Open kind, int key, const char* what) {
+    if (m_modal.open == kind)
+        return std::nullopt;
+    if (Failure failure = noModal())
+        return failure;
+    document::saveCell(m_doc, m_services);
+    m_user.takeSpoke();
+    if (Failure failure = open(key))
+        return failure;
+    if (m_modal.open == kind || m_user.takeSpoke())
+        return std::nullopt;
+    return std::string("this cell has no ") + what;
+}
+
+// Mouse and keys -------------------------------------------------------------------------------------------
+
+ScriptRunner::Failure ScriptRunner::doClick(const Words& words) {
+    if (Failure failure = noModal())
+        return failure;
+    if (words.size() == 1)
+        return "usage: click [ROW FIELD]";
+    Place place{m_doc.grd.row(), m_doc.grd.col()};
+    if (!words.empty()) {
+        const auto named = placeOf(words[0], words[1]);
+        if (const auto* reason = std::get_if<std::string>(&named))
+            return *reason;
+        place = std::get<Place>(named);
+    }
+    const EditAction action = document::leftClick(m_doc, m_services, {place.row, place.col});
+    if (action.open != EditAction::Open::Nothing && action.open != EditAction::Open::CellEditor)
+        m_modal = action;
+    return std::nullopt;
+}
+
+ScriptRunner::Failure ScriptRunner::doKey(const Words& words) {
+    const std::string& name = words[0].text;
+    if (name == "escape" && m_modal.open != EditAction::Open::Nothing) {
+        m_modal = {};
+        return std::nullopt;
+    }
+    if (Failure failure = noModal())
+        return failure;
+    if (!m_doc.editor.open())
+        return gridKey(name);
+    if (name == "blank")
+        return typeFurther(" ");
+    const auto key =
+        std::find_if(kEditKeys.begin(), kEditKeys.end(), [&](const NamedKey& known) { return known.name == name; });
+    if (key == kEditKeys.end())
+        return "no such key in an editor: " + name;
+    const EditAction action = document::editorKey(m_doc, m_services, key->key);
+    if (action.open != EditAction::Open::Nothing && action.open != EditAction::Open::CellEditor)
+        m_modal = action;
+    return std::nullopt;
+}
+
+void ScriptRunner::moveTo(std::optional<int> row) {
+    if (row)
+        m_doc.grd.setCell(*row, m_doc.grd.col());
+}
+
+ScriptRunner::Failure ScriptRunner::gridKey(const std::string& key) {
+    if (model::hasNoRecords(m_doc))
+        return "there are no records";
+    if (key == "f2")
+        return open(document::kKeyF2);
+    if (key == "blank")
+        return open(document::kKeyBlank);
+    if (key == "enter")
+        return open(kKeyEnter);
+    if (key == "tab" || key == "right")
+        document::moveRight(m_doc);
+    else if (key == "shift+tab" || key == "left")
+        document::moveLeft(m_doc);
+    else if (key == "up")
+        moveTo(document::previousRow(m_doc, m_doc.grd.row()));
+    else if (key == "down")
+        moveTo(document::nextRow(m_doc, m_doc.grd.row()));
+    else if (key != "escape")
+        return "no such key: " + key;
+    return std::nullopt;
+}
+
+// Text -----------------------------------------------------------------------------------------------------
+
+// Characters typed one by one into the open editor, as a keyboard does it: the first replaces what is selected.
+ScriptRunner::Failure ScriptRunner::typeFurther(const std::string& text) {
+    model::EditorState& editor = m_doc.editor;
+    if (editor.kind != EditorKind::Text1 && editor.kind != EditorKind::MebSpin)
+        return editor.kind == EditorKind::cmb1 ? "an item is picked, not typed: use pick"
+                                               : "a date is picked, not typed: use date";
+    for (const char c : text) {
+        if (!editor.allSelected && editor.text.size() >= model::kTextLength)
+            return "a cell takes at most " + std::to_string(model::kTextLength) + " characters";
+        const std::string before = editor.allSelected ? std::string() : editor.text;
+        editor.allSelected = false;
+        editor.text = before + c;
+        if (editor.kind == EditorKind::Text1)
+            editor.text = document::textChanged(m_doc, editor.text);
+    }
+    return std::nullopt;
+}
+
+ScriptRunner::Failure ScriptRunner::doType(const Words& words) {
+    if (Failure failure = noModal())
+        return failure;
+    const std::string text = calc::ansi::fromUtf8(words[0].text);
+    if (std::any_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }))
+        return "line breaks and tabs cannot be typed into a cell: use memo or key";
+    if (m_doc.editor.open() && !text.empty())
+        return typeFurther(text);
+
+    m_user.takeSpoke();
+    if (!m_doc.editor.open())
+        if (Failure failure = open(text.empty() ? document::kKeyBlank : static_cast<unsigned char>(text.front())))
+            return failure;
+    if (Failure failure = noModal())
+        return failure;
+    if (!m_doc.editor.open())
+        return m_user.takeSpoke() ? Failure() : "this cell cannot be typed into";
+    if (!text.empty() && text.front() != ' ')
+        return typeFurther(text.substr(1)); // the first one has opened the editor and stands in it
+    if (text.empty()) {
+        m_doc.editor.text.clear();
+        m_doc.editor.allSelected = false;
+        return std::nullopt;
+    }
+    return typeFurther(text);
+}
+
+// Lists, dates, memos --------------------------------------------------------------------------------------
+
+ScriptRunner::Failure ScriptRunner::doPick(const Words& words) {
+    if (Failure failure = needEditor(EditorKind::cmb1, "list to pick from"))
+        return failure;
+    if (!m_doc.editor.open())
+        return std::nullopt;
+    const std::string item = calc::ansi::fromUtf8(words[0].text);
+    const std::vector<std::string>& entries = m_doc.editor.entries;
+    const auto found = std::find(entries.begin(), entries.end(), item);
+    if (found == entries.end())
+        return "no such item: " + words[0].text;
+    if (document::chooseEntry(m_doc, m_services, static_cast<int>(found - entries.begin())))
+        return "the list's own editor cannot be used by a script";
+    return std::nullopt;
+}
+
+ScriptRunner::Failure ScriptRunner::doRadio(const Words& words) {
+    if (Failure failure = needModal(EditAction::Open::RadioDialog, document::kKeyBlank, "radio button"))
+        return failure;
+    if (m_modal.open != EditAction::Open::RadioDialog)
+        return std::nullopt;
+    const std::string item = calc::ansi::fromUtf8(words[0].text);
+    const std::vector<std::string>& items = m_doc.CurrDB20.Lists.at(m_doc.CurrField).Items;
+    const auto found = std::find(items.begin(), items.end(), item);
+    if (found == items.end())
+        return "no such option: " + words[0].text;
+    if (document::acceptRadio(m_doc, m_services, static_cast<int>(found - items.begin())))
+        m_modal = {};
+    return std::nullopt;
+}
+
+ScriptRunner::Failure ScriptRunner::doDate(const Words& words) {
+    std::optional<calc::Date> date;
+    if (words[0].is("today")) {
+        const platform::LocalTime now = m_services.clock.now();
+        date = calc::Date{now.year, now.month, now.day};
+    } else if (!words[0].is("clear")) {
+        date = isoDate(words[0].text);
+        if (!date)
+            return "not a date: " + words[0].text + " (YYYY-MM-DD, today or clear)";
+    }
+    if (Failure failure = needEditor(EditorKind::DTPickerMS2, "date"))
+        return failure;
+    if (!m_doc.editor.open())
+        return std::nullopt;
+    if (date)
+        m_doc.editor.date = calc::dayNumber(*date);
+    else
+        document::clearDate(m_doc, m_services);
+    return std::nullopt;
+}
+
+ScriptRunner::Failure ScriptRunner::doMemo(const Words& words) {
+    const bool plainText = document::fieldOfColumn(m_doc, m_doc.grd.col()).Type == model::FieldType::Text;
+    const int key = plainText ? document::kKeyF2 : document::kKeyBlank;
+    if (Failure failure = needModal(EditAction::Open::MemoWindow, key, "memo"))
+        return failure;
+    if (m_modal.open != EditAction::Open::MemoWindow)
+        return std::nullopt;
+    if (m_doc.CurrDB20.ReadOnly != 0)
+        return "the database is read-only: the memo window takes no text";
+    document::acceptMemo(m_doc, m_services, calc::ansi::fromUtf8(words[0].text));
+    m_modal = {};
+    return std::nullopt;
+}
+
+ScriptRunner::Failure ScriptRunner::doToggle(const Words&) {
+    if (Failure failure = noModal())
+        return failure;
+    document::saveCell(m_doc, m_services);
+    if (document::fieldOfColumn(m_doc, m_doc.grd.col()).Type != model::FieldType::Checkbox)
+        return "this cell is no check box";
+    const model::Picture before = m_doc.grd.picture(m_doc.grd.row(), m_doc.grd.col());
+    m_user.takeSpoke();
+    if (Failure failure = open(document::kKeyBlank))
+        return failure;
+    const bool flipped = m_doc.grd.picture(m_doc.grd.row(), m_doc.grd.col()) != before;
+    return flipped || m_user.takeSpoke() ? Failure() : "this check box cannot be changed";
+}
+
+} // namespace tallybook::cli

@@ -1,0 +1,340 @@
+#include "cli/ScriptRunner.h"
+
+#include "cli/GridRows.h"
+#include "cli/TerminalUser.h"
+#include "core/calc/Ansi.h"
+#include "core/calc/Text.h"
+#include "core/document/GridDisplay.h"
+#include "core/document/OpenSave.h"
+#include "core/document/Records.h"
+
+#include <array>
+#include <charconv>
+#include <ostream>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace tallybook::cli {
+
+namespace {
+
+using document::Outcome;
+using model::columnOfSlot;
+using model::kFirstDataRow;
+
+std::optional<int> wholeNumber(std::string_view text) {
+    int number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc{} || end != text.data() + text.size())
+        return std::nullopt;
+    return number;
+}
+
+} // namespace
+
+ScriptRunner::ScriptRunner(model::Document& doc, platform::Services& services, ScriptUser& user, std::ostream& out,
+                           std::optional<std::filesystem::path> saveTo)
+    : m_doc(doc), m_services(services), m_user(user), m_out(out), m_saveTo(std::move(saveTo)) {}
+
+ScriptRunner::Handler ScriptRunner::handlerOf(const std::string& command) {
+    struct Row {
+        std::string_view name;
+        Handler handler;
+    };
+    static constexpr std::array<Row, 25> kHandlers = {{
+        {"goto", &ScriptRunner::doGoto},
+        {"click", &ScriptRunner::doClick},
+        {"type", &ScriptRunner::doType},
+        {"key", &ScriptRunner::doKey},
+        {"pick", &ScriptRunner::doPick},
+        {"radio", &ScriptRunner::doRadio},
+        {"date", &ScriptRunner::doDate},
+        {"memo", &ScriptRunner::doMemo},
+        {"toggle", &ScriptRunner::doToggle},
+        {"add", &ScriptRunner::doAdd},
+        {"delete", &ScriptRunner::doDelete},
+        {"delete-all", &ScriptRunner::doDeleteAll},
+        {"select", &ScriptRunner::doSelect},
+        {"copy", &ScriptRunner::doCopy},
+        {"show", &ScriptRunner::doShow},
+        {"answer", &ScriptRunner::doAnswer},
+        {"password", &ScriptRunner::doPassword},
+        {"save", &ScriptRunner::doSave},
+        {"save-as", &ScriptRunner::doSaveAs},
+        {"expect-cell", &ScriptRunner::expectCell},
+        {"expect-at", &ScriptRunner::expectAt},
+        {"expect-editor", &ScriptRunner::expectEditor},
+        {"expect-message", &ScriptRunner::expectMessage},
+        {"expect-modified", &ScriptRunner::expectModified},
+        {"expect-records", &ScriptRunner::expectRecords},
+    }};
+    for (const Row& row : kHandlers)
+        if (row.name == command)
+            return row.handler;
+    return nullptr;
+}
+
+// A message stops the script unless the very next command expects it, so that a value that was refused never
+// passes unseen.
+std::optional<ScriptError> ScriptRunner::run(const Script& script) {
+    if (std::optional<ScriptError> error = checkCommands(script))
+        return error;
+    int spokeAt = 0; // line whose messages nobody has expected yet
+    for (const ScriptLine& line : script) {
+        if (!m_user.messages.empty() && line.command != "expect-message")
+            break;
+        Failure failure = runLine(line);
+        if (Failure said = settle()) // nearer to the cause than what the command makes of it
+            failure = said;
+        if (failure)
+            return ScriptError{line.number, *failure};
+        if (line.command != "expect-message")
+            spokeAt = line.number;
+    }
+    if (!m_user.messages.empty())
+        return ScriptError{spokeAt, shownText(m_user.messages.front())};
+    return std::nullopt;
+}
+
+ScriptRunner::Failure ScriptRunner::runLine(const ScriptLine& line) {
+    const Handler handler = handlerOf(line.command);
+    return (this->*handler)(line.arguments);
+}
+
+ScriptRunner::Failure ScriptRunner::settle() {
+    const std::string failure = m_user.takeFailure();
+    if (failure.empty())
+        return std::nullopt;
+    return shownText(failure);
+}
+
+// Places ---------------------------------------------------------------------------------------------------
+
+std::variant<int, std::string> ScriptRunner::rowOf(const ScriptWord& word) const {
+    if (model::hasNoRecords(m_doc))
+        return "there are no records";
+    const int last = m_doc.grd.rows() - 1;
+    int row = 0;
+    if (word.is("first"))
+        row = kFirstDataRow;
+    else if (word.is("last"))
+        row = last;
+    else if (word.is("current"))
+        row = m_doc.grd.row();
+    else if (word.is("next"))
+        row = m_doc.grd.row() + 1;
+    else if (word.is("previous"))
+        row = m_doc.grd.row() - 1;
+    else if (const std::optional<int> number = wholeNumber(word.text))
+        row = *number > last ? last + 1 : *number - 1 + kFirstDataRow;
+    else
+        return "not a record: " + word.text + " (a number from 1, first, last, next, previous or current)";
+    if (row < kFirstDataRow || row > last)
+        return "no such record: " + word.text;
+    return row;
+}
+
+std::variant<int, std::string> ScriptRunner::columnOf(const ScriptWord& word) const {
+    if (!word.quoted && word.text.starts_with('@')) {
+        const std::optional<int> slot = wholeNumber(std::string_view(word.text).substr(1));
+        if (!slot || *slot < 0 || *slot > model::MaxUserFields)
+            return "no such field: " + word.text;
+        return columnOfSlot(*slot);
+    }
+    const std::string name = calc::ansi::fromUtf8(word.text);
+    int found = 0;
+    int exact = 0;
+    int matches = 0;
+    for (const int column : usedColumns(m_doc)) {
+        const std::string header = m_doc.grd.text(0, column);
+        if (header == name && exact == 0)
+            exact = column;
+        if (!calc::equalText(header, name, calc::TextCase::Folded))
+            continue;
+        found = column;
+        ++matches;
+    }
+    if (exact != 0)
+        return exact;
+    if (matches == 0)
+        return "no such field: " + word.text;
+    if (matches > 1)
+        return "more than one field has this name but for its case: " + word.text;
+    return found;
+}
+
+std::variant<ScriptRunner::Place, std::string> ScriptRunner::placeOf(const ScriptWord& rowWord,
+                                                                     const ScriptWord& fieldWord) const {
+    const auto row = rowOf(rowWord);
+    if (const auto* reason = std::get_if<std::string>(&row))
+        return *reason;
+    const auto column = columnOf(fieldWord);
+    if (const auto* reason = std::get_if<std::string>(&column))
+        return *reason;
+    return Place{std::get<int>(row), std::get<int>(column)};
+}
+
+std::string ScriptRunner::cellText(int row, int col) const {
+    std::string scratch;
+    return std::string(shownCell(m_doc, row, col, scratch));
+}
+
+ScriptRunner::Failure ScriptRunner::doGoto(const Words& words) {
+    if (Failure failure = noModal())
+        return failure;
+    const auto row = rowOf(words[0]);
+    if (const auto* reason = std::get_if<std::string>(&row))
+        return *reason;
+    int column = m_doc.grd.col();
+    if (words.size() > 1) {
+        const auto named = columnOf(words[1]);
+        if (const auto* reason = std::get_if<std::string>(&named))
+            return *reason;
+        column = std::get<int>(named);
+    }
+    if (m_doc.grd.rowHeight(std::get<int>(row)) == 0)
+        return "a filter hides this record: " + words[0].text;
+    document::saveCell(m_doc, m_services); // leaving a cell commits it
+    m_doc.grd.setCell(std::get<int>(row), column);
+    return std::nullopt;
+}
+
+// Records --------------------------------------------------------------------------------------------------
+
+ScriptRunner::Failure ScriptRunner::doAdd(const Words&) {
+    if (Failure failure = noModal())
+        return failure;
+    document::RecordAdd(m_doc, m_services);
+    return std::nullopt;
+}
+
+ScriptRunner::Failure ScriptRunner::doDelete(const Words&) {
+    if (Failure failure = noModal())
+        return failure;
+    document::deleteRecord(m_doc, m_services);
+    return std::nullopt;
+}
+
+ScriptRunner::Failure ScriptRunner::doDeleteAll(const Words&) {
+    if (Failure failure = noModal())
+        return failure;
+    document::deleteAllRecords(m_doc, m_services);
+    return std::nullopt;
+}
+
+// Selection and output -------------------------------------------------------------------------------------
+
+ScriptRunner::Failure ScriptRunner::doSelect(const Words& words) {
+    if (Failure failure = noModal())
+        return failure;
+    if (words.size() == 2) {
+        const auto place = placeOf(words[0], words[1]);
+        if (const auto* reason = std::get_if<std::string>(&place))
+            return *reason;
+        document::saveCell(m_doc, m_services);
+        m_doc.grd.select(std::get<Place>(place).row, std::get<Place>(place).col);
+        return std::nullopt;
+    }
+    // As the mouse does it: a press on the corner, a record's number or a field's header.
+    document::MousePlace place;
+    if (words[0].is("row"))
+        place.row = m_doc.grd.row();
+    else if (words[0].is("column"))
+        place.col = m_doc.grd.col();
+    else if (!words[0].is("all"))
+        return "not a selection: " + words[0].text + " (all, row or column)";
+    document::leftClick(m_doc, m_services, place);
+    return std::nullopt;
+}
+
+ScriptRunner::Failure ScriptRunner::doCopy(const Words&) {
+    const std::string copied = document::hasBlock(m_doc) ? document::CopyGridCells(m_doc, m_services)
+                                                         : cellText(m_doc.grd.row(), m_doc.grd.col());
+    m_out << calc::ansi::toUtf8(copied) << '\n';
+    return std::nullopt;
+}
+
+ScriptRunner::Failure ScriptRunner::doShow(const Words& words) {
+    if (!words.empty() && !words[0].is("all"))
+        return "usage: show [all]";
+    if (!words.empty()) {
+        writeRows(m_doc, RowForm::Tsv, m_out);
+        return std::nullopt;
+    }
+    if (model::hasNoRecords(m_doc))
+        return "there are no records";
+    for (const int column : usedColumns(m_doc)) {
+        RowText line(RowForm::Tsv);
+        line.add(calc::ansi::toUtf8(m_doc.grd.text(0, column)));
+        line.add(calc::ansi::toUtf8(cellText(m_doc.grd.row(), column)));
+        m_out << line.finish();
+    }
+    return std::nullopt;
+}
+
+// Answers --------------------------------------------------------------------------------------------------
+
+ScriptRunner::Failure ScriptRunner::doAnswer(const Words& words) {
+    using platform::Answer;
+    ScriptUser::QueuedAnswer queued;
+    if (words[0].is("yes"))
+        queued.answer = Answer::Yes;
+    else if (words[0].is("no"))
+        queued.answer = Answer::No;
+    else if (words[0].is("ok"))
+        queued.answer = Answer::Ok;
+    else if (words[0].is("cancel"))
+        queued.answer = Answer::Cancel;
+    else
+        return "not an answer: " + words[0].text + " (yes, no, ok or cancel)";
+    if (words.size() > 1)
+        queued.question = calc::ansi::fromUtf8(words[1].text);
+    m_user.answers.push_back(std::move(queued));
+    return std::nullopt;
+}
+
+ScriptRunner::Failure ScriptRunner::doPassword(const Words& words) {
+    m_user.passwords.push_back(calc::ansi::fromUtf8(words[0].text));
+    return std::nullopt;
+}
+
+// Saving ---------------------------------------------------------------------------------------------------
+
+std::optional<std::string> ScriptRunner::save() {
+    m_user.takeSpoke();
+    Outcome outcome = Outcome::Done;
+    if (m_saveTo) {
+        document::saveCell(m_doc, m_services);
+        outcome = document::savePDBFile20(m_doc, m_services, *m_saveTo);
+        if (outcome == Outcome::Done)
+            m_doc.DocModified = false;
+    } else {
+        outcome = document::saveDocument(m_doc, m_services);
+    }
+    if (Failure failure = settle())
+        return failure;
+    if (outcome != Outcome::Done && !m_user.takeSpoke())
+        return "nothing was saved";
+    return std::nullopt;
+}
+
+ScriptRunner::Failure ScriptRunner::doSave(const Words&) {
+    if (Failure failure = noModal())
+        return failure;
+    return save();
+}
+
+ScriptRunner::Failure ScriptRunner::doSaveAs(const Words& words) {
+    if (Failure failure = noModal())
+        return failure;
+    m_user.saveName = std::filesystem::absolute(words[0].text);
+    const Outcome outcome = document::saveAsSub(m_doc, m_services);
+    if (outcome == Outcome::Done)
+        m_user.messages.clear(); // only the words that a copy was made
+    else if (m_user.messages.empty())
+        return "nothing was saved";
+    return std::nullopt;
+}
+
+} // namespace tallybook::cli

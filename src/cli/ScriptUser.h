@@ -1,0 +1,55 @@
+// The user of an edit script: answers what was put in a queue, and keeps what was said for the script to expect.
+#pragma once
+
+#include "core/platform/UserInterface.h"
+
+#include <deque>
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace tallybook::cli {
+
+// A question that no answer waits for is turned down and remembered as a failure, so that a script never changes
+// what its writer did not think of. All texts are Windows-1252.
+class ScriptUser : public platform::UserInterface {
+public:
+    struct QueuedAnswer {
+        platform::Answer answer = platform::Answer::Ok;
+        std::optional<std::string> question; // when given, the very text that must be asked
+    };
+    std::deque<QueuedAnswer> answers;
+    bool yes = false; // a question that no answer waits for is answered with Yes or OK
+    std::deque<std::string> passwords;
+    std::optional<std::string> passwordForAll; // of the password file, for actions that none is queued for
+    std::optional<std::filesystem::path> saveName;
+
+    // Messages that no expectation has taken yet, oldest first.
+    std::deque<std::string> messages;
+
+    // Why the running command failed; empty while it did not. Reading it forgets it.
+    std::string takeFailure();
+    // True when something was said or asked since the last call.
+    bool takeSpoke();
+
+    platform::Answer message(const platform::Message& message) override;
+    void beep() override {}
+    std::optional<std::string> askPassword(const std::string& actionWord, const std::string& fileName) override;
+    platform::ErrorAnswer showError(const platform::Error& error) override;
+    std::optional<std::filesystem::path> askSaveName(const std::string& title, const std::string& filter,
+                                                     const std::filesystem::path& suggestion) override;
+    void progress(const std::string&, int, int) override {}
+    Pointer pointer() const override { return m_pointer; }
+    void setPointer(Pointer pointer) override { m_pointer = pointer; }
+    void setGridRepainting(bool) override {}
+
+private:
+    void fail(std::string text);
+
+    std::string m_failure;
+    std::string m_passwordGivenFor;
+    Pointer m_pointer = Pointer::Default;
+    bool m_spoke = false;
+};
+
+} // namespace tallybook::cli

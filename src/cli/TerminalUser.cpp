@@ -1,0 +1,126 @@
+#include "cli/TerminalUser.h"
+
+#include "cli/Texts.h"
+#include "core/calc/Ansi.h"
+
+#include <array>
+#include <ostream>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace tallybook::cli {
+
+namespace {
+
+using platform::Answer;
+using platform::Buttons;
+using platform::Message;
+
+struct Choice {
+    std::string_view word;
+    Answer answer;
+};
+
+std::vector<Choice> choices(Buttons buttons) {
+    switch (buttons) {
+    case Buttons::OkCancel:
+        return {{"ok", Answer::Ok}, {"cancel", Answer::Cancel}};
+    case Buttons::YesNo:
+        return {{"yes", Answer::Yes}, {"no", Answer::No}};
+    case Buttons::YesNoCancel:
+        return {{"yes", Answer::Yes}, {"no", Answer::No}, {"cancel", Answer::Cancel}};
+    case Buttons::Ok:
+        break;
+    }
+    return {};
+}
+
+// The answer that changes nothing: what closing the box would give.
+Answer refusal(Buttons buttons) {
+    return buttons == Buttons::YesNo ? Answer::No : Answer::Cancel;
+}
+
+std::string prompt(const std::vector<Choice>& all) {
+    std::string text = "(";
+    for (const Choice& choice : all) {
+        if (text.size() > 1)
+            text += '/';
+        text += choice.word;
+    }
+    return text + ") ";
+}
+
+} // namespace
+
+std::string shownText(const std::string& text) {
+    std::string shown = calc::ansi::toUtf8(text);
+    std::erase(shown, '\r');
+    return shown;
+}
+
+std::string shownError(const platform::Error& error) {
+    std::string text = error.tag.empty() ? "Tallybook Pocket Error" : error.tag;
+    return text + "\n" + error.description();
+}
+
+TerminalUser::TerminalUser(Terminal& terminal, Answers answers)
+    : m_terminal(terminal), m_answers(std::move(answers)) {}
+
+void TerminalUser::say(const std::string& text) {
+    m_spoke = true;
+    m_terminal.err << shownText(text) << '\n';
+}
+
+Answer TerminalUser::message(const Message& message) {
+    say(message.text);
+    return message.buttons == Buttons::Ok ? Answer::Ok : ask(message);
+}
+
+Answer TerminalUser::ask(const Message& message) {
+    const std::vector<Choice> all = choices(message.buttons);
+    if (m_answers.yes)
+        return all.front().answer;
+    while (m_terminal.interactive()) {
+        const std::optional<std::string> line = m_terminal.ask(prompt(all));
+        if (!line)
+            return refusal(message.buttons);
+        for (const Choice& choice : all)
+            if (!line->empty() && choice.word.starts_with(*line))
+                return choice.answer;
+    }
+    m_terminal.err << kQuestionUnanswered << '\n';
+    return refusal(message.buttons);
+}
+
+std::optional<std::string> TerminalUser::askPassword(const std::string& actionWord, const std::string& fileName) {
+    if (m_answers.password) {
+        // The same wrong password three times over would help nobody.
+        if (m_passwordGivenFor == actionWord)
+            return std::nullopt;
+        m_passwordGivenFor = actionWord;
+        return m_answers.password;
+    }
+    if (!m_terminal.interactive()) {
+        m_spoke = true;
+        m_terminal.err << kPasswordNeeded << '\n';
+        return std::nullopt;
+    }
+    const std::optional<std::string> typed =
+        m_terminal.askSecret(shownText(actionWord + " password of " + fileName + ": "));
+    if (!typed)
+        return std::nullopt;
+    return calc::ansi::fromUtf8(*typed);
+}
+
+platform::ErrorAnswer TerminalUser::showError(const platform::Error& error) {
+    say(shownError(error));
+    return platform::ErrorAnswer::Leave;
+}
+
+std::optional<std::filesystem::path> TerminalUser::askSaveName(const std::string&, const std::string&,
+                                                               const std::filesystem::path&) {
+    return std::nullopt;
+}
+
+} // namespace tallybook::cli

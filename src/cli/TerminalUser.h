@@ -1,0 +1,53 @@
+// The person at the terminal, or nobody: messages go to standard error, questions are asked there when somebody
+// can answer.
+#pragma once
+
+#include "cli/Terminal.h"
+#include "core/platform/UserInterface.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace tallybook::cli {
+
+// A message box's text as it leaves the command: UTF-8, one message a line.
+std::string shownText(const std::string& text);
+
+// What the error dialog would show, on two lines.
+std::string shownError(const platform::Error& error);
+
+class TerminalUser : public platform::UserInterface {
+public:
+    struct Answers {
+        bool yes = false;                    // every question is answered with Yes or OK
+        std::optional<std::string> password; // Windows-1252; given once for each action, instead of a prompt
+    };
+    TerminalUser(Terminal& terminal, Answers answers);
+
+    // True once anything was said, so that a refusal that the windows make in silence can be put into words.
+    bool spoke() const { return m_spoke; }
+    void say(const std::string& text); // Windows-1252
+
+    platform::Answer message(const platform::Message& message) override;
+    void beep() override {}
+    std::optional<std::string> askPassword(const std::string& actionWord, const std::string& fileName) override;
+    platform::ErrorAnswer showError(const platform::Error& error) override;
+    std::optional<std::filesystem::path> askSaveName(const std::string& title, const std::string& filter,
+                                                     const std::filesystem::path& suggestion) override;
+    void progress(const std::string&, int, int) override {}
+    Pointer pointer() const override { return m_pointer; }
+    void setPointer(Pointer pointer) override { m_pointer = pointer; }
+    void setGridRepainting(bool) override {}
+
+private:
+    platform::Answer ask(const platform::Message& message);
+
+    Terminal& m_terminal;
+    Answers m_answers;
+    std::string m_passwordGivenFor; // action word that the password file has answered already
+    Pointer m_pointer = Pointer::Default;
+    bool m_spoke = false;
+};
+
+} // namespace tallybook::cli

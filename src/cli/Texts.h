@@ -1,0 +1,17 @@
+// What the command says in words of its own. The system's fixed messages are never among these.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tallybook::cli {
+
+inline constexpr std::string_view kRefusedInSilence = "Refused.";
+inline constexpr std::string_view kPasswordNeeded =
+    "A password is needed: run the command at a terminal or use --password-file.";
+inline constexpr std::string_view kQuestionUnanswered =
+    "Nobody is there to answer: run the command at a terminal or use --yes.";
+inline constexpr std::string_view kChangesNotSaved = "Changes were not saved.";
+inline constexpr std::string_view kNoTemporaryFolder = "A temporary folder could not be made.";
+
+} // namespace tallybook::cli

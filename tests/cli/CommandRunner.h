@@ -1,0 +1,46 @@
+// Runs the real command as a process of its own.
+#pragma once
+
+#include "adapters/TemporaryFolder.h"
+#include "core/platform/Files.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace tallybook::cli {
+
+struct CommandResult {
+    int code = -1; // exit code, or -1 when the process did not end by itself
+    std::string out;
+    std::string err;
+};
+
+// A folder for a test's files. The command finds its temporary files in a folder of their own beside them.
+class CommandTest {
+public:
+    CommandTest();
+
+    // Path of a file in the folder.
+    std::filesystem::path path(const std::string& name) const { return m_folder.path() / "files" / name; }
+    void put(const std::string& name, const platform::Bytes& bytes) const;
+    void put(const std::string& name, const std::string& text) const;
+    platform::Bytes bytes(const std::string& name) const;
+    std::string text(const std::string& name) const;
+
+    // Runs the command in the folder, its standard input no terminal.
+    CommandResult run(const std::vector<std::string>& arguments, const std::string& input = {}) const;
+
+    // Runs it behind a terminal that types `typed` once the prompt has appeared, each line as it is asked for.
+    // Output and messages come together in `out`.
+    CommandResult runAtTerminal(const std::vector<std::string>& arguments, const std::string& prompt,
+                                const std::string& typed) const;
+
+    // Whether the command has left anything in the folder for temporary files.
+    bool temporaryFolderIsEmpty() const;
+
+private:
+    adapters::TemporaryFolder m_folder;
+};
+
+} // namespace tallybook::cli
