@@ -58,7 +58,6 @@ public:
 
 private:
     std::string& stored() const;
-    void rebuild(); // LoadPwdFrm
 
     model::Document& m_doc;
     platform::Services& m_services;
