@@ -128,7 +128,7 @@ void removeCurrentRow(model::Document& doc) {
 
 void addRow(model::Document& doc, AddRow mode) {
     if (mode == AddRow::MakeNew)
-        model::appendRecord(doc);
+        doc.grd.setCell(model::appendRecord(doc), doc.grd.col());
     setSpecialCells(doc, doc.grd.rows() - 1);
 }
 
