@@ -30,12 +30,9 @@ CharacterWidths widthsOf(const TextMeasure& measure) {
 // font does to neighbouring characters is far less than what parts one of the widest from the rest.
 class WidestTexts {
 public:
-    explicit WidestTexts(const CharacterWidths& widths)
-        : m_widths(widths), m_widest(*std::max_element(widths.begin(), widths.end())) {}
+    explicit WidestTexts(const CharacterWidths& widths) : m_widths(widths) {}
 
     void add(std::string_view text) {
-        if (static_cast<std::int64_t>(text.size()) * m_widest <= m_found.back().sum)
-            return;
         int sum = 0;
         for (const char c : text)
             sum += m_widths[static_cast<unsigned char>(c)];
@@ -64,29 +61,7 @@ private:
     }
 
     const CharacterWidths& m_widths;
-    int m_widest;                         // of any character
     std::array<Found, kMeasured> m_found; // widest first
-};
-
-// The words of a column that were looked at lately: dates and list items come again and again, and a word that
-// comes again brings the same text.
-class SeenWords {
-public:
-    SeenWords() { m_words.fill(-1); }
-
-    // True when the word is surely not new.
-    bool again(std::uint32_t word) {
-        std::int64_t& place = m_words[(word * kSpread) >> kShift];
-        if (place == word)
-            return true;
-        place = word;
-        return false;
-    }
-
-private:
-    static constexpr std::uint32_t kSpread = 2654435769U; // 2^32 by the golden ratio
-    static constexpr int kShift = 20;                     // leaves 4,096 places
-    std::array<std::int64_t, 4096> m_words;
 };
 
 int marginOf(FieldType type) {
@@ -97,18 +72,9 @@ int fittingWidth(const model::Document& doc, int column, const CharacterWidths& 
     WidestTexts widest(widths);
     widest.add(doc.grd.text(0, column));
     const model::TextColumn& texts = doc.grd.column(column);
-    SeenWords seen;
     std::string scratch;
-    for (int row = model::kFirstDataRow; row < doc.grd.rows(); ++row) {
-        const model::StoredCell cell = texts.stored(doc.grd.rowId(row));
-        if (cell.kind == model::StoredCell::Kind::Text) {
-            widest.add(cell.text);
-        } else if (cell.kind == model::StoredCell::Kind::Word && !seen.again(cell.word)) {
-            scratch.clear();
-            texts.coder()->append(cell.word, scratch);
-            widest.add(scratch);
-        }
-    }
+    for (int row = model::kFirstDataRow; row < doc.grd.rows(); ++row)
+        widest.add(texts.text(doc.grd.rowId(row), scratch));
     const int text = std::max(kLeastWidth, widest.measured(measure));
     return std::min(text + marginOf(fieldOfColumn(doc, column).Type), measure.screenWidth() / 4);
 }
@@ -123,6 +89,12 @@ void bestFit1(model::Document& doc, platform::Services& services, const TextMeas
         if (fieldOfColumn(doc, column).Type != FieldType::NotUsed)
             doc.grd.setColumnWidth(column, fittingWidth(doc, column, widths, measure));
     doc.grd.setCell(model::kFirstDataRow, 1);
+}
+
+void bestFitColumn(model::Document& doc, platform::Services& services, const TextMeasure& measure, int column) {
+    saveCell(doc, services);
+    if (fieldOfColumn(doc, column).Type != FieldType::NotUsed)
+        doc.grd.setColumnWidth(column, fittingWidth(doc, column, widthsOf(measure), measure));
 }
 
 } // namespace tallybook::document

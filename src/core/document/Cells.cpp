@@ -8,10 +8,6 @@ namespace tallybook::document {
 
 using model::FieldType;
 
-std::string fallbackName(int slot) {
-    return (slot < 10 ? "Fld0" : "Fld") + std::to_string(slot);
-}
-
 bool isShownRow(const model::Document& doc, int row) {
     return row >= model::kFirstDataRow && row < doc.grd.rows() && doc.grd.rowHeight(row) != 0;
 }

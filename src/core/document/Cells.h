@@ -15,9 +15,6 @@ inline const model::FieldDef& fieldOfColumn(const model::Document& doc, int colu
     return doc.CurrDB20.Fields[static_cast<std::size_t>(model::slotOfColumn(column))];
 }
 
-// The name of a slot that has none: "Fld01" to "Fld80".
-std::string fallbackName(int slot);
-
 // True for a column that belongs to a field slot: not the record's number, not the scratch column.
 constexpr bool isFieldColumn(int column) {
     return column > model::kNumberColumn && column < model::kScratchColumn;

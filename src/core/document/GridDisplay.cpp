@@ -14,6 +14,12 @@ namespace {
 using model::Alignment;
 using model::FieldType;
 
+std::string headerName(const model::FieldDef& field, int slot) {
+    if (!field.Name.empty())
+        return field.Name;
+    return (slot < 10 ? "Fld0" : "Fld") + std::to_string(slot);
+}
+
 Alignment alignmentOf(FieldType type) {
     switch (type) {
     case FieldType::Integer:
@@ -39,7 +45,7 @@ void gridLoadFieldNames20(model::Document& doc, const platform::Regional& region
     for (int slot = 0; slot <= model::MaxUserFields; ++slot) {
         const model::FieldDef& field = doc.CurrDB20.Fields[static_cast<std::size_t>(slot)];
         const int column = model::columnOfSlot(slot);
-        doc.grd.setText(0, column, field.Name.empty() ? fallbackName(slot) : field.Name);
+        doc.grd.setText(0, column, headerName(field, slot));
         doc.grd.setText(1, column, model::fieldTypeName(field.Type));
         doc.grd.column(column).setCoder(calc::coderForField(doc.CurrDB20, slot, regional));
     }

@@ -41,6 +41,9 @@ public:
 // edit first; the first cell is current afterwards. Hidden rows count.
 void bestFit1(model::Document& doc, platform::Services& services, const TextMeasure& measure);
 
+// The same for one used column; the current cell stays.
+void bestFitColumn(model::Document& doc, platform::Services& services, const TextMeasure& measure, int column);
+
 // Where the mouse was pressed, in grid rows and columns.
 struct MousePlace {
     int row = 0; // 0 and 1 are the headers; rows() when below the last row

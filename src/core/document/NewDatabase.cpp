@@ -1,4 +1,3 @@
-#include "core/document/Cells.h"
 #include "core/document/GridDisplay.h"
 #include "core/document/OpenSave.h"
 #include "core/document/Seams.h"
@@ -8,11 +7,16 @@ namespace tallybook::document {
 
 namespace {
 
+// The names that unused slots of a new database have: "Fld01" to "Fld80".
+std::string freeName(int slot) {
+    return (slot < 10 ? "Fld0" : "Fld") + std::to_string(slot);
+}
+
 void setDefaults(model::DatabaseModel& db) {
     db.Fields[0].Type = model::FieldType::List;
     db.Fields[0].Name = "Categories";
     for (int slot = 1; slot <= model::MaxUserFields; ++slot)
-        db.Fields[static_cast<std::size_t>(slot)].Name = fallbackName(slot);
+        db.Fields[static_cast<std::size_t>(slot)].Name = freeName(slot);
     db.NumFields = 1;
     db.Views[0].Name = "View01";
     db.NumViews = 1;

@@ -128,7 +128,7 @@ void removeCurrentRow(model::Document& doc) {
 
 void addRow(model::Document& doc, AddRow mode) {
     if (mode == AddRow::MakeNew)
-        doc.grd.setCell(model::appendRecord(doc), doc.grd.col());
+        model::appendRecord(doc);
     setSpecialCells(doc, doc.grd.rows() - 1);
 }
 

@@ -7,7 +7,7 @@
 namespace tallybook::document {
 
 // The start values of the last row's special cells ("Unfiled", unchecked boxes, keys); with MakeNew in a row of its
-// own, an empty record that becomes the current one. Sets DocModified.
+// own, which is an empty record then. Sets DocModified.
 enum class AddRow { InPlace, MakeNew };
 void addRow(model::Document& doc, AddRow mode);
 

@@ -2,9 +2,6 @@
 
 #include "core/pdb/Passwords.h"
 
-#include <algorithm>
-#include <limits>
-
 namespace tallybook::document {
 
 void loadExternalData(model::Document&, platform::Services&) {}

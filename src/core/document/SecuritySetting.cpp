@@ -53,7 +53,7 @@ SecuritySetting::Verified SecuritySetting::verify(std::string_view typed) {
     }
     stored().clear();
     say(m_services, "Password deleted");
-    cancel();
+    rebuild();
     return Verified::Deleted;
 }
 
@@ -72,7 +72,7 @@ SecuritySetting::Confirmed SecuritySetting::confirm(std::string_view typed, std:
     stored() = pdb::ApplyPwd(password);
     say(m_services, "The Tallybook is now protected with password :" + password +
                         " WARNING: If you forget this password the Tallybook will no longer be accessible");
-    cancel();
+    rebuild();
     return Confirmed::Set;
 }
 
@@ -80,6 +80,10 @@ void SecuritySetting::cancel() {
     m_mode = Mode::None;
     m_verified = false;
     m_compare.clear();
+}
+
+void SecuritySetting::rebuild() {
+    cancel();
 }
 
 std::string_view SecuritySetting::frameCaption() const {

@@ -58,6 +58,7 @@ public:
 
 private:
     std::string& stored() const;
+    void rebuild(); // LoadPwdFrm
 
     model::Document& m_doc;
     platform::Services& m_services;

@@ -9,6 +9,16 @@
 namespace tallybook::platform::texts {
 
 inline constexpr std::string_view kTooManyRecords = "A Tallybook cannot hold more than 65448 records.";
+
+// Work that is still to come.
+inline constexpr std::string_view kImageEditor = "Editing images";
+inline constexpr std::string_view kExternalPicker = "Picking a record of another Tallybook";
+inline constexpr std::string_view kListEditor = "Editing the items of a list";
+inline constexpr std::string_view kAutoWriter = "The auto writer";
+inline constexpr std::string_view kChoicesToCome = "Views and filters cannot be chosen in this version yet.";
+inline std::string notBuilt(std::string_view what) {
+    return std::string(what) + " is not part of this version yet.";
+}
 inline constexpr std::string_view kKeyOutOfRange = "The number is too large for a key.  Conversion not performed.";
 
 // A path or name between double quotes.

@@ -1,4 +1,4 @@
-// How the program names itself, and what it says before there is anything to work on.
+// How the program names itself.
 #pragma once
 
 #include <string>

@@ -1,0 +1,14 @@
+// Which files may be opened at all.
+#pragma once
+
+#include <string_view>
+
+namespace tallybook::shell {
+
+inline constexpr std::string_view kNoValidFile = "No the Valid file for Tallybook Pocket.";
+
+// True for a file name, without its folder, that starts with the prefix of one of the two formats, in any letter
+// case.
+bool isTallybookName(std::string_view fileName);
+
+} // namespace tallybook::shell
