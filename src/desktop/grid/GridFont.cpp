@@ -1,6 +1,6 @@
 #include "desktop/grid/GridFont.h"
 
-#include "core/calc/Ansi.h"
+#include "core/platform/Ansi.h"
 
 #include <QFontMetricsF>
 #include <QString>
@@ -14,7 +14,7 @@ char32_t paintedCharacter(unsigned char byte) {
         return U'\u21B5';
     if (byte == '\t')
         return U' ';
-    const char32_t character = calc::ansi::toUnicode(byte);
+    const char32_t character = platform::ansi::toUnicode(byte);
     const bool control = character < 0x20 || (character >= 0x7F && character < 0xA0);
     return control ? U'\uFFFD' : character;
 }

@@ -1,5 +1,5 @@
 // What the mouse and the keys do in the grid.
-#include "core/calc/Ansi.h"
+#include "core/platform/Ansi.h"
 #include "desktop/grid/GridView.h"
 #include "desktop/platform/Text.h"
 #include "desktop/platform/Twips.h"

@@ -1,9 +1,7 @@
 #include "desktop/grid/GridLook.h"
 
-#include "desktop/platform/Resources.h"
-
-#include <QIcon>
-#include <QStyle>
+#include <QPainter>
+#include <QPolygonF>
 #include <QWidget>
 
 #include <algorithm>
@@ -29,9 +27,23 @@ double lightOf(const QColor& colour) {
            0.0722 * channelLight(colour.blueF());
 }
 
-QPixmap checkPicture(const QWidget& widget, const QString& name) {
-    const int side = widget.style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, &widget) + 2;
-    return icon(name).pixmap(QSize(side, side), widget.devicePixelRatioF());
+// Drawn here, since the styles' own boxes can hardly be seen on a dark ground.
+QPixmap checkPicture(const QWidget& widget, const GridLook& look, bool checked) {
+    constexpr int kSide = 13;
+    const qreal ratio = widget.devicePixelRatioF();
+    QPixmap picture(QSize(kSide, kSide) * ratio);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(mix(look.ground, look.text, 0.6), 1));
+    painter.setBrush(look.ground);
+    painter.drawRoundedRect(QRectF(0.5, 0.5, kSide - 1, kSide - 1), 2, 2);
+    if (checked) {
+        painter.setPen(QPen(look.text, 1.8, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.drawPolyline(QPolygonF({{3.2, 6.8}, {5.6, 9.4}, {9.8, 3.8}}));
+    }
+    return picture;
 }
 
 } // namespace
@@ -67,8 +79,8 @@ GridLook lookOf(const QWidget& widget) {
     look.selectedText = palette.color(QPalette::HighlightedText);
     look.frame = palette.color(QPalette::Highlight);
     look.outside = mix(look.ground, look.header, 0.6);
-    look.checkon = checkPicture(widget, QStringLiteral("checkon"));
-    look.checkoff = checkPicture(widget, QStringLiteral("checkoff"));
+    look.checkon = checkPicture(widget, look, true);
+    look.checkoff = checkPicture(widget, look, false);
     return look;
 }
 

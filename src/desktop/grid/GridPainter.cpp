@@ -120,12 +120,9 @@ void GridPainter::paintLines() {
 }
 
 void GridPainter::paintFrame() {
-    const int row = m_grid.row();
-    const int column = m_grid.col();
-    const bool shown = row >= model::kHeaderRows && row < m_grid.rows() && m_grid.rowHeight(row) != 0;
-    if (!shown || column < 1 || column >= model::kScratchColumn)
+    if (m_frame.isEmpty())
         return;
-    const QRect cell = m_geometry.cellRect(m_grid, row, column).adjusted(-1, -1, 0, 0);
+    const QRect cell = m_frame.adjusted(-1, -1, 0, 0);
     m_painter.fillRect(QRect(cell.left(), cell.top(), cell.width(), kFrameWidth), m_look.frame);
     m_painter.fillRect(QRect(cell.left(), cell.bottom() - 1, cell.width(), kFrameWidth), m_look.frame);
     m_painter.fillRect(QRect(cell.left(), cell.top(), kFrameWidth, cell.height()), m_look.frame);

@@ -20,6 +20,7 @@ public:
     GridPainter(QPainter& painter, const model::GridModel& grid, const GridGeometry& geometry, const GridFont& font,
                 const GridLook& look, TextBatch& batch, QSize viewport);
 
+    void setFrame(const QRect& cell) { m_frame = cell; } // round the current cell; none when empty
     void paint();
 
 private:
@@ -50,6 +51,7 @@ private:
     TextBatch& m_batch;
     QSize m_viewport;
     Block m_shown;
+    QRect m_frame;
     bool m_hasBlock = false;          // more than the current cell is selected
     std::uint32_t m_colourNumber = 0; // of the coloured cell painted last, on plain ground
     QRgb m_colour = 0;

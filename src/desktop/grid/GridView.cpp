@@ -133,7 +133,9 @@ void GridView::paintEvent(QPaintEvent*) {
         painter.fillRect(viewport()->rect(), m_look.outside);
         return;
     }
-    GridPainter(painter, *m_grid, m_geometry, *m_font, m_look, m_batch, viewport()->size()).paint();
+    GridPainter page(painter, *m_grid, m_geometry, *m_font, m_look, m_batch, viewport()->size());
+    page.setFrame(m_editorFrame.value_or(currentCellRect()));
+    page.paint();
 }
 
 void GridView::resizeEvent(QResizeEvent*) {
@@ -153,6 +155,19 @@ QRect GridView::cellRect(int row, int column) const {
 
 document::MousePlace GridView::placeAt(QPoint point) const {
     return m_grid == nullptr ? document::MousePlace{} : m_geometry.placeAt(*m_grid, point);
+}
+
+// Empty when the current cell is none of a record that can be seen.
+QRect GridView::currentCellRect() const {
+    const int row = m_grid->row();
+    const int column = m_grid->col();
+    const bool shown = row >= model::kHeaderRows && row < m_grid->rows() && m_grid->rowHeight(row) != 0;
+    return shown && column >= 1 && column < model::kScratchColumn ? cellRect(row, column) : QRect();
+}
+
+void GridView::setEditorFrame(std::optional<QRect> editor) {
+    m_editorFrame = editor;
+    viewport()->update();
 }
 
 bool GridView::hasRecords() const {

@@ -43,6 +43,9 @@ public:
     // Scrolls just so far that the cell can be seen.
     void showCell(int row, int column);
 
+    // Draws the current cell's frame round an editor that may be wider than its cell; nothing: round the cell.
+    void setEditorFrame(std::optional<QRect> editor);
+
     // The marker at the left edge of the current row: where an edit placed it.
     void placeMarker();
     void hideMarker();
@@ -84,6 +87,7 @@ private:
     void updateScrollBars();
     void updateCursorShape(QPoint point);
     bool hasRecords() const;
+    QRect currentCellRect() const;
     void startColumnDrag(int column, QPoint point);
     void extendTo(const document::MousePlace& place);
     bool moveByKey(const QKeyEvent& event);
@@ -102,6 +106,7 @@ private:
     GridGeometry m_geometry;
     TextBatch m_batch;
     RowMarker* m_marker;
+    std::optional<QRect> m_editorFrame; // in the viewport
     bool m_repaints = true;
     bool m_scrollingOurselves = false;
     int m_dragColumn = -1; // whose edge is being dragged

@@ -1,6 +1,6 @@
 #include "desktop/platform/Text.h"
 
-#include "core/calc/Ansi.h"
+#include "core/platform/Ansi.h"
 
 #include <QFile>
 
@@ -10,7 +10,7 @@ QString toQt(std::string_view bytes) {
     QString text(static_cast<qsizetype>(bytes.size()), Qt::Uninitialized);
     QChar* out = text.data();
     for (const char byte : bytes)
-        *out++ = QChar(static_cast<char16_t>(calc::ansi::toUnicode(static_cast<std::uint8_t>(byte))));
+        *out++ = QChar(static_cast<char16_t>(platform::ansi::toUnicode(static_cast<std::uint8_t>(byte))));
     return text;
 }
 
@@ -18,7 +18,7 @@ std::string fromQt(const QString& text) {
     std::string bytes;
     bytes.reserve(static_cast<std::size_t>(text.size()));
     for (const uint codePoint : text.normalized(QString::NormalizationForm_C).toUcs4())
-        bytes += static_cast<char>(calc::ansi::fromUnicode(codePoint));
+        bytes += static_cast<char>(platform::ansi::fromUnicode(codePoint));
     return bytes;
 }
 

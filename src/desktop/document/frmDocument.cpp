@@ -1,0 +1,282 @@
+#include "desktop/document/frmDocument.h"
+
+#include "core/platform/OwnTexts.h"
+#include "desktop/dialogs/dlgRadio.h"
+#include "desktop/dialogs/frmMemoAw.h"
+#include "desktop/document/CellEditors.h"
+#include "desktop/platform/Text.h"
+#include "ui_frmDocument.h"
+
+#include <QEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QStandardItemModel>
+
+namespace tallybook::desktop {
+
+namespace {
+
+using document::EditAction;
+
+// Lists the entries; only the first can be chosen, since the others' work is still to come.
+void listEntries(QComboBox& combo, const std::vector<std::string>& entries) {
+    const QSignalBlocker quiet(&combo);
+    combo.clear();
+    for (const std::string& entry : entries)
+        combo.addItem(toQt(entry));
+    const auto* items = qobject_cast<QStandardItemModel*>(combo.model());
+    for (int i = 1; items != nullptr && i < combo.count(); ++i)
+        items->item(i)->setEnabled(false);
+    combo.setCurrentIndex(0);
+    combo.setToolTip(toQt(platform::texts::kChoicesToCome));
+}
+
+bool isTextField(model::FieldType type) {
+    return type == model::FieldType::Text || type == model::FieldType::Memo;
+}
+
+} // namespace
+
+frmDocument::frmDocument(platform::Services& services, QWidget* parent)
+    : QWidget(parent), m_ui(std::make_unique<Ui::frmDocument>()), m_services(services) {
+    m_ui->setupUi(this);
+    m_ui->cmdEdit->setEnabled(false);
+    m_ui->cmdEdit->setToolTip(toQt(platform::texts::kChoicesToCome));
+    m_ui->CmbView->installEventFilter(this);
+    m_ui->CmbFilter->installEventFilter(this);
+    m_measure = std::make_unique<QtTextMeasure>(grid());
+    m_editors = new CellEditors(grid(), toQt(services.regional.shortDate));
+    connectGrid();
+    connectEditors();
+    setFocusProxy(&grid());
+}
+
+frmDocument::~frmDocument() = default;
+
+GridView& frmDocument::grid() const {
+    return *m_ui->grd;
+}
+
+void frmDocument::setPopUpMenus(QMenu* column, QMenu* row) {
+    m_columnMenu = column;
+    m_rowMenu = row;
+}
+
+void frmDocument::connectGrid() {
+    connect(&grid(), &GridView::leavingCell, this, &frmDocument::commit);
+    connect(&grid(), &GridView::keyTyped, this, &frmDocument::typeOnCell);
+    connect(&grid(), &GridView::clicked, this, &frmDocument::clickCell);
+    connect(&grid(), &GridView::rightPressed, this, &frmDocument::popUp);
+    connect(&grid(), &GridView::tabPressed, this, &frmDocument::tabOn);
+    connect(&grid(), &GridView::currentCellChanged, this, &frmDocument::documentChanged);
+    connect(&grid(), &GridView::bestFitRequested, this, &frmDocument::bestFitColumn);
+    connect(&grid(), &GridView::columnResized, this, [this](int column, int twips) {
+        m_doc->grd.setColumnWidth(column, twips);
+        grid().refresh();
+    });
+}
+
+void frmDocument::connectEditors() {
+    connect(m_editors, &CellEditors::keyPressed, this, &frmDocument::pressKey);
+    connect(m_editors, &CellEditors::textTyped, this, &frmDocument::takeTyped);
+    connect(m_editors, &CellEditors::spinAsked, this, &frmDocument::spin);
+    connect(m_editors, &CellEditors::entryChosen, this, &frmDocument::chooseEntry);
+    connect(m_editors, &CellEditors::clearDateAsked, this, &frmDocument::clearDate);
+}
+
+void frmDocument::setDocument(model::Document* doc) {
+    m_doc = doc;
+    m_editors->show({});
+    grid().setModel(doc != nullptr ? &doc->grd : nullptr);
+    if (doc == nullptr)
+        return;
+    fillChoices();
+    showDocument();
+}
+
+void frmDocument::fillChoices() {
+    listEntries(*m_ui->CmbView, document::viewEntries(m_doc->CurrDB20));
+    listEntries(*m_ui->CmbFilter, document::filterEntries(m_doc->CurrDB20));
+}
+
+void frmDocument::takeEditor() {
+    if (m_doc != nullptr && m_doc->editor.open())
+        m_editors->read(m_doc->editor);
+}
+
+void frmDocument::showDocument() {
+    if (m_doc == nullptr)
+        return;
+    setWindowTitle(toQt(m_doc->Caption));
+    grid().refresh();
+    const model::EditorState& editor = m_doc->editor;
+    if (editor.open()) {
+        grid().showCell(editor.row, editor.col);
+        grid().placeMarker();
+    } else {
+        grid().showCell(m_doc->grd.row(), m_doc->grd.col());
+    }
+    m_editors->show(editor);
+    emit documentChanged();
+}
+
+void frmDocument::perform(const EditAction& action) {
+    showDocument();
+    switch (action.open) {
+    case EditAction::Open::MemoWindow:
+        openMemo(action);
+        break;
+    case EditAction::Open::RadioDialog:
+        openRadio(action);
+        break;
+    case EditAction::Open::ImageDialog:
+        sayNotBuilt(platform::texts::kImageEditor);
+        break;
+    case EditAction::Open::ExternalPicker:
+        sayNotBuilt(platform::texts::kExternalPicker);
+        break;
+    case EditAction::Open::CellEditor:
+    case EditAction::Open::Nothing:
+        break;
+    }
+}
+
+void frmDocument::commit() {
+    if (!ready() || !m_doc->editor.open())
+        return;
+    takeEditor();
+    document::saveCell(*m_doc, m_services);
+    showDocument();
+}
+
+void frmDocument::typeOnCell(int code, const QString& rest) {
+    if (!ready())
+        return;
+    perform(document::GridEdit(*m_doc, m_services, code));
+    if (m_doc->editor.open())
+        m_editors->insert(rest);
+}
+
+void frmDocument::clickCell(document::MousePlace place) {
+    if (m_doc == nullptr)
+        return;
+    takeEditor();
+    perform(document::leftClick(*m_doc, m_services, place));
+}
+
+void frmDocument::popUp(document::MousePlace place, QPoint globalPosition) {
+    if (m_doc == nullptr)
+        return;
+    takeEditor();
+    const document::PopUp which = document::rightClick(*m_doc, m_services, place);
+    showDocument();
+    QMenu* menu = which == document::PopUp::mnuColumn ? m_columnMenu
+                  : which == document::PopUp::mnuRow  ? m_rowMenu
+                                                      : nullptr;
+    if (menu != nullptr)
+        menu->exec(globalPosition);
+    document::rightClickDone(*m_doc, m_services, which);
+    showDocument();
+}
+
+void frmDocument::tabOn(bool back) {
+    if (!ready())
+        return;
+    commit();
+    if (back)
+        document::moveLeft(*m_doc);
+    else
+        document::moveRight(*m_doc);
+    showDocument();
+}
+
+void frmDocument::pressKey(document::EditKey key) {
+    takeEditor();
+    perform(document::editorKey(*m_doc, m_services, key));
+}
+
+void frmDocument::takeTyped() {
+    QLineEdit* line = m_editors->openText();
+    QString typed = line->text();
+    for (const QChar lineEnd : {QChar(QChar::LineSeparator), QChar(QChar::ParagraphSeparator), QChar(u'\n')})
+        typed.replace(lineEnd, QLatin1Char(' '));
+    const QString shown = toQt(document::textChanged(*m_doc, fromQt(typed)));
+    if (shown == line->text())
+        return;
+    const int caret = line->cursorPosition();
+    line->setText(shown);
+    line->setCursorPosition(caret);
+}
+
+void frmDocument::spin(int step) {
+    takeEditor();
+    document::spinBy(*m_doc, m_services, step);
+    showDocument();
+}
+
+void frmDocument::chooseEntry(int entry) {
+    takeEditor();
+    const bool editsItems = document::chooseEntry(*m_doc, m_services, entry);
+    showDocument();
+    if (editsItems)
+        sayNotBuilt(platform::texts::kListEditor);
+}
+
+void frmDocument::clearDate() {
+    takeEditor();
+    document::clearDate(*m_doc, m_services);
+    showDocument();
+}
+
+void frmDocument::bestFitColumn(int column) {
+    document::bestFitColumn(*m_doc, m_services, *m_measure, column);
+    showDocument();
+}
+
+void frmDocument::openMemo(const EditAction& action) {
+    const model::FieldDef& field = m_doc->CurrDB20.Fields[m_doc->CurrField];
+    frmMemoAw::Contents contents;
+    contents.fieldName = toQt(field.Name);
+    contents.text = toQt(action.text);
+    contents.screen = isTextField(field.Type) ? frmMemoAw::Screen::Text : frmMemoAw::Screen::Number;
+    contents.longest = field.Type == model::FieldType::Memo ? model::kMemoLength : model::kTextLength;
+    contents.autoWriter = action.showAutoWriter;
+    contents.readOnly = m_doc->CurrDB20.ReadOnly != 0;
+    frmMemoAw window(contents, this);
+    connect(&window, &frmMemoAw::autoWriterAsked, this, [this] { sayNotBuilt(platform::texts::kAutoWriter); });
+    if (window.exec() == QDialog::Accepted)
+        document::acceptMemo(*m_doc, m_services, fromQt(window.text()));
+    showDocument();
+}
+
+void frmDocument::openRadio(const EditAction& action) {
+    const model::FieldDef& field = m_doc->CurrDB20.Fields[m_doc->CurrField];
+    QStringList options;
+    for (const std::string& item : m_doc->CurrDB20.Lists.at(m_doc->CurrField).Items)
+        options += toQt(item);
+    dlgRadio dialog(toQt(field.Name), options, action.selected, this);
+    dialog.setAcceptor([this](int option) { return document::acceptRadio(*m_doc, m_services, option); });
+    dialog.exec();
+    showDocument();
+}
+
+void frmDocument::sayNotBuilt(std::string_view what) {
+    m_services.ui.message({platform::texts::notBuilt(what), platform::Icon::Information});
+}
+
+void frmDocument::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    if (m_doc == nullptr || !isVisible())
+        return;
+    document::gridResized(*m_doc);
+    showDocument();
+}
+
+// A click on a choice commits what is being edited.
+bool frmDocument::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress)
+        commit();
+    return QWidget::eventFilter(watched, event);
+}
+
+} // namespace tallybook::desktop

@@ -1,0 +1,83 @@
+// The window of the open database: its grid, the editors over it, the choices of view and filter.
+#pragma once
+
+#include "core/document/CellEditing.h"
+#include "core/document/GridDisplay.h"
+#include "core/model/Document.h"
+#include "core/platform/Services.h"
+#include "desktop/platform/QtTextMeasure.h"
+
+#include <QWidget>
+
+#include <memory>
+
+class QMenu;
+
+namespace Ui {
+class frmDocument;
+}
+
+namespace tallybook::desktop {
+
+class CellEditors;
+
+class frmDocument : public QWidget {
+    Q_OBJECT
+
+public:
+    frmDocument(platform::Services& services, QWidget* parent);
+    ~frmDocument() override;
+
+    // The document to show, or nothing. It must outlive its stay here.
+    void setDocument(model::Document* doc);
+    void setPopUpMenus(QMenu* column, QMenu* row);
+
+    GridView& grid() const;
+    CellEditors& editors() const { return *m_editors; }
+    const document::TextMeasure& measure() const { return *m_measure; }
+
+    // Before an operation on the document: what the open editor holds goes into doc.editor.
+    void takeEditor();
+    // After one: shows grid, editor and choices as they are now.
+    void showDocument();
+    // The same, and opens what the operation asks for.
+    void perform(const document::EditAction& action);
+    // Ends the open edit as leaving its cell does.
+    void commit();
+
+signals:
+    void documentChanged(); // an edit has been made here
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void connectGrid();
+    void connectEditors();
+    void fillChoices();
+    bool ready() const { return m_doc != nullptr && m_doc->GridReady; }
+    void typeOnCell(int code, const QString& rest);
+    void clickCell(document::MousePlace place);
+    void popUp(document::MousePlace place, QPoint globalPosition);
+    void tabOn(bool back);
+    void pressKey(document::EditKey key);
+    void takeTyped();
+    void spin(int step);
+    void chooseEntry(int entry);
+    void clearDate();
+    void bestFitColumn(int column);
+    void openMemo(const document::EditAction& action);
+    void openRadio(const document::EditAction& action);
+    void sayNotBuilt(std::string_view what);
+
+    std::unique_ptr<Ui::frmDocument> m_ui;
+    platform::Services& m_services;
+    model::Document* m_doc = nullptr;
+    CellEditors* m_editors;
+    std::unique_ptr<QtTextMeasure> m_measure;
+    QMenu* m_columnMenu = nullptr;
+    QMenu* m_rowMenu = nullptr;
+};
+
+} // namespace tallybook::desktop

@@ -1,0 +1,76 @@
+#include "desktop/main/Program.h"
+
+#include "adapters/AppFolder.h"
+#include "adapters/IniSettings.h"
+#include "adapters/InstanceLock.h"
+#include "adapters/PosixFiles.h"
+#include "adapters/SystemClock.h"
+#include "core/platform/AppFolders.h"
+#include "core/shell/Version.h"
+#include "desktop/dialogs/frmSplash.h"
+#include "desktop/grid/GridAccessible.h"
+#include "desktop/main/frmMain.h"
+#include "desktop/platform/QtUserInterface.h"
+#include "desktop/platform/RegionalFromQt.h"
+#include "desktop/platform/Resources.h"
+#include "desktop/platform/Text.h"
+
+#include <QApplication>
+#include <QLocale>
+#include <QPointer>
+
+namespace tallybook::desktop {
+
+namespace {
+
+constexpr int kSplashTime = 1500; // milliseconds
+
+#ifndef TALLYBOOK_SUPPORT_PAGE
+#define TALLYBOOK_SUPPORT_PAGE ""
+#endif
+
+} // namespace
+
+Instance::Instance(const std::filesystem::path& folder, platform::UserInterface& ui) {
+    auto taken = adapters::InstanceLock::take(folder);
+    if (!taken)
+        return;
+    m_lock = std::move(taken).value();
+    m_mayRun = m_lock.has_value();
+    if (!m_mayRun)
+        ui.message({std::string(shell::kAlreadyRunning), platform::Icon::Information});
+}
+
+int run() {
+    QApplication::setApplicationName(QStringLiteral("Tallybook Pocket Desktop"));
+    QApplication::setDesktopFileName(QStringLiteral("tallybook-pocket-desktop"));
+    QApplication::setWindowIcon(icon(QStringLiteral("tallybook")));
+    installGridAccessible();
+
+    adapters::PosixFiles files;
+    adapters::SystemClock clock;
+    const platform::Regional regional = regionalFrom(QLocale::system());
+    const platform::Surroundings surroundings = adapters::surroundings();
+    QtUserInterface ui;
+    platform::Services services{ui, files, clock, regional, platform::applicationFolder(files, surroundings)};
+    platform::makeFolders(services);
+
+    const Instance instance(platform::lockFolder(files, surroundings), ui);
+    if (!instance.mayRun())
+        return 0;
+    ui.setSupportPage(QStringLiteral(TALLYBOOK_SUPPORT_PAGE));
+    QPointer<frmSplash> splash = new frmSplash;
+    splash->setAttribute(Qt::WA_DeleteOnClose);
+    ui.setBeforeAsking([splash] {
+        if (splash)
+            splash->close();
+    });
+    splash->showFor(kSplashTime);
+
+    adapters::IniSettings settings(files, platform::configFolder(surroundings) / adapters::kSettingsFile);
+    frmMain frame(services, ui, settings);
+    frame.show();
+    return QApplication::exec();
+}
+
+} // namespace tallybook::desktop

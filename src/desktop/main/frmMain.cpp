@@ -1,0 +1,256 @@
+#include "desktop/main/frmMain.h"
+
+#include "core/document/CellEditing.h"
+#include "core/document/OpenSave.h"
+#include "core/shell/OpenChoice.h"
+#include "core/shell/ProgramSettings.h"
+#include "core/shell/Version.h"
+#include "desktop/document/frmDocument.h"
+#include "desktop/main/CommandBars.h"
+#include "desktop/main/ElidedLabel.h"
+#include "desktop/platform/CProgressBar.h"
+#include "desktop/platform/Resources.h"
+#include "desktop/platform/Text.h"
+#include "desktop/platform/Twips.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QLabel>
+#include <QMimeData>
+#include <QScreen>
+#include <QStatusBar>
+#include <QToolBar>
+
+namespace tallybook::desktop {
+
+namespace {
+
+constexpr int kPrinters = 1;      // printing to a PDF file always works
+constexpr int kWindowMargin = 60; // pixels of a restored window that must be on a screen
+
+using platform::Icon;
+
+// The one file of a drag, or nothing.
+std::optional<std::filesystem::path> draggedFile(const QMimeData& data) {
+    if (data.urls().size() != 1 || !data.urls().first().isLocalFile())
+        return std::nullopt;
+    return pathFromQt(data.urls().first().toLocalFile());
+}
+
+// A place that can be reached: a screen may have gone since the place was saved.
+QPoint reachable(const QScreen& screen, QRect window) {
+    const QRect room = screen.virtualGeometry();
+    return {std::clamp(window.left(), room.left(), std::max(room.left(), room.right() - kWindowMargin)),
+            std::clamp(window.top(), room.top(), std::max(room.top(), room.bottom() - kWindowMargin))};
+}
+
+} // namespace
+
+frmMain::frmMain(platform::Services& services, QtUserInterface& ui, platform::Settings& settings)
+    : m_services(services), m_ui(ui), m_settings(settings) {
+    setObjectName(QStringLiteral("frmMain"));
+    setWindowIcon(icon(QStringLiteral("tallybook")));
+    setAcceptDrops(true);
+    m_bars = new CommandBars(*this);
+    connect(m_bars, &CommandBars::triggered, this, &frmMain::run);
+    connect(m_bars, &CommandBars::recentFileChosen, this, &frmMain::openRecent);
+    makeStatusBar();
+    makeDocumentWindow();
+    m_ui.setWindow(this);
+    m_ui.setProgressBar(m_progress);
+    m_ui.setGrid(&m_document->grid());
+    restore();
+    setDocState(0);
+    showState();
+}
+
+frmMain::~frmMain() {
+    m_document->setDocument(nullptr);
+}
+
+void frmMain::makeStatusBar() {
+    statusBar()->setObjectName(QStringLiteral("sbStatusBar"));
+    m_path = new ElidedLabel(this);
+    m_path->setObjectName(QStringLiteral("lblPath"));
+    m_record = new QLabel(this);
+    m_record->setObjectName(QStringLiteral("lblRecord"));
+    m_progress = new CProgressBar(this);
+    m_progress->setMaximumWidth(260);
+    statusBar()->addWidget(m_path, 1);
+    statusBar()->addPermanentWidget(m_record);
+    statusBar()->addPermanentWidget(m_progress);
+}
+
+void frmMain::makeDocumentWindow() {
+    m_document = new frmDocument(m_services, this);
+    m_document->setPopUpMenus(m_bars->menu("mnuColumn"), m_bars->menu("mnuRow"));
+    connect(m_document, &frmDocument::documentChanged, this, &frmMain::showState);
+    setCentralWidget(m_document);
+    m_document->hide();
+}
+
+void frmMain::restore() {
+    const shell::WindowPlacement placement = shell::loadPlacement(m_settings);
+    const double dpi = logicalDpiX();
+    QRect window(pixelsOf(placement.left, dpi), pixelsOf(placement.top, dpi), pixelsOf(placement.width, dpi),
+                 pixelsOf(placement.height, dpi));
+    window.moveTopLeft(reachable(*screen(), window));
+    setGeometry(window);
+    m_recent = shell::GetLatestList(m_settings);
+    m_bars->setRecentFiles(m_recent);
+    m_choices = shell::loadDisplayChoices(m_settings);
+    m_bars->action("mnuViewNotUsedFields")->setChecked(m_choices.notUsedFields);
+    m_bars->action("mnuViewFieldTypes")->setChecked(m_choices.fieldTypes);
+    m_bars->action("mnuViewToolbar")->setChecked(true);
+    m_bars->action("mnuViewStatusBar")->setChecked(true);
+}
+
+void frmMain::run(const QString& name) {
+    const std::string key = fromQt(name);
+    for (const Route& route : routes())
+        if (route.name == key) {
+            m_document->takeEditor();
+            (this->*route.handler)();
+            m_document->showDocument();
+            return;
+        }
+}
+
+void frmMain::setDocState(shell::DocState state) {
+    m_docState = state;
+    m_bars->enable(state, kPrinters); // UpdateToolbar
+}
+
+void frmMain::showState() {
+    const QString program = toQt(shell::kProgramName);
+    const bool open = m_doc != nullptr;
+    setWindowTitle(open ? QStringLiteral("%1[*] - %2").arg(toQt(m_doc->Caption), program) : program);
+    setWindowModified(open && m_doc->DocModified);
+    m_path->setFullText(open ? pathToQt(m_doc->CurrFilePath) : QString());
+    if (!open)
+        m_record->clear();
+    else if (model::hasNoRecords(*m_doc))
+        m_record->setText(tr("No records"));
+    else
+        m_record->setText(tr("Record %1 of %2")
+                              .arg(std::max(1, m_doc->grd.row() - model::kFirstDataRow + 1))
+                              .arg(m_doc->NumDataRecs));
+}
+
+// Shows a document that has been made or read; what was open before is gone.
+void frmMain::loadDocument(std::unique_ptr<model::Document> doc) {
+    m_document->setDocument(nullptr);
+    m_doc = std::move(doc);
+    document::FormatGrid(*m_doc, m_choices);
+    document::bestFit1(*m_doc, m_services, m_document->measure());
+    m_document->show();
+    m_document->setDocument(m_doc.get());
+    m_document->grid().setFocus();
+    setDocState(1);
+    showState();
+}
+
+bool frmMain::mayCloseDocument() {
+    if (m_doc == nullptr)
+        return true;
+    m_document->takeEditor();
+    document::saveCell(*m_doc, m_services);
+    const bool may = document::CheckSaveChanges(*m_doc, m_services);
+    m_document->showDocument();
+    return may && !m_ui.aborted();
+}
+
+bool frmMain::closeDocument() {
+    if (!mayCloseDocument())
+        return false;
+    HandleDocumentClose();
+    return true;
+}
+
+void frmMain::HandleDocumentClose() {
+    m_document->setDocument(nullptr);
+    m_document->hide();
+    m_doc.reset();
+    setDocState(0);
+    showState();
+}
+
+// Reads into a document of its own, so that a file that cannot be read leaves what is open as it was. A login that
+// was refused leaves nothing open.
+void frmMain::openFile(const std::filesystem::path& path) {
+    if (!shell::isTallybookName(fromQt(pathToQt(path.filename())))) {
+        m_ui.message({std::string(shell::kNoValidFile), Icon::Critical});
+        return;
+    }
+    if (!mayCloseDocument())
+        return;
+    auto fresh = std::make_unique<model::Document>();
+    switch (document::OpenDatabase(*fresh, m_services, path)) {
+    case document::Outcome::Done:
+        loadDocument(std::move(fresh));
+        noteRecent(path);
+        break;
+    case document::Outcome::Cancelled:
+        HandleDocumentClose();
+        break;
+    case document::Outcome::Refused:
+        break;
+    }
+}
+
+void frmMain::openRecent(int number) {
+    const std::string path = m_recent[static_cast<std::size_t>(number)].path(); // the list may change meanwhile
+    openFile(std::filesystem::path(std::u8string(path.begin(), path.end())));
+}
+
+void frmMain::noteRecent(const std::filesystem::path& path) {
+    const std::u8string text = path.u8string();
+    m_recent = shell::BuildUsableFileList(std::string(text.begin(), text.end()), m_recent);
+    m_bars->setRecentFiles(m_recent);
+    shell::SaveMRUListToRegistry(m_recent, m_settings);
+    m_folder = path.parent_path();
+    saveSettings();
+}
+
+void frmMain::saveSettings() {
+    if (const platform::Status saved = m_settings.save(); !saved)
+        statusBar()->showMessage(toQt(saved.error().text), 5000);
+}
+
+void frmMain::savePlacement() {
+    const auto state = isMinimized()                     ? shell::WindowState::Minimised
+                       : isMaximized() || isFullScreen() ? shell::WindowState::Maximised
+                                                         : shell::WindowState::Normal;
+    const double dpi = logicalDpiX();
+    const auto twips = [dpi](int pixels) { return static_cast<float>(twipsOf(pixels, dpi)); };
+    const QRect place = geometry();
+    shell::savePlacement({twips(place.left()), twips(place.top()), twips(place.width()), twips(place.height())},
+                         state, m_settings);
+    saveSettings();
+}
+
+void frmMain::closeEvent(QCloseEvent* event) {
+    if (!m_ui.aborted() && !closeDocument()) {
+        event->ignore();
+        return;
+    }
+    savePlacement();
+    event->accept();
+}
+
+void frmMain::dragEnterEvent(QDragEnterEvent* event) {
+    if (draggedFile(*event->mimeData()))
+        event->acceptProposedAction();
+}
+
+// The file is opened when the drop is over: a question in its middle would hold up the program that it came from.
+void frmMain::dropEvent(QDropEvent* event) {
+    const auto path = draggedFile(*event->mimeData());
+    if (!path)
+        return;
+    event->acceptProposedAction();
+    QMetaObject::invokeMethod(
+        this, [this, path] { openFile(*path); }, Qt::QueuedConnection);
+}
+
+} // namespace tallybook::desktop

@@ -1,0 +1,108 @@
+// The program's frame: menus, tool bars, status bar, and the one document window in it.
+#pragma once
+
+#include "core/document/GridDisplay.h"
+#include "core/model/Document.h"
+#include "core/platform/Services.h"
+#include "core/platform/Settings.h"
+#include "core/shell/Commands.h"
+#include "core/shell/RecentFiles.h"
+#include "desktop/platform/QtUserInterface.h"
+
+#include <QMainWindow>
+
+#include <filesystem>
+#include <memory>
+#include <span>
+
+class QLabel;
+
+namespace tallybook::desktop {
+
+class CommandBars;
+class CProgressBar;
+class ElidedLabel;
+class frmDocument;
+
+class frmMain : public QMainWindow {
+    Q_OBJECT
+
+public:
+    // All three outlive the window. `ui` must be the one of `services`.
+    frmMain(platform::Services& services, QtUserInterface& ui, platform::Settings& settings);
+    ~frmMain() override;
+
+    shell::DocState DocState() const { return m_docState; }
+    frmDocument& documentWindow() const { return *m_document; }
+    model::Document* document() const { return m_doc.get(); } // nothing when none is open
+
+    // Opens a file after closing what is open. A path of no Tallybook is refused by its name.
+    void openFile(const std::filesystem::path& path);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    // The commands, by the name in the table.
+    void mnuFileNew();
+    void mnuFileOpen();
+    void mnuFileClose();
+    void mnuFileSave();
+    void mnuFileSaveAs();
+    void mnuFileExit() { close(); }
+    void mnuEditCut();
+    void mnuEditCopy();
+    void mnuEditPaste();
+    void mnuRecordAdd();
+    void mnuRecordDelete();
+    void mnuRecordDeleteAll();
+    void mnuViewToolbar();
+    void mnuViewStatusBar();
+    void changeDisplay(); // mnuViewNotUsedFields, mnuViewFieldTypes
+    void mnuToolsSecurity();
+    void mnuHelp();
+    void mnuHelpAbout();
+    void mnuColumnConvertToKeys();
+    void bestFit();
+    void doNothing() {} // the Cancel of a pop-up menu
+
+    using Handler = void (frmMain::*)();
+    struct Route {
+        std::string_view name;
+        Handler handler;
+    };
+    static std::span<const Route> routes();
+
+    void makeStatusBar();
+    void makeDocumentWindow();
+    void restore();
+    void run(const QString& name);
+    void loadDocument(std::unique_ptr<model::Document> doc);
+    bool closeDocument();
+    bool mayCloseDocument();
+    void HandleDocumentClose();
+    void setDocState(shell::DocState state);
+    void showState();
+    void openRecent(int number);
+    void noteRecent(const std::filesystem::path& path);
+    void saveSettings();
+    void savePlacement();
+
+    platform::Services& m_services;
+    QtUserInterface& m_ui;
+    platform::Settings& m_settings;
+    std::unique_ptr<model::Document> m_doc;
+    CommandBars* m_bars;
+    frmDocument* m_document = nullptr;
+    CProgressBar* m_progress = nullptr;
+    ElidedLabel* m_path = nullptr;
+    QLabel* m_record = nullptr;
+    shell::DocState m_docState = 0;
+    document::DisplayChoices m_choices;
+    shell::RecentList m_recent;
+    std::filesystem::path m_folder; // where the open dialog begins
+};
+
+} // namespace tallybook::desktop
