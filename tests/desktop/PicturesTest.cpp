@@ -1,0 +1,195 @@
+// Leaves a picture of each window in the build folder, in a light and a dark theme; run once more for screens of
+// twice the resolution. They are there to be looked at.
+#include "core/pdb/Passwords.h"
+#include "desktop/WindowTest.h"
+#include "desktop/dialogs/dlgError.h"
+#include "desktop/dialogs/dlgRadio.h"
+#include "desktop/dialogs/frmAbout.h"
+#include "desktop/dialogs/frmLogin.h"
+#include "desktop/dialogs/frmMemoAw.h"
+#include "desktop/dialogs/frmPwd.h"
+#include "desktop/dialogs/frmSplash.h"
+#include "desktop/document/frmDocument.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QComboBox>
+#include <QDir>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPalette>
+#include <QStyle>
+#include <QTest>
+#include <QTreeWidget>
+
+namespace tallybook::test {
+namespace {
+
+QPalette darkPalette() {
+    QPalette palette;
+    const QColor window(45, 47, 52);
+    const QColor base(30, 31, 34);
+    const QColor text(226, 228, 232);
+    palette.setColor(QPalette::Window, window);
+    palette.setColor(QPalette::WindowText, text);
+    palette.setColor(QPalette::Base, base);
+    palette.setColor(QPalette::AlternateBase, window);
+    palette.setColor(QPalette::Text, text);
+    palette.setColor(QPalette::Button, QColor(58, 60, 66));
+    palette.setColor(QPalette::ButtonText, text);
+    palette.setColor(QPalette::ToolTipBase, window);
+    palette.setColor(QPalette::ToolTipText, text);
+    palette.setColor(QPalette::BrightText, Qt::white);
+    palette.setColor(QPalette::Light, window.lighter(150));
+    palette.setColor(QPalette::Mid, window.darker(130));
+    palette.setColor(QPalette::Dark, window.darker(160));
+    palette.setColor(QPalette::Shadow, Qt::black);
+    palette.setColor(QPalette::PlaceholderText, QColor(140, 142, 148));
+    palette.setColor(QPalette::Highlight, QColor(47, 130, 208));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::Link, QColor(110, 175, 240));
+    for (const QPalette::ColorRole role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, QColor(128, 130, 136));
+    return palette;
+}
+
+class Pictures : public WindowTest, public testing::WithParamInterface<const char*> {
+protected:
+    Pictures() : m_before(QApplication::palette()) {
+        if (isDark())
+            QApplication::setPalette(darkPalette());
+    }
+    ~Pictures() override { QApplication::setPalette(m_before); }
+
+    bool isDark() const { return std::string_view(GetParam()) == "dark"; }
+
+    void keep(QWidget& window, const char* name) {
+        const QString folder = qEnvironmentVariable("TALLYBOOK_PICTURES", QStringLiteral("pictures"));
+        ASSERT_TRUE(QDir().mkpath(folder));
+        window.ensurePolished();
+        QCoreApplication::processEvents();
+        const QPixmap picture = window.grab();
+        const QString scale = picture.devicePixelRatio() > 1 ? QStringLiteral("-2x") : QString();
+        EXPECT_TRUE(
+            picture.save(QStringLiteral("%1/%2-%3%4.png")
+                             .arg(folder, QString::fromLatin1(name), QString::fromLatin1(GetParam()), scale)));
+    }
+    void showAndKeep(QWidget& one, const char* name) {
+        one.show();
+        QApplication::setActiveWindow(&one);
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&one));
+        keep(one, name);
+    }
+
+private:
+    QPalette m_before;
+};
+
+// Colours, check boxes and a control character, which the sample has none of.
+void colour(model::Document& sample) {
+    const std::uint32_t colours[] = {255, 65280, 65535};
+    for (int record = 0; record < 3; ++record) {
+        const int row = record + model::kFirstDataRow;
+        sample.grd.setText(row, model::columnOfSlot(kValue), std::to_string(record * 10));
+        sample.grd.setColour(row, model::columnOfSlot(kValue), colours[record]);
+    }
+    sample.grd.setText(4, model::columnOfSlot(kTitle), "Odd \x81 byte");
+}
+
+TEST_P(Pictures, mainWindow) {
+    openSample();
+    colour(doc());
+    grid().refresh();
+    keep(window(), "main");
+    click(0, kTitle);
+    keep(window(), "main-text");
+    click(0, kStock);
+    keep(window(), "main-spin");
+    click(0, kBought);
+    keep(window(), "main-date");
+    click(1, kShelf);
+    keep(window(), "main-list");
+    keep(*find<QComboBox>("cmb1")->view()->window(), "main-list-dropped");
+    key(Qt::Key_Escape);
+    go(0, kTitle);
+    key(Qt::Key_Down, Qt::ShiftModifier);
+    key(Qt::Key_Right, Qt::ShiftModifier);
+    keep(window(), "main-block");
+}
+
+TEST_P(Pictures, emptyWindows) {
+    show();
+    keep(window(), "main-empty");
+    trigger("mnuFileNew");
+    keep(window(), "main-new");
+    trigger("mnuRecordAdd");
+    keep(window(), "main-first-record");
+    desktop::frmMain first(services, user, settings);
+    showAndKeep(first, "main-first-start");
+}
+
+TEST_P(Pictures, menus) {
+    openSample();
+    for (const char* name :
+         {"mnuFile", "mnuEdit", "mnuSearch", "mnuRecord", "mnuView", "mnuTools", "mnuHelp", "mnuColumn", "mnuRow"}) {
+        auto* menu = find<QMenu>(name);
+        menu->resize(menu->sizeHint());
+        keep(*menu, name);
+    }
+}
+
+TEST_P(Pictures, dialogs) {
+    desktop::frmLogin login(QStringLiteral("Login"), QStringLiteral("MS2_Books.pdb"), nullptr);
+    showAndKeep(login, "frmLogin");
+    desktop::dlgError error({.tag = "Load_DBProps : readLists", .text = "200 views, at most 13", .record = 85},
+                            QStringLiteral("https://support.example"), nullptr);
+    showAndKeep(error, "dlgError");
+    desktop::dlgRadio radio(QStringLiteral("Cover"), {QStringLiteral("Hard"), QStringLiteral("Soft")}, 0, nullptr);
+    showAndKeep(radio, "dlgRadio");
+    desktop::frmMemoAw memo({.fieldName = QStringLiteral("Notes"),
+                             .text = QStringLiteral("Bought at the harbour\nSecond hand"),
+                             .autoWriter = true},
+                            nullptr);
+    showAndKeep(memo, "frmMemoAw");
+    desktop::frmMemoAw number({.fieldName = QStringLiteral("Pages"),
+                               .text = QStringLiteral("120"),
+                               .screen = desktop::frmMemoAw::Screen::Number,
+                               .autoWriter = true},
+                              nullptr);
+    showAndKeep(number, "frmMemoAw-number");
+    desktop::frmAbout about(nullptr);
+    showAndKeep(about, "frmAbout");
+    desktop::frmSplash splash;
+    showAndKeep(splash, "frmSplash");
+}
+
+TEST_P(Pictures, securitySetting) {
+    model::Document sample;
+    makeSample(sample, regional);
+    sample.CurrDB20.Passwords[1] = pdb::ApplyPwd("edit");
+    desktop::frmPwd dialog(sample, services, nullptr);
+    showAndKeep(dialog, "frmPwd");
+    auto* list = dialog.findChild<QTreeWidget*>(QStringLiteral("lstPwd"));
+    list->setCurrentItem(list->topLevelItem(0));
+    keep(dialog, "frmPwd-new");
+    list->setCurrentItem(list->topLevelItem(1));
+    keep(dialog, "frmPwd-change");
+}
+
+TEST_P(Pictures, message) {
+    openSample();
+    script.expect([this](QWidget& box) {
+        keep(box, "message");
+        box.close();
+    });
+    user.message({.text = "Do you want to save the changes you made to MS2_Books.pdb ?",
+                  .icon = platform::Icon::Question,
+                  .buttons = platform::Buttons::YesNoCancel,
+                  .title = {}});
+}
+
+INSTANTIATE_TEST_SUITE_P(Themes, Pictures, testing::Values("light", "dark"),
+                         [](const auto& instance) { return std::string(instance.param); });
+
+} // namespace
+} // namespace tallybook::test
