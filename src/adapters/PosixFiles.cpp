@@ -24,6 +24,7 @@ using Path = std::filesystem::path;
 
 namespace {
 
+constexpr std::int64_t kNanoseconds = 1'000'000'000; // of a second
 constexpr int kLinksFollowed = 40; // as the system's own limit
 constexpr mode_t kPermissions = S_IRWXU | S_IRWXG | S_IRWXO;
 constexpr mode_t kAnyWrite = S_IWUSR | S_IWGRP | S_IWOTH;
@@ -150,7 +151,8 @@ Result<FileState> PosixFiles::state(const Path& path) {
     const FileKind kind = kindOf(status);
     return FileState{.kind = kind,
                      .size = kind == FileKind::Regular ? static_cast<std::uint64_t>(status.st_size) : 0,
-                     .writable = mayWrite(path, status)};
+                     .writable = mayWrite(path, status),
+                     .modified = status.st_mtim.tv_sec * kNanoseconds + status.st_mtim.tv_nsec};
 }
 
 Result<Bytes> PosixFiles::read(const Path& path) {

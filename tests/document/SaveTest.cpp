@@ -61,6 +61,23 @@ TEST_F(Save, unchangedFileKeepsItsBytes) {
     EXPECT_EQ(t.files.bytes(kBooks), before);
 }
 
+TEST_F(Save, fileThatSomebodyElseChangedIsReplacedOnlyWhenAskedFor) {
+    openBooks();
+    change(0, "mine");
+    setByte(kBooks, offsetOf(kBooks, 87) + 1, 7); // the handheld gave the record another category
+    const Bytes theirs = t.files.bytes(kBooks);
+    t.user.answers.push_back(Answer::No);
+    EXPECT_EQ(saveDocument(*opened, t), Outcome::Refused);
+    EXPECT_EQ(t.user.messages.back().text, "\"/home/MS2_Books.pdb\" was changed by another program since it was "
+                                           "opened.  Do you want to replace it with what is open here?");
+    EXPECT_EQ(t.files.bytes(kBooks), theirs);
+    EXPECT_TRUE(opened->DocModified);
+    t.user.answers.push_back(Answer::Yes);
+    EXPECT_EQ(saveDocument(*opened, t), Outcome::Done);
+    EXPECT_EQ(saveDocument(*opened, t), Outcome::Done); // our own change is not somebody else's
+    EXPECT_EQ(savedCell(0), "mine");
+}
+
 TEST_F(Save, temporaryCopyIsRenewed) {
     openBooks();
     change(0, "changed");
@@ -144,6 +161,7 @@ TEST_F(Save, failureAtAnyCallLeavesAWholeFileAndTheChanges) {
     bool refused = false;
     for (int nth = 1; nth < 60; ++nth) {
         t.files.put(kBooks, before);
+        ASSERT_EQ(open(kBooks), Outcome::Done);
         change(0, "changed");
         const int calls = t.files.calls();
         t.files.failAt(nth, ENOSPC);
@@ -161,7 +179,6 @@ TEST_F(Save, failureAtAnyCallLeavesAWholeFileAndTheChanges) {
         refused = refused || failed;
         if (!reached)
             break;
-        ASSERT_EQ(open(kBooks), Outcome::Done);
     }
     EXPECT_TRUE(refused);
 }

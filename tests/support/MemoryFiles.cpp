@@ -59,6 +59,7 @@ void MemoryFiles::addFolder(const path& path) {
 void MemoryFiles::put(const path& path, Bytes bytes) {
     addFolder(path.parent_path());
     m_files[path] = std::move(bytes);
+    m_modified[path] = ++m_changes;
 }
 
 const Bytes& MemoryFiles::bytes(const path& path) const {
@@ -81,8 +82,11 @@ Result<FileState> MemoryFiles::state(const path& path) {
     if (const auto error = enter(path))
         return *error;
     if (isFolder(path))
-        return FileState{FileKind::Folder, 0, true};
-    return has(path) ? FileState{FileKind::Regular, m_files[path].size(), true} : FileState{};
+        return FileState{.kind = FileKind::Folder, .writable = true};
+    if (!has(path))
+        return FileState{};
+    return FileState{
+        .kind = FileKind::Regular, .size = m_files[path].size(), .writable = true, .modified = m_modified[path]};
 }
 
 Result<Bytes> MemoryFiles::read(const path& path) {
@@ -125,6 +129,7 @@ Status MemoryFiles::rename(const path& from, const path& to) {
     auto bytes = std::move(m_files[from]);
     m_files.erase(from);
     m_files[to] = std::move(bytes);
+    m_modified[to] = ++m_changes;
     return {};
 }
 

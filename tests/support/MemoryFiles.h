@@ -49,6 +49,8 @@ private:
     bool isFolder(const std::filesystem::path& path) const { return m_folders.contains(path); }
 
     std::map<std::filesystem::path, platform::Bytes> m_files;
+    std::map<std::filesystem::path, std::int64_t> m_modified; // the number of the change
+    std::int64_t m_changes = 0;
     std::set<std::filesystem::path> m_folders{"/"};
     int m_calls = 0;
     int m_failingCall = 0;

@@ -71,6 +71,13 @@ void dropOldest(Files& files, const Path& folder, const Path& name) {
 
 } // namespace
 
+model::FileMark markOf(Files& files, const Path& file) {
+    const auto state = files.state(file);
+    if (!state || state.value().kind != platform::FileKind::Regular)
+        return {};
+    return {.known = true, .size = state.value().size, .modified = state.value().modified};
+}
+
 void renewTempCopy(model::Document& doc, platform::Services& services, const Path& file, ByteSpan bytes) {
     Path copy = platform::applicationPath(services, platform::kTempFolder) / "Copy_";
     copy += file.filename();

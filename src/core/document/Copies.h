@@ -21,4 +21,7 @@ void renewTempCopy(model::Document& doc, platform::Services& services, const std
 platform::Status refreshBackup(platform::Services& services, const std::filesystem::path& file,
                                platform::ByteSpan bytes);
 
+// What a file on the disk is now; unknown when it is missing or cannot be looked at.
+model::FileMark markOf(platform::Files& files, const std::filesystem::path& file);
+
 } // namespace tallybook::document

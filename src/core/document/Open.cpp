@@ -101,6 +101,7 @@ void finish(model::Document& doc, Services& services, ReadMode mode) {
 void forget(model::Document& doc) {
     model::clearDocument(doc);
     doc.CurrFilePath.clear();
+    doc.fileMark = {};
     doc.CurrFolder.clear();
     doc.TempCopyPath.clear();
     doc.CurrFileName.clear();
@@ -111,10 +112,12 @@ void forget(model::Document& doc) {
 std::optional<Bytes> readInto(model::Document& doc, Services& services, const Path& path, ReadMode mode) {
     const platform::HourGlass wait(services.ui);
     forget(doc);
+    const model::FileMark mark = markOf(services.files, path);
     auto bytes = readWhole(services, path);
     if (!bytes || !verifyPDB(services, path, *bytes))
         return std::nullopt;
     nameDocument(doc, path);
+    doc.fileMark = mark;
     if (const platform::Status parsed = parse(doc, services, *bytes); !parsed) {
         forget(doc);
         if (parsed.error().kind != platform::ErrorKind::Refused)

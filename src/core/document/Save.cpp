@@ -114,10 +114,23 @@ std::optional<Path> askNewName(model::Document& doc, Services& services) {
     }
 }
 
-void adoptPath(model::Document& doc, const Path& path) {
+void adoptPath(model::Document& doc, Services& services, const Path& path) {
     doc.CurrFilePath = path;
     doc.CurrFolder = path.parent_path();
     doc.CurrFileName = platform::shownPath(path.filename());
+    doc.fileMark = markOf(services.files, path);
+}
+
+// A sync may have brought newer records from the handheld into the very file.
+bool mayOverwrite(const model::Document& doc, Services& services) {
+    const model::FileMark now = markOf(services.files, doc.CurrFilePath);
+    if (!doc.fileMark.known || !now.known || now == doc.fileMark)
+        return true;
+    return services.ui.message({.text = platform::texts::changedMeanwhile(platform::shownPath(doc.CurrFilePath)),
+                                .icon = Icon::Warning,
+                                .buttons = Buttons::YesNo,
+                                .title = {},
+                                .preferred = Answer::No}) == Answer::Yes;
 }
 
 void say(Services& services, std::string_view text) {
@@ -166,15 +179,19 @@ Outcome saveDocument(model::Document& doc, Services& services) {
     saveCell(doc, services);
     if (doc.Caption.starts_with(kNewDatabase))
         return SaveNew(doc, services);
+    if (!mayOverwrite(doc, services))
+        return Outcome::Refused;
     const Outcome outcome = savePDBFile20(doc, services, doc.CurrFilePath);
-    if (outcome != Outcome::Done)
+    if (outcome != Outcome::Done) {
+        doc.fileMark = {}; // what stands there now may be our own
         return outcome;
+    }
     doc.DocModified = false;
     const Path path = savedPath(doc.CurrFilePath);
-    if (path != doc.CurrFilePath) {
-        adoptPath(doc, path);
+    const bool renamed = path != doc.CurrFilePath;
+    adoptPath(doc, services, path);
+    if (renamed)
         doc.Caption = doc.CurrFileName;
-    }
     return outcome;
 }
 
@@ -190,7 +207,7 @@ Outcome SaveNew(model::Document& doc, Services& services) {
         return outcome;
     }
     doc.Caption = doc.CurrDB20.DBName;
-    adoptPath(doc, savedPath(*path));
+    adoptPath(doc, services, savedPath(*path));
     doc.DocModified = false;
     return outcome;
 }

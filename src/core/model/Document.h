@@ -14,6 +14,16 @@
 
 namespace tallybook::model {
 
+// What a file on the disk was when the program last read or wrote it; size and time tell whether somebody else
+// has changed it since.
+struct FileMark {
+    bool known = false;
+    std::uint64_t size = 0;
+    std::int64_t modified = 0;
+
+    bool operator==(const FileMark&) const = default;
+};
+
 // The program owns exactly one for its window. Reading another database's structure fills one of its own.
 struct Document {
     Document() = default;
@@ -38,6 +48,7 @@ struct Document {
     std::filesystem::path CurrFolder;
     std::filesystem::path TempCopyPath; // images of unchanged cells are read from it; empty when there is none
     std::string CurrFileName;
+    FileMark fileMark; // of CurrFilePath
     std::string Caption; // of the document window
 
     std::uint8_t CurrField = 0;     // slot of the cell being edited

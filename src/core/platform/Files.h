@@ -25,6 +25,7 @@ struct FileState {
     // A folder in which files may be made, or a file that is not marked read-only. A file without any write
     // permission counts as read-only for an administrator too.
     bool writable = false;
+    std::int64_t modified = 0; // nanoseconds of the system's own count; only good for telling a change
 };
 
 // No file that the program reads is larger: places in a database are 32-bit numbers.

@@ -85,4 +85,10 @@ inline std::string replaceFile(std::string_view path) {
     return quoted(path) + " exists already.  Do you want to replace it?";
 }
 
+// Somebody else, a sync perhaps, wrote the file that is about to be saved.
+inline std::string changedMeanwhile(std::string_view path) {
+    return quoted(path) + " was changed by another program since it was opened.  Do you want to replace it with what "
+                          "is open here?";
+}
+
 } // namespace tallybook::platform::texts
