@@ -14,45 +14,39 @@ Regional unitedStates() {
 }
 
 Regional unitedKingdom() {
-    Regional region;
-    region.shortDate = "dd/MM/yyyy";
-    region.longTime = "HH:mm:ss";
-    region.dateOrder = DateOrder::DMY;
-    region.twelveHours = false;
-    region.currency = "\xA3";
-    return region;
+    return {.shortDate = "dd/MM/yyyy",
+            .longTime = "HH:mm:ss",
+            .dateOrder = DateOrder::DMY,
+            .twelveHours = false,
+            .currency = "\xA3"};
 }
 
 Regional germany() {
-    Regional region;
-    region.shortDate = "dd.MM.yyyy";
-    region.longTime = "HH:mm:ss";
-    region.dateOrder = DateOrder::DMY;
-    region.dateSeparator = '.';
-    region.twelveHours = false;
-    region.decimal = ',';
-    region.group = '.';
-    region.currency = "\x80";
-    region.monthNames = {"Januar", "Februar", "M\xE4rz",   "April",   "Mai",      "Juni",
-                         "Juli",   "August",  "September", "Oktober", "November", "Dezember"};
-    region.monthAbbrevs = {"Jan", "Feb", "M\xE4r", "Apr", "Mai", "Jun", "Jul", "Aug", "Sep", "Okt", "Nov", "Dez"};
-    return region;
+    return {.shortDate = "dd.MM.yyyy",
+            .longTime = "HH:mm:ss",
+            .dateOrder = DateOrder::DMY,
+            .dateSeparator = '.',
+            .twelveHours = false,
+            .decimal = ',',
+            .group = '.',
+            .currency = "\x80",
+            .monthNames = {"Januar", "Februar", "M\xE4rz", "April", "Mai", "Juni", "Juli", "August", "September",
+                           "Oktober", "November", "Dezember"},
+            .monthAbbrevs = {"Jan", "Feb", "M\xE4r", "Apr", "Mai", "Jun", "Jul", "Aug", "Sep", "Okt", "Nov", "Dez"}};
 }
 
 Regional sweden() {
-    Regional region;
-    region.shortDate = "yyyy-MM-dd";
-    region.longTime = "HH:mm:ss";
-    region.dateOrder = DateOrder::YMD;
-    region.dateSeparator = '-';
-    region.twelveHours = false;
-    region.decimal = ',';
-    region.group = '.';
-    region.currency = "kr";
-    region.monthNames = {"januari", "februari", "mars",      "april",   "maj",      "juni",
-                         "juli",    "augusti",  "september", "oktober", "november", "december"};
-    region.monthAbbrevs = {"jan", "feb", "mar", "apr", "maj", "jun", "jul", "aug", "sep", "okt", "nov", "dec"};
-    return region;
+    return {.shortDate = "yyyy-MM-dd",
+            .longTime = "HH:mm:ss",
+            .dateOrder = DateOrder::YMD,
+            .dateSeparator = '-',
+            .twelveHours = false,
+            .decimal = ',',
+            .group = '.',
+            .currency = "kr",
+            .monthNames = {"januari", "februari", "mars", "april", "maj", "juni", "juli", "augusti", "september",
+                           "oktober", "november", "december"},
+            .monthAbbrevs = {"jan", "feb", "mar", "apr", "maj", "jun", "jul", "aug", "sep", "okt", "nov", "dec"}};
 }
 
 struct NamedRegion {
@@ -77,6 +71,7 @@ std::optional<Regional> regionNamed(std::string_view name) {
 
 std::vector<std::string_view> regionNames() {
     std::vector<std::string_view> names;
+    names.reserve(kRegions.size());
     for (const NamedRegion& region : kRegions)
         names.push_back(region.name);
     return names;

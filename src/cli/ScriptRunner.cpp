@@ -99,6 +99,8 @@ std::optional<ScriptError> ScriptRunner::run(const Script& script) {
 
 ScriptRunner::Failure ScriptRunner::runLine(const ScriptLine& line) {
     const Handler handler = handlerOf(line.command);
+    if (handler == nullptr)
+        return "unknown command: " + line.command;
     return (this->*handler)(line.arguments);
 }
 

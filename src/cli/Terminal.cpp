@@ -50,7 +50,7 @@ std::optional<std::string> Terminal::askSecret(std::string_view prompt) {
     if (!m_interactive)
         return std::nullopt;
     const NoEcho silence;
-    const std::optional<std::string> line = ask(prompt);
+    std::optional<std::string> line = ask(prompt);
     err << '\n'; // the one that was typed did not show
     return line;
 }
