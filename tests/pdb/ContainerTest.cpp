@@ -148,15 +148,22 @@ TEST(RecordList, countIsUnsigned) {
     EXPECT_EQ(listOf(entries(40000), 40000).value().count(), 40000);
 }
 
+RecordList listOfOffsets(const std::vector<std::uint32_t>& offsets, std::size_t fileSize) {
+    RecordList list(fileSize);
+    for (const std::uint32_t offset : offsets)
+        list.add(offset, false);
+    return list;
+}
+
 TEST(RecordList, lengthMayBeNegative) {
-    const RecordList list({100, 90, 200}, 250);
+    const RecordList list = listOfOffsets({100, 90, 200}, 250);
     EXPECT_EQ(list.length(0), -10);
     EXPECT_EQ(list.length(1), 110);
     EXPECT_EQ(list.length(2), 50);
 }
 
 TEST(RecordList, bytesOfARecordEndAtTheNextOffsetBehindIt) {
-    const RecordList list({100, 90, 100, 200, 900}, 250);
+    const RecordList list = listOfOffsets({100, 90, 100, 200, 900}, 250);
     EXPECT_EQ(list.end(0), 200u);
     EXPECT_EQ(list.end(1), 100u);
     EXPECT_EQ(list.end(2), 200u);
@@ -164,9 +171,22 @@ TEST(RecordList, bytesOfARecordEndAtTheNextOffsetBehindIt) {
     EXPECT_EQ(list.end(4), 250u);
 }
 
+TEST(RecordList, deletedRecordsBoundTheirNeighbours) {
+    RecordList list(250);
+    list.add(100, false);
+    list.add(120, true);
+    list.add(150, false);
+    list.add(200, true);
+    ASSERT_EQ(list.count(), 2);
+    EXPECT_EQ(list.end(0), 120u);
+    EXPECT_EQ(list.length(0), 20);
+    EXPECT_EQ(list.offset(1), 150u);
+    EXPECT_EQ(list.end(1), 200u);
+}
+
 TEST(RecordList, movesForwardsOnly) {
     const Bytes bytes(20);
-    const RecordList list({5, 3, 12}, 20);
+    const RecordList list = listOfOffsets({5, 3, 12}, 20);
     ByteReader in(bytes);
     EXPECT_TRUE(list.moveTo(in, 0));
     EXPECT_EQ(in.position(), 5u);
@@ -179,7 +199,7 @@ TEST(RecordList, movesForwardsOnly) {
 
 TEST(RecordList, refusesARecordBeyondTheEnd) {
     const Bytes bytes(20);
-    const RecordList list({21, 0xFFFFFFFF}, 20);
+    const RecordList list = listOfOffsets({21, 0xFFFFFFFF}, 20);
     ByteReader in(bytes);
     EXPECT_FALSE(list.moveTo(in, 0));
     ASSERT_FALSE(in.ok());

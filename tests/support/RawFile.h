@@ -21,6 +21,9 @@ public:
 
     std::string name = "MS2_A";
     std::string creator = "MOSS";
+    platform::Bytes stamps = platform::Bytes(28); // of the header, between the name and the type
+    platform::Bytes listIds = platform::Bytes(8); // of the header, between the creator and the count
+    std::size_t entryId = 0xABCDEF;               // of every entry of the record list
     std::vector<Record> records;
 
     RawFile() {
@@ -47,14 +50,16 @@ public:
     }
 
     platform::Bytes bytes() const {
-        platform::Bytes file = hex("'" + name + "'");
-        file.resize(60);
-        append(file, hex("'data' '" + creator + "' 00*8"));
+        platform::Bytes file(name.begin(), name.end());
+        file.resize(32);
+        append(file, stamps);
+        append(file, hex("'data' '" + creator + "'"));
+        append(file, listIds);
         appendNumber(file, records.size(), 2);
         for (std::size_t i = 0; i < records.size(); ++i) {
             appendNumber(file, offset(i), 4);
             file.push_back(records[i].attributes);
-            appendNumber(file, 0xABCDEF, 3); // an id
+            appendNumber(file, entryId, 3);
         }
         file.resize(file.size() + 2);
         for (const Record& record : records) {

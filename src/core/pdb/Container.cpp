@@ -2,6 +2,7 @@
 
 #include "core/pdb/Layout.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace tallybook::pdb {
@@ -39,30 +40,27 @@ platform::Result<RecordList> readRecordList(ByteReader& in, const FileHeader& he
         in.fail(platform::texts::moreThan(header.records, "records in the header", room));
         return in.error(kListTag);
     }
-    std::vector<std::uint32_t> offsets;
-    offsets.reserve(static_cast<std::size_t>(header.records));
+    RecordList list(fileSize);
     for (int i = 0; i < header.records; ++i) {
         const std::uint32_t offset = in.getUnsignedLong();
         const std::uint8_t attributes = in.getByte();
         in.skipBytes(3); // id
-        const bool mayBeDropped = offsets.size() >= layout::kFirstDroppedEntry;
-        if (!mayBeDropped || (attributes & layout::kDeletedEntry) == 0)
-            offsets.push_back(offset);
+        const bool mayBeDropped = list.count() >= layout::kFirstDroppedEntry;
+        list.add(offset, mayBeDropped && (attributes & layout::kDeletedEntry) != 0);
     }
-    return RecordList(std::move(offsets), fileSize);
+    return list;
 }
 
 std::int64_t RecordList::length(int record) const {
-    const bool last = record + 1 == count();
-    const auto next = last ? static_cast<std::int64_t>(m_fileSize) : std::int64_t{offset(record + 1)};
-    return next - std::int64_t{offset(record)};
+    const std::size_t next = entry(record) + 1;
+    const std::size_t end = next == m_offsets.size() ? m_fileSize : m_offsets[next];
+    return static_cast<std::int64_t>(end) - std::int64_t{offset(record)};
 }
 
 std::size_t RecordList::end(int record) const {
-    for (int next = record + 1; next < count(); ++next)
-        if (offset(next) > offset(record))
-            return std::min<std::size_t>(offset(next), m_fileSize);
-    return m_fileSize;
+    const auto next = std::find_if(m_offsets.begin() + static_cast<std::ptrdiff_t>(entry(record)), m_offsets.end(),
+                                   [start = offset(record)](std::uint32_t offset) { return offset > start; });
+    return next == m_offsets.end() ? m_fileSize : std::min<std::size_t>(*next, m_fileSize);
 }
 
 bool RecordList::moveTo(ByteReader& in, int record) const {

@@ -18,19 +18,25 @@ struct FileHeader {
     int records = 0;     // as the header says, deleted ones included
 };
 
-// Where each record starts, deleted ones left out, and where the file ends.
+// Where each record starts, and where its bytes end. Deleted records have no number, but bound their neighbours.
 class RecordList {
 public:
-    RecordList(std::vector<std::uint32_t> offsets, std::size_t fileSize)
-        : m_offsets(std::move(offsets)), m_fileSize(fileSize) {}
+    explicit RecordList(std::size_t fileSize) : m_fileSize(fileSize) {}
 
-    int count() const { return static_cast<int>(m_offsets.size()); }
-    std::uint32_t offset(int record) const { return m_offsets[static_cast<std::size_t>(record)]; }
+    // The next entry of the list.
+    void add(std::uint32_t offset, bool deleted) {
+        if (!deleted)
+            m_kept.push_back(static_cast<std::uint32_t>(m_offsets.size()));
+        m_offsets.push_back(offset);
+    }
 
-    // The next record's offset less this one's, which in a damaged file may be negative.
+    int count() const { return static_cast<int>(m_kept.size()); }
+    std::uint32_t offset(int record) const { return m_offsets[entry(record)]; }
+
+    // The next entry's offset less this record's, which in a damaged file may be negative.
     std::int64_t length(int record) const;
 
-    // Where the bytes of a record end: the next offset that is behind its own, or the file's end.
+    // Where the bytes of a record end: the next entry's offset that is behind its own, or the file's end.
     std::size_t end(int record) const;
 
     // Moves on to the record. False when the position is already behind its offset: the record is then left alone.
@@ -38,7 +44,10 @@ public:
     bool moveTo(ByteReader& in, int record) const;
 
 private:
-    std::vector<std::uint32_t> m_offsets; // RecOffsets
+    std::size_t entry(int record) const { return m_kept[static_cast<std::size_t>(record)]; }
+
+    std::vector<std::uint32_t> m_offsets; // of all entries
+    std::vector<std::uint32_t> m_kept;    // entry of each record
     std::size_t m_fileSize;
 };
 

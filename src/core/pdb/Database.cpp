@@ -40,7 +40,7 @@ Result<OpenFile> openFile(ByteSpan file) {
     if (!header.ok())
         return header.error();
     if (header.value().creator != layout::kCreator)
-        return OpenFile{std::move(in), std::move(header).value(), RecordList({}, file.size())};
+        return OpenFile{std::move(in), std::move(header).value(), RecordList(file.size())};
     auto list = readRecordList(in, header.value());
     if (!list.ok())
         return list.error();

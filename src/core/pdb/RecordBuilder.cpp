@@ -392,7 +392,7 @@ float RecordBuilder::singleOf(const Slot& slot) {
     const auto value = std::bit_cast<float>(cell.word);
     const bool isValue = cell.kind == StoredCell::Kind::Word && slot.form.words == WordForm::Decimal;
     if (isValue && readsBack(value, slot.form.decimals))
-        return value;
+        return value == 0 ? 0 : value; // a minus zero is shown without its sign
     return calc::toSingle(textOf(slot), m_services.regional).value_or(0);
 }
 
