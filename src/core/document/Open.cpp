@@ -108,31 +108,37 @@ void forget(model::Document& doc) {
     doc.Caption.clear();
 }
 
-// The bytes that were read, when the document is open.
-std::optional<Bytes> readInto(model::Document& doc, Services& services, const Path& path, ReadMode mode) {
+// How it went, and the bytes of a document that is open.
+struct Opened {
+    Outcome outcome = Outcome::Refused;
+    Bytes bytes{};
+};
+
+Opened readInto(model::Document& doc, Services& services, const Path& path, ReadMode mode) {
     const platform::HourGlass wait(services.ui);
     forget(doc);
     const model::FileMark mark = markOf(services.files, path);
     auto bytes = readWhole(services, path);
     if (!bytes || !verifyPDB(services, path, *bytes))
-        return std::nullopt;
+        return {};
     nameDocument(doc, path);
     doc.fileMark = mark;
     if (const platform::Status parsed = parse(doc, services, *bytes); !parsed) {
         forget(doc);
-        if (parsed.error().kind != platform::ErrorKind::Refused)
-            report(services, parsed.error(), kTag);
-        return std::nullopt;
+        if (parsed.error().kind == platform::ErrorKind::Refused)
+            return {.outcome = Outcome::Cancelled};
+        report(services, parsed.error(), kTag);
+        return {};
     }
     finish(doc, services, mode);
     renewTempCopy(doc, services, path, *bytes);
-    return bytes;
+    return {.outcome = Outcome::Done, .bytes = std::move(*bytes)};
 }
 
 } // namespace
 
 Outcome readPDBFile20(model::Document& doc, Services& services, const Path& path, ReadMode mode) {
-    return readInto(doc, services, existingPath(services.files, path), mode) ? Outcome::Done : Outcome::Refused;
+    return readInto(doc, services, existingPath(services.files, path), mode).outcome;
 }
 
 Outcome OpenDatabase(model::Document& doc, Services& services, const Path& path) {
@@ -140,10 +146,10 @@ Outcome OpenDatabase(model::Document& doc, Services& services, const Path& path)
         services.ui.message({.text = "Old Format", .icon = platform::Icon::Information, .title = {}});
         return Outcome::Refused;
     }
-    const auto bytes = readInto(doc, services, existingPath(services.files, path), ReadMode::Show);
-    if (!bytes)
-        return Outcome::Refused;
-    if (const platform::Status kept = refreshBackup(services, doc.CurrFilePath, *bytes); !kept)
+    const Opened opened = readInto(doc, services, existingPath(services.files, path), ReadMode::Show);
+    if (opened.outcome != Outcome::Done)
+        return opened.outcome;
+    if (const platform::Status kept = refreshBackup(services, doc.CurrFilePath, opened.bytes); !kept)
         report(services, kept.error(), kTag); // the file itself is open all the same
     return Outcome::Done;
 }

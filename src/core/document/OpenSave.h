@@ -19,7 +19,8 @@ enum class ReadMode { Show, Quiet }; // Quiet leaves the views, the filters and 
 
 // Fills the document from a file: check, header, login, properties, records, keys, joins, calculated columns,
 // temporary copy, views. The name on the disk has "_" for blanks; the path as given is taken when there is no such
-// file. Anything that goes wrong has been shown; the document is then empty and FileOK clear. The temporary copy is
+// file. Anything that goes wrong has been shown; the document is then empty and FileOK clear. Cancelled: the login
+// was refused, which is said by nothing. The temporary copy is
 // made last, so that a file that cannot be read leaves the one of an open document of the same name alone.
 Outcome readPDBFile20(model::Document& doc, platform::Services& services, const std::filesystem::path& path,
                       ReadMode mode = ReadMode::Show);
@@ -29,7 +30,8 @@ Outcome readPDBFile20(model::Document& doc, platform::Services& services, const 
 //
 // `doc` is a fresh document of the caller's. It asks about the open one (CheckSaveChanges), opens into the fresh
 // one and puts it in the open one's place when this gives Done. In every other case it throws the fresh one away:
-// what was open, its temporary copy and the copy in Backup are as they were.
+// what was open, its temporary copy and the copy in Backup are as they were. After Cancelled, a refused login,
+// nothing stays open.
 Outcome OpenDatabase(model::Document& doc, platform::Services& services, const std::filesystem::path& path);
 
 // A new database: one list of categories, no fields, no records, caption "New Database".

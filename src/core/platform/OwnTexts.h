@@ -10,6 +10,9 @@ namespace tallybook::platform::texts {
 
 inline constexpr std::string_view kTooManyRecords = "A Tallybook cannot hold more than 65448 records.";
 
+// Shown where a document would be.
+inline constexpr std::string_view kNothingOpen = "Open a Tallybook with Ctrl+O, or drop its file here.";
+
 // Work that is still to come.
 inline constexpr std::string_view kImageEditor = "Editing images";
 inline constexpr std::string_view kExternalPicker = "Picking a record of another Tallybook";
