@@ -1,4 +1,5 @@
 // Menus, tool bars, the life of the document, what is remembered.
+#include "core/pdb/Database.h"
 #include "core/pdb/Passwords.h"
 #include "core/shell/Commands.h"
 #include "core/shell/ProgramSettings.h"
@@ -52,6 +53,7 @@ TEST_F(MainWindow, startsWithoutADocument) {
     EXPECT_EQ(window().DocState(), 0);
     EXPECT_EQ(window().windowTitle(), QStringLiteral("Tallybook Pocket Desktop"));
     EXPECT_FALSE(window().documentWindow().isVisible());
+    EXPECT_TRUE(visible("lblNothingOpen"));
     EXPECT_FALSE(find<QToolBar>("PrintToolBar")->isVisible());
     EXPECT_TRUE(find<QToolBar>("tbToolBar")->isVisible());
 }
@@ -236,6 +238,19 @@ TEST_F(MainWindow, aRefusedLoginOpensNothing) {
     window().openFile(kSamplePath);
     EXPECT_EQ(window().DocState(), 0);
     EXPECT_EQ(window().document(), nullptr);
+}
+
+TEST_F(MainWindow, aRefusedLoginLeavesNothingOpen) {
+    openSample();
+    model::Document locked;
+    makeSample(locked, regional);
+    locked.CurrDB20.Passwords[0] = pdb::ApplyPwd("open");
+    files.put("/data/MS2_Locked.pdb", pdb::buildDatabase(locked, services).value().bytes);
+    script.expect([](QWidget& prompt) { pressButton(prompt, QStringLiteral("Cancel")); });
+    window().openFile("/data/MS2_Locked.pdb");
+    EXPECT_EQ(window().DocState(), 0);
+    EXPECT_EQ(window().document(), nullptr);
+    EXPECT_FALSE(files.has("/app/Backup/MS2_Locked.pdb"));
 }
 
 TEST_F(MainWindow, aRecordPasswordIsAskedForAtTheFirstClickOnly) {

@@ -97,9 +97,7 @@ void GridView::mouseReleaseEvent(QMouseEvent* event) {
         return;
     const document::MousePlace place = *m_pressed;
     m_pressed.reset();
-    if (m_blockDragged)
-        emit blockSelected();
-    else
+    if (!m_blockDragged) // a block is for the clipboard: it changes nothing and opens nothing
         emit clicked(place);
 }
 

@@ -55,7 +55,6 @@ signals:
     void leavingCell();
     void currentCellChanged();
     void clicked(document::MousePlace place);
-    void blockSelected();
     void rightPressed(document::MousePlace place, QPoint globalPosition);
     // A character was typed on the current cell: its code, or kKeyF2. What follows in the same event comes with it.
     void keyTyped(int code, const QString& rest);

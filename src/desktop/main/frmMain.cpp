@@ -2,6 +2,7 @@
 
 #include "core/document/CellEditing.h"
 #include "core/document/OpenSave.h"
+#include "core/platform/OwnTexts.h"
 #include "core/shell/OpenChoice.h"
 #include "core/shell/ProgramSettings.h"
 #include "core/shell/Version.h"
@@ -18,6 +19,8 @@
 #include <QLabel>
 #include <QMimeData>
 #include <QScreen>
+#include <QStackedWidget>
+#include <QStandardPaths>
 #include <QStatusBar>
 #include <QToolBar>
 
@@ -35,6 +38,11 @@ std::optional<std::filesystem::path> draggedFile(const QMimeData& data) {
     if (data.urls().size() != 1 || !data.urls().first().isLocalFile())
         return std::nullopt;
     return pathFromQt(data.urls().first().toLocalFile());
+}
+
+std::filesystem::path pathOf(const shell::RecentFile& file) {
+    const std::string path = file.path();
+    return {std::u8string(path.begin(), path.end())};
 }
 
 // A place that can be reached: a screen may have gone since the place was saved.
@@ -85,8 +93,14 @@ void frmMain::makeDocumentWindow() {
     m_document = new frmDocument(m_services, this);
     m_document->setPopUpMenus(m_bars->menu("mnuColumn"), m_bars->menu("mnuRow"));
     connect(m_document, &frmDocument::documentChanged, this, &frmMain::showState);
-    setCentralWidget(m_document);
-    m_document->hide();
+    m_pages = new QStackedWidget(this);
+    auto* hint = new QLabel(toQt(platform::texts::kNothingOpen), m_pages);
+    hint->setObjectName(QStringLiteral("lblNothingOpen"));
+    hint->setAlignment(Qt::AlignCenter);
+    hint->setWordWrap(true);
+    m_pages->addWidget(hint);
+    m_pages->addWidget(m_document);
+    setCentralWidget(m_pages);
 }
 
 void frmMain::restore() {
@@ -98,6 +112,8 @@ void frmMain::restore() {
     setGeometry(window);
     m_recent = shell::GetLatestList(m_settings);
     m_bars->setRecentFiles(m_recent);
+    m_folder = m_recent.empty() ? pathFromQt(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation))
+                                : pathOf(m_recent.front()).parent_path();
     m_choices = shell::loadDisplayChoices(m_settings);
     m_bars->action("mnuViewNotUsedFields")->setChecked(m_choices.notUsedFields);
     m_bars->action("mnuViewFieldTypes")->setChecked(m_choices.fieldTypes);
@@ -143,7 +159,7 @@ void frmMain::loadDocument(std::unique_ptr<model::Document> doc) {
     m_doc = std::move(doc);
     document::FormatGrid(*m_doc, m_choices);
     document::bestFit1(*m_doc, m_services, m_document->measure());
-    m_document->show();
+    m_pages->setCurrentWidget(m_document);
     m_document->setDocument(m_doc.get());
     m_document->grid().setFocus();
     setDocState(1);
@@ -169,7 +185,7 @@ bool frmMain::closeDocument() {
 
 void frmMain::HandleDocumentClose() {
     m_document->setDocument(nullptr);
-    m_document->hide();
+    m_pages->setCurrentIndex(0);
     m_doc.reset();
     setDocState(0);
     showState();
@@ -199,8 +215,7 @@ void frmMain::openFile(const std::filesystem::path& path) {
 }
 
 void frmMain::openRecent(int number) {
-    const std::string path = m_recent[static_cast<std::size_t>(number)].path(); // the list may change meanwhile
-    openFile(std::filesystem::path(std::u8string(path.begin(), path.end())));
+    openFile(pathOf(m_recent[static_cast<std::size_t>(number)])); // a copy: opening changes the list
 }
 
 void frmMain::noteRecent(const std::filesystem::path& path) {

@@ -16,6 +16,7 @@
 #include <span>
 
 class QLabel;
+class QStackedWidget;
 
 namespace tallybook::desktop {
 
@@ -95,6 +96,7 @@ private:
     platform::Settings& m_settings;
     std::unique_ptr<model::Document> m_doc;
     CommandBars* m_bars;
+    QStackedWidget* m_pages = nullptr; // nothing open, or the document
     frmDocument* m_document = nullptr;
     CProgressBar* m_progress = nullptr;
     ElidedLabel* m_path = nullptr;

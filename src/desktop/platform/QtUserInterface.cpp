@@ -94,6 +94,7 @@ void setFilter(QFileDialog& dialog, const std::string& filter) {
 }
 
 std::optional<std::filesystem::path> chosen(QFileDialog& dialog) {
+    dialog.resize(760, 480);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return std::nullopt;
     return pathFromQt(dialog.selectedFiles().first());
