@@ -60,6 +60,8 @@ public:
         const auto end = std::to_chars(digits, digits + sizeof digits, static_cast<std::int32_t>(word)).ptr;
         out.append(digits, end);
     }
+
+    model::CellForm form() const override { return {.words = model::WordForm::Whole}; }
 };
 
 class DecimalCoder : public CellCoder {
@@ -81,6 +83,8 @@ public:
     void append(std::uint32_t word, std::string& out) const override {
         appendSingle(std::bit_cast<float>(word), m_decimals, m_point, out);
     }
+
+    model::CellForm form() const override { return {model::WordForm::Decimal, m_decimals}; }
 
 private:
     // Numbers of fewer units of the last place are further apart than singles, and both they and the power of ten
@@ -137,6 +141,8 @@ public:
             m_pattern.append(date, out);
     }
 
+    model::CellForm form() const override { return {.words = model::WordForm::Date}; }
+
 private:
     DatePattern m_pattern;
 };
@@ -156,6 +162,8 @@ public:
         if (time.hour < 24 && time.minute < 60 && time.second < 60)
             m_pattern.append(time, out);
     }
+
+    model::CellForm form() const override { return {.words = model::WordForm::Time}; }
 
 private:
     TimePattern m_pattern;

@@ -8,6 +8,19 @@
 
 namespace tallybook::model {
 
+// What a coder's words are. Where a word is the value as it stands in a file, cells need no text on their way.
+enum class WordForm : std::uint8_t {
+    Other,   // words that say nothing to a file
+    Whole,   // a whole number in two's complement
+    Decimal, // the bits of a single, shown with `decimals` digits
+    Date,    // year * 65536 + month * 256 + day
+    Time,    // hour * 65536 + minute * 256 + second
+};
+struct CellForm {
+    WordForm words = WordForm::Other;
+    int decimals = 0; // digits behind the point, of Decimal alone
+};
+
 // A column's cells are texts, and nothing but texts to everybody outside. A coder lets the column keep the ones
 // that have the column's usual form ("12", "1/2/2003", "0.50") in four bytes. The rule that makes this safe:
 // append(encode(text)) gives back exactly `text`; a text for which no word does that is kept as it is.
@@ -20,6 +33,8 @@ public:
 
     // Appends the text that a word stands for. Takes any word; one that stands for no text appends nothing.
     virtual void append(std::uint32_t word, std::string& out) const = 0;
+
+    virtual CellForm form() const { return {}; }
 };
 
 } // namespace tallybook::model

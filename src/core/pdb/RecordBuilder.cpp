@@ -80,7 +80,7 @@ RecordBuilder::Slot RecordBuilder::slotOf(int number) const {
     slot.keyType = m_doc.CurrDB20.Externals.at(number).KeyType;
     slot.result = resultKind(m_doc.CurrDB20.Expressions.at(number).ResultType);
     slot.texts = &m_doc.grd.column(column);
-    slot.form = cellForm(m_doc.CurrDB20, number, *slot.texts, m_services.regional);
+    slot.form = cellForm(*slot.texts);
     slot.longs = &m_doc.CellLongs.slotColumn(number);
     slot.pictures = &m_doc.grd.pictures(column);
     slot.colours = &m_doc.grd.colours(column);

@@ -63,7 +63,7 @@ RecordLoader::RecordLoader(model::Document& doc, const platform::Regional& regio
         slot.result = resultKind(doc.CurrDB20.Expressions.at(number).ResultType);
         slot.texts = &doc.grd.column(model::columnOfSlot(number));
         slot.texts->setCoder(calc::coderForField(doc.CurrDB20, number, regional));
-        slot.form = cellForm(doc.CurrDB20, number, *slot.texts, regional);
+        slot.form = cellForm(*slot.texts);
         slot.longs = &doc.CellLongs.slotColumn(number);
         if (slot.type == FieldType::Checkbox)
             uncheckAll(slot);

@@ -4,6 +4,7 @@
 #include "core/model/Document.h"
 #include "core/pdb/ByteReader.h"
 #include "core/pdb/CellForms.h"
+#include "core/platform/Regional.h"
 
 #include <array>
 #include <string>
