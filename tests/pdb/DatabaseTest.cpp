@@ -355,6 +355,11 @@ TEST(ReadDatabase, spareFiltersNeedADataRecord) {
     Document old;
     open(old, file.bytes());
     EXPECT_EQ(old.CurrDB20.SpareFilters[0].Name, "");
+    file.records.insert(file.records.end() - 1, {hex("57 'd'*300"), 0x80}); // a deleted record is no filter
+    Document deleted;
+    open(deleted, file.bytes());
+    EXPECT_EQ(deleted.NumDataRecs, 1);
+    EXPECT_EQ(deleted.CurrDB20.SpareFilters[0].Name, "");
 }
 
 Verdict verdictOf(const Bytes& file) {

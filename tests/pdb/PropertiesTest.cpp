@@ -378,5 +378,43 @@ TEST(FixedRecords, are87AndStartWithTheirNumbers) {
     EXPECT_EQ(toHex(records[82]), "52 01");
 }
 
+TEST(FixedRecords, filterWithoutAFieldGoesWhenItIsTheLast) {
+    DatabaseModel db;
+    db.NumFilters = 9;
+    db.Filters[0].Name = "unused, but not the last";
+    db.Filters[1].Name = "used";
+    db.Filters[1].CondFields[0] = 1;
+    db.Filters[2].Name = "its name goes with it";
+    db.Filters[2].CondFields[1] = 1;
+    db.Filters[12].CondFields[0] = 1; // the slot behind the named ones is never written
+    const Bytes record = builtRecords(db)[86];
+    EXPECT_EQ(record[1], 2);
+    EXPECT_EQ(record.size(), 2u + 2 * 96 + 192);
+    EXPECT_EQ(db.NumFilters, 2);
+}
+
+TEST(FixedRecords, columnsOfAViewEndAtTheLastField) {
+    DatabaseModel db;
+    db.NumViews = 2;
+    db.Views[0].NumCols = 81;
+    db.Views[0].Columns[2].Field = 5;
+    db.Views[0].Columns[3].Width = 60;
+    db.Views[1].Columns[80].Field = 1;
+    const Bytes record = builtRecords(db)[85];
+    EXPECT_EQ(record.size(), 2u + 38 + 3 * 5 + 38 + 81 * 5);
+    EXPECT_EQ(db.Views[0].NumCols, 3);
+    EXPECT_EQ(db.Views[1].NumCols, 81);
+    EXPECT_EQ(db.NumViews, 2); // as it was
+}
+
+TEST(FixedRecords, autoWriterTurnsTheEmptyBlockIntoAList) {
+    DatabaseModel db;
+    field(db, 1).Type = FieldType::Text;
+    EXPECT_EQ(toHex(builtRecords(db)[3]), "03 01");
+    field(db, 1).AutoWriter = 2;
+    db.Lists[1] = {{1}, {"a"}};
+    EXPECT_EQ(toHex(builtRecords(db)[3]), "03 01 01 61 00");
+}
+
 } // namespace
 } // namespace tallybook::pdb

@@ -168,16 +168,16 @@ TEST(Filters, countsAreLimited) {
 TEST(Filters, spareOnesNeedAllTheirBytesAheadOfTheFirstDataRecord) {
     const Bytes bytes = hex("00" + kFilter + kFilter + "00*20");
     const struct {
-        std::uint32_t firstDataOffset;
+        std::uint32_t end;
         bool taken;
     } cases[] = {{0, false}, {1, false}, {192, false}, {193, true}, {200, true}, {0xFFFFFFFF, true}};
     for (const auto& c : cases) {
         ByteReader in(bytes);
         DatabaseModel db;
-        ASSERT_TRUE(LoadFilterProp20(in, db, c.firstDataOffset).ok());
-        EXPECT_EQ(db.SpareFilters[0].Name, c.taken ? "Late" : "") << c.firstDataOffset;
-        EXPECT_EQ(db.SpareFilters[1].CondTail[3], c.taken ? 15 : 0) << c.firstDataOffset;
-        EXPECT_EQ(in.position(), c.taken ? 193u : 1u) << c.firstDataOffset;
+        ASSERT_TRUE(LoadFilterProp20(in, db, c.end).ok());
+        EXPECT_EQ(db.SpareFilters[0].Name, c.taken ? "Late" : "") << c.end;
+        EXPECT_EQ(db.SpareFilters[1].CondTail[3], c.taken ? 15 : 0) << c.end;
+        EXPECT_EQ(in.position(), c.taken ? 193u : 1u) << c.end;
     }
 }
 

@@ -26,8 +26,6 @@ using Path = std::filesystem::path;
 
 constexpr std::string_view kTag = "Tallybook Pocket : Save";
 constexpr std::string_view kNewDatabase = "New Database";
-constexpr std::string_view kChangedPicture = "*{Image}";
-constexpr std::string_view kPicture = " {Image}";
 constexpr std::size_t kLongestName = 240; // bytes; leaves room for what the program puts before and behind it
 
 // Unchanged pictures are copied from the new file from now on, so each cell takes its place there.
@@ -36,8 +34,7 @@ void adoptPictures(model::Document& doc, Services& services, const pdb::BuiltFil
         const int row = image.record + model::kFirstDataRow;
         const int column = model::columnOfSlot(image.slot);
         doc.CellLongs.set(image.record, image.slot, image.position);
-        if (doc.grd.text(row, column) == kChangedPicture)
-            doc.grd.setText(row, column, kPicture);
+        doc.grd.setText(row, column, pdb::kPictureMark);
     }
     for (const Path& picture : built.usedPictures)
         (void)services.files.remove(picture); // one that stays behind harms nobody

@@ -62,6 +62,15 @@ Result<OpenFile> openTallybook(ByteSpan file, const std::string& fileName) {
     return opened;
 }
 
+// Where the filters' record ends ahead of the first data record, or 0 when there is none. A deleted record between
+// the two is no part of it.
+std::uint32_t endOfFilters(const RecordList& list) {
+    if (list.count() <= layout::kFirstData)
+        return 0;
+    const std::size_t end = std::min<std::size_t>(list.end(layout::kFilters), list.offset(layout::kFirstData));
+    return static_cast<std::uint32_t>(end);
+}
+
 // Parses a fixed record, the reader standing behind its number.
 Status readFixedRecord(ByteReader& in, const RecordList& list, int record, NextValueLayout nextValue,
                        model::DatabaseModel& db) {
@@ -77,7 +86,7 @@ Status readFixedRecord(ByteReader& in, const RecordList& list, int record, NextV
     case layout::kViews:
         return LoadViewProp20(in, db);
     case layout::kFilters:
-        return LoadFilterProp20(in, db, list.count() > layout::kFirstData ? list.offset(layout::kFirstData) : 0);
+        return LoadFilterProp20(in, db, endOfFilters(list));
     default:
         return readAttribute(in, db, record - layout::kFirstAttribute, {list.length(record), nextValue});
     }

@@ -6,8 +6,14 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace tallybook::pdb {
+
+// What the cell of a picture shows that is in the file. Any other text stands for a new picture, whose temporary file
+// is numbered in CellLongs.
+inline constexpr std::string_view kPictureMark = " {Image}";
 
 // What a caller wants to do between the steps of a read.
 struct ReadSteps {

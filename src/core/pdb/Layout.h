@@ -72,8 +72,6 @@ inline constexpr std::size_t kMostPictureBytes = 65534; // their number plus 1 i
 inline constexpr std::size_t kMostMemo = 65535;
 inline constexpr std::size_t kMostKeyText = 255; // a longer join key is cut to that of a text
 
-inline constexpr std::string_view kPictureMark = " {Image}"; // text of a cell whose picture is in the file
-
 // Colours of a result by their index in the file: black, red, green, blue, yellow.
 inline constexpr std::array<std::uint32_t, 5> kResultColours = {0, 0xFF, 0xFF00, 0xFF0000, 0xFFFF};
 

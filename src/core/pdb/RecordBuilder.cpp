@@ -331,7 +331,7 @@ Status RecordBuilder::buildPicture(const Slot& slot) {
         return {};
     const auto number = static_cast<std::int32_t>(slot.longs->get(m_row).value_or(0));
     const auto position = static_cast<std::int32_t>(m_out.position() + 1);
-    if (text == layout::kPictureMark) {
+    if (text == kPictureMark) {
         const auto body = m_copy.cellBody(number);
         if (!body.ok())
             return body.error();

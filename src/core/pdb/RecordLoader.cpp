@@ -4,6 +4,7 @@
 #include "core/calc/Conversion.h"
 #include "core/calc/Dates.h"
 #include "core/calc/SingleText.h"
+#include "core/pdb/Database.h"
 #include "core/pdb/Layout.h"
 
 #include <bit>
@@ -274,7 +275,7 @@ void RecordLoader::loadPicture(Slot& slot, ByteReader& in) {
     if (!in.ok())
         return;
     setLong(slot, static_cast<std::int32_t>(position));
-    showText(slot, layout::kPictureMark);
+    showText(slot, kPictureMark);
 }
 
 // | 1 | colour | then a text as in loadText

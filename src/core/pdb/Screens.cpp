@@ -186,13 +186,13 @@ void buildViews(const DatabaseModel& db, ByteWriter& out) {
 }
 
 // | 1 | NumFilters | 96 NumFilters | filters | 192 | SpareFilters |
-platform::Status LoadFilterProp20(ByteReader& in, DatabaseModel& db, std::uint32_t firstDataOffset) {
+platform::Status LoadFilterProp20(ByteReader& in, DatabaseModel& db, std::uint32_t end) {
     const std::uint8_t filters = in.getByte();
     if (fits(in, filters, db.Filters.size(), "filters")) {
         db.NumFilters = filters;
         for (std::size_t i = 0; i < filters && in.ok(); ++i)
             readFilter(in, db.Filters[i]);
-        if (in.position() + db.SpareFilters.size() * layout::kFilterSize <= firstDataOffset)
+        if (in.position() + db.SpareFilters.size() * layout::kFilterSize <= end)
             for (FilterDef& filter : db.SpareFilters)
                 readFilter(in, filter);
     }

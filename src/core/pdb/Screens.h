@@ -16,9 +16,9 @@ void buildForms(const model::DatabaseModel& db, ByteWriter& out);
 platform::Status LoadViewProp20(ByteReader& in, model::DatabaseModel& db);
 void buildViews(const model::DatabaseModel& db, ByteWriter& out);
 
-// `firstDataOffset` is that of record 87, or 0 when there is none. The two spare filters are taken when all their
-// 192 bytes stand ahead of it.
-platform::Status LoadFilterProp20(ByteReader& in, model::DatabaseModel& db, std::uint32_t firstDataOffset);
+// The two spare filters are taken when all their 192 bytes stand ahead of `end`: where the record ends, or 0 in a
+// file without data records.
+platform::Status LoadFilterProp20(ByteReader& in, model::DatabaseModel& db, std::uint32_t end);
 void buildFilters(const model::DatabaseModel& db, ByteWriter& out); // NumFilters filters and both spare ones
 
 } // namespace tallybook::pdb
