@@ -456,6 +456,36 @@ TEST_F(Editing, aMemoOpensItsWindowAndTakesLines) {
     EXPECT_EQ(saved(0, kNotes), "One\nTwo");
 }
 
+// Every character that a file can hold, the line feed and the no-break blank among them.
+std::string allCharacters() {
+    std::string text;
+    for (int c = 1; c < 256; ++c)
+        if (c != '\r') // the end of a line that only other systems write
+            text += static_cast<char>(c);
+    return text;
+}
+
+TEST_F(Editing, anyCharacterSurvivesAnEditThatChangesNothing) {
+    openSample();
+    for (const int slot : {kTitle, kNotes})
+        doc().grd.setText(2, columnOfSlot(slot), allCharacters());
+    click(0, kTitle);
+    key(Qt::Key_Return);
+    EXPECT_EQ(text(0, kTitle), allCharacters());
+    script.expect([](QWidget& memo) { pressButton(memo, QStringLiteral("OK")); });
+    click(0, kNotes);
+    EXPECT_EQ(text(0, kNotes), allCharacters());
+    EXPECT_FALSE(doc().DocModified);
+    script.expect([](QWidget& memo) {
+        auto* box = memo.findChild<QPlainTextEdit*>(QStringLiteral("txtMemo"));
+        QTest::keyClick(box, Qt::Key_End, Qt::ControlModifier);
+        QTest::keyClicks(box, QStringLiteral("!"));
+        QTest::keyClick(box, Qt::Key_Return, Qt::ControlModifier);
+    });
+    click(0, kNotes);
+    EXPECT_EQ(text(0, kNotes), allCharacters() + '!');
+}
+
 TEST_F(Editing, cancelLeavesAMemoAsItWas) {
     openSample();
     script.expect([](QWidget& memo) {

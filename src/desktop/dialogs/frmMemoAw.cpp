@@ -9,7 +9,7 @@ namespace tallybook::desktop {
 
 frmMemoAw::frmMemoAw(const Contents& contents, QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::frmMemoAw>()), m_screen(contents.screen),
-      m_longest(contents.longest) {
+      m_longest(contents.longest), m_given(contents.text) {
     m_ui->setupUi(this);
     const bool number = m_screen == Screen::Number;
     m_ui->lblField->setText(contents.fieldName + QLatin1Char(':'));
@@ -40,7 +40,12 @@ frmMemoAw::frmMemoAw(const Contents& contents, QWidget* parent)
 frmMemoAw::~frmMemoAw() = default;
 
 QString frmMemoAw::text() const {
-    return m_screen == Screen::Number ? m_ui->MaskEdBox1->text() : m_ui->txtMemo->toPlainText();
+    if (m_screen == Screen::Number)
+        return m_ui->MaskEdBox1->text();
+    if (!m_ui->txtMemo->document()->isModified())
+        return m_given; // the box has its own idea of line ends
+    // Not toPlainText(), which makes plain blanks of no-break ones.
+    return m_ui->txtMemo->document()->toRawText().replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
 }
 
 // A text that is too long is not cut behind the user's back: OK waits until it fits.

@@ -42,6 +42,7 @@ private:
     std::unique_ptr<Ui::frmMemoAw> m_ui;
     Screen m_screen;
     int m_longest;
+    QString m_given;
 };
 
 } // namespace tallybook::desktop
