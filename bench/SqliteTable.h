@@ -1,0 +1,62 @@
+// The same table in SQLite, used as fast as one thread can use it: what our files are measured against.
+#pragma once
+
+#include "core/model/Document.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <sqlite3.h>
+#include <string>
+#include <vector>
+
+namespace tallybook::bench {
+
+// The values of a table as SQLite takes them, made beforehand so that only its own work is measured.
+class SqliteValues {
+public:
+    explicit SqliteValues(const model::Document& doc);
+
+    struct Column {
+        enum class Kind : std::uint8_t { Text, Whole, Real } kind = Kind::Text;
+        std::vector<std::string> texts; // empty: NULL
+        std::vector<std::int64_t> wholes;
+        std::vector<double> reals;
+        std::vector<bool> present;
+    };
+    const std::vector<Column>& columns() const { return m_columns; }
+    std::size_t rows() const { return m_rows; }
+
+private:
+    std::vector<Column> m_columns;
+    std::size_t m_rows = 0;
+};
+
+// An open database. Every failure throws.
+class SqliteTable {
+public:
+    explicit SqliteTable(const std::filesystem::path& file); // mapped, with a cache that holds all
+    ~SqliteTable();
+    SqliteTable(const SqliteTable&) = delete;
+    SqliteTable& operator=(const SqliteTable&) = delete;
+
+    // Creates the table and inserts every row, one transaction, synced.
+    void createAndInsert(const SqliteValues& values);
+
+    // Reads every column of every row as text and gives the sum of the lengths.
+    std::uint64_t scan();
+
+    // One transaction with an UPDATE by row id for each of the rows. The column takes the texts in turn.
+    void beginUpdates(int column);
+    void update(std::int64_t row, const std::string& text);
+    void endUpdates();
+
+private:
+    void run(const std::string& sql);
+    sqlite3_stmt* prepare(const std::string& sql);
+
+    sqlite3* m_db = nullptr;
+    sqlite3_stmt* m_scan = nullptr;
+    sqlite3_stmt* m_update = nullptr;
+};
+
+} // namespace tallybook::bench

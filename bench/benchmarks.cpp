@@ -1,0 +1,236 @@
+// tallybook_benchmarks: every measured operation at every size, and the comparison with the goals at the end.
+// Takes the options of Google Benchmark.
+
+#include "Comparison.h"
+#include "FontMeasure.h"
+#include "FreshProcess.h"
+#include "Samples.h"
+#include "SqliteTable.h"
+#include "Workbench.h"
+#include "adapters/PosixFiles.h"
+#include "core/document/GridDisplay.h"
+#include "core/document/Records.h"
+#include "core/model/Document.h"
+#include "core/platform/WholeFile.h"
+
+#include <array>
+#include <benchmark/benchmark.h>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace tallybook;
+using namespace tallybook::bench;
+namespace fs = std::filesystem;
+
+constexpr std::array<samples::LargeTable, 4> kTables = {
+    {{1000, 20, 100}, {10000, 20, 100}, {65448, 20, 100}, {65448, 80, 10}}};
+constexpr int kRepetitions = 9;
+constexpr int kEdits = 1000; // single edits are too short for the clock: a run is so many of them
+
+// Cells of data records that hold a text or a picture.
+std::uint64_t filledCells(const model::Document& doc) {
+    std::uint64_t filled = 0;
+    for (int slot = 1; slot < model::highestField(doc.CurrDB20); ++slot) {
+        const model::TextColumn& texts = doc.grd.column(model::columnOfSlot(slot));
+        const model::WordColumn& pictures = doc.grd.pictures(model::columnOfSlot(slot));
+        for (int record = 0; record < doc.NumDataRecs; ++record) {
+            const std::uint32_t id = doc.grd.order().id(record);
+            filled += texts.has(id) || pictures.has(id) ? 1 : 0;
+        }
+    }
+    return filled;
+}
+
+// "65448x20": names a table's files and benchmarks.
+std::string nameOf(const samples::LargeTable& table) {
+    return std::to_string(table.records) + "x" + std::to_string(table.fields);
+}
+
+// One table as a file of ours, as a file of SQLite, and open. Made once, before anything is measured.
+struct Subject {
+    Subject(const fs::path& folder, const samples::LargeTable& table) : bench(folder), name(nameOf(table)) {
+        adapters::PosixFiles files;
+        if (!platform::writeWholeFile(files, file(), samples::large(table)))
+            throw std::runtime_error("cannot write " + file().string());
+        doc = bench.open(file());
+        fs::remove(sqliteFile(folder, name));
+        SqliteTable(sqliteFile(folder, name)).createAndInsert(SqliteValues(*doc));
+        sqlite = std::make_unique<SqliteTable>(sqliteFile(folder, name));
+    }
+    fs::path folder() { return bench.services().applicationFolder; }
+    fs::path file() { return tallybookFile(folder(), name); }
+    fs::path scratch() { return folder() / "MS2_written.pdb"; }
+
+    // A document of its own for records that come and go, opened again before it is worn out.
+    model::Document& wornDocument() {
+        if (!worn || ++changes > worn->NumDataRecs / 10) {
+            worn = bench.open(file());
+            changes = 0;
+        }
+        return *worn;
+    }
+
+    Workbench bench;
+    std::string name;
+    std::unique_ptr<model::Document> doc; // its texts change with the edits, its records stay
+    std::unique_ptr<SqliteTable> sqlite;  // open already, with its cache warm: SQLite's best
+    unsigned edits = 0;                   // how many times, so that they are others each time
+
+private:
+    std::unique_ptr<model::Document> worn;
+    int changes = 0;
+};
+
+using Operation = std::function<Nanoseconds(Subject&)>;
+
+Nanoseconds open(Subject& subject) {
+    std::unique_ptr<model::Document> doc;
+    return timed([&] { doc = subject.bench.open(subject.file()); });
+}
+
+Nanoseconds openText(Subject& subject) {
+    std::unique_ptr<model::Document> doc;
+    return timed([&] {
+        doc = subject.bench.open(subject.file());
+        benchmark::DoNotOptimize(everyText(*doc));
+    });
+}
+
+Nanoseconds save(Subject& subject) {
+    return timed([&] { subject.bench.save(*subject.doc, subject.scratch()); });
+}
+
+Nanoseconds saveAfterEdit(Subject& subject) {
+    const auto edits = someEdits(*subject.doc, 1, ++subject.edits);
+    return timed([&] {
+        applyEdits(*subject.doc, edits);
+        subject.bench.save(*subject.doc, subject.scratch());
+    });
+}
+
+Nanoseconds bestFit(Subject& subject) {
+    const FontMeasure measure;
+    return timed([&] { document::bestFit1(*subject.doc, subject.bench.services(), measure); });
+}
+
+Nanoseconds cellEdit(Subject& subject) {
+    const auto edits = someEdits(*subject.doc, kEdits, ++subject.edits);
+    return timed([&] { applyEdits(*subject.doc, edits); }) / kEdits;
+}
+
+// New records stand at the end. One goes into a full table too, since the limit is asked for by the command; it is
+// taken out again outside the time.
+Nanoseconds addRecord(Subject& subject) {
+    model::Document& doc = subject.wornDocument();
+    const auto time = timed([&] { document::addRow(doc, document::AddRow::MakeNew); });
+    model::removeRecord(doc, doc.grd.rows() - 1);
+    return time;
+}
+
+Nanoseconds deleteInMiddle(Subject& subject) {
+    model::Document& doc = subject.wornDocument();
+    const auto time = timed([&] { model::removeRecord(doc, model::kFirstDataRow + doc.NumDataRecs / 2); });
+    model::appendRecord(doc);
+    return time;
+}
+
+Nanoseconds sqliteScan(Subject& subject) {
+    return timed([&] { benchmark::DoNotOptimize(subject.sqlite->scan()); });
+}
+
+Nanoseconds sqliteInsert(Subject& subject) {
+    const SqliteValues values(*subject.doc);
+    const fs::path target = subject.folder() / "written.sqlite";
+    fs::remove(target);
+    return timed([&] { SqliteTable(target).createAndInsert(values); });
+}
+
+// The first field is a text; the transaction is not part of the time.
+Nanoseconds sqliteUpdate(Subject& subject) {
+    const auto edits = someEdits(*subject.doc, kEdits, ++subject.edits);
+    subject.sqlite->beginUpdates(1);
+    const auto time = timed([&] {
+        for (const CellEdit& edit : edits)
+            subject.sqlite->update(edit.row - model::kFirstDataRow + 1, edit.text);
+    });
+    subject.sqlite->endUpdates();
+    return time / kEdits;
+}
+
+Operation fresh(const std::string& operation) {
+    return [operation](Subject& subject) { return freshTime(operation, subject.folder(), subject.name); };
+}
+
+struct Measure {
+    std::string name;
+    Operation operation;
+    int iterations; // runs of one repetition
+};
+
+const std::vector<Measure>& measures() {
+    static const std::vector<Measure> all = {{"open", open, 1},
+                                             {"open_text", openText, 1},
+                                             {"sqlite_scan", sqliteScan, 1},
+                                             {"fresh_open", fresh("open"), 1},
+                                             {"fresh_open_text", fresh("open-text"), 1},
+                                             {"fresh_sqlite_scan", fresh("sqlite-scan"), 1},
+                                             {"save", save, 1},
+                                             {"save_after_edit", saveAfterEdit, 1},
+                                             {"sqlite_insert", sqliteInsert, 1},
+                                             {"fresh_save", fresh("save"), 1},
+                                             {"fresh_sqlite_insert", fresh("sqlite-insert"), 1},
+                                             {"cell_edit", cellEdit, 20},
+                                             {"sqlite_update", sqliteUpdate, 1},
+                                             {"add_record", addRecord, 200},
+                                             {"delete_in_middle", deleteInMiddle, 200},
+                                             {"best_fit", bestFit, 1}};
+    return all;
+}
+
+void registerMeasure(const Measure& measure, Subject& subject) {
+    const auto run = [&measure, &subject](benchmark::State& state) {
+        for (auto _ : state)
+            state.SetIterationTime(std::chrono::duration<double>(measure.operation(subject)).count());
+    };
+    benchmark::RegisterBenchmark((measure.name + "/" + subject.name).c_str(), run)
+        ->UseManualTime()
+        ->Unit(benchmark::kMicrosecond)
+        ->Iterations(measure.iterations)
+        ->Repetitions(kRepetitions)
+        ->ReportAggregatesOnly(true);
+}
+
+// The tables lie beside the program, on a real disk: saving to memory would flatter everybody.
+fs::path dataFolder() {
+    return fs::read_symlink("/proc/self/exe").parent_path() / "data";
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (runFresh(argc, argv))
+        return 0;
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 2;
+    std::vector<std::unique_ptr<Subject>> subjects;
+    std::vector<TableFacts> facts;
+    for (const samples::LargeTable& table : kTables) {
+        Subject& subject = *subjects.emplace_back(std::make_unique<Subject>(dataFolder(), table));
+        facts.push_back({subject.name, table.records, filledCells(*subject.doc), fs::file_size(subject.file()),
+                         freshMemory(dataFolder(), subject.name)});
+        for (const Measure& measure : measures())
+            registerMeasure(measure, subject);
+    }
+    MedianReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    printComparison(reporter.medians(), facts);
+    benchmark::Shutdown();
+    return 0;
+}
