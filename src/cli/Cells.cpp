@@ -16,6 +16,7 @@ struct CellsOptions {
     bool csv = false;
     bool tsv = false;
     bool json = false;
+    bool numbers = false;
 
     RowForm form() const { return json ? RowForm::Json : (tsv ? RowForm::Tsv : RowForm::Csv); }
 };
@@ -24,7 +25,8 @@ ExitCode cells(const CellsOptions& options, Terminal& terminal) {
     Session session(terminal, options.common);
     if (!session.open(options.file))
         return ExitCode::Refused;
-    writeRows(session.document(), options.form(), terminal.out);
+    const RecordNumbers numbers = options.numbers ? RecordNumbers::Yes : RecordNumbers::No;
+    writeRows(session.document(), options.form(), numbers, terminal.out);
     return ExitCode::Done;
 }
 
@@ -39,6 +41,7 @@ void addCells(CLI::App& app, Terminal& terminal, ExitCode& code) {
     forms->add_flag("--tsv", options->tsv, "Tab-separated, with \\t \\n \\r \\\\ for what would break a line");
     forms->add_flag("--json", options->json, "An object with the fields and the records");
     forms->require_option(0, 1);
+    verb->add_flag("-n,--numbers", options->numbers, "Begin each row with the number of its record");
     addOpenOptions(*verb, options->common);
     verb->callback([options, &terminal, &code] { code = cells(*options, terminal); });
 }

@@ -20,6 +20,7 @@ using model::FieldType;
 
 constexpr int kStaticText = 255;     // a form's row without a field
 constexpr int kPreviousRecord = 100; // a token's slot in the record before is its code less this
+constexpr std::uint32_t kNow = 79;   // in the simple form the present time has the code of a field
 constexpr std::string_view kOperators = "=!<L>JhHsS";
 
 std::string fieldName(const DatabaseModel& db, int slot) {
@@ -42,6 +43,15 @@ public:
     void needField(const DatabaseModel& db, int slot, const std::string& owner) {
         if (slot != 0 && !isUsed(db, slot))
             add(owner + " names field " + std::to_string(slot) + ", which is not used");
+    }
+    // The filters of a set, bit n for slot n, must have names.
+    void needFilters(const DatabaseModel& db, std::uint16_t set, const std::string& owner) {
+        for (int filter = 0; filter < 16; ++filter) {
+            const bool named =
+                filter < model::MaxFilters && !db.Filters[static_cast<std::size_t>(filter)].Name.empty();
+            if ((set >> filter & 1) != 0 && !named)
+                add(owner + " names filter " + std::to_string(filter) + ", which does not exist");
+        }
     }
     void noNul(const std::string& text, std::size_t width, const std::string& owner) {
         if (text.size() >= width)
@@ -106,12 +116,7 @@ void checkViews(const DatabaseModel& db, RecordFindings& out) {
             out.needField(db, column.Field, owner);
         for (const std::uint8_t field : view.SortFields)
             out.needField(db, field, owner);
-        for (int filter = 0; filter < 16; ++filter) {
-            const bool named =
-                filter < model::MaxFilters && !db.Filters[static_cast<std::size_t>(filter)].Name.empty();
-            if ((view.FilterMask >> filter & 1) != 0 && !named)
-                out.add(owner + " names filter " + std::to_string(filter) + ", which does not exist");
-        }
+        out.needFilters(db, view.FilterMask, owner);
     }
 }
 
@@ -146,6 +151,11 @@ void checkFilters(const DatabaseModel& db, RecordFindings& out) {
                 std::to_string(model::highestFilter(db)));
 }
 
+void checkStartFilters(const DatabaseModel& db, RecordFindings& out) {
+    out.needFilters(db, db.HdrWord1, "HdrWord1");
+    out.needFilters(db, db.DefaultFilterMask, "DefaultFilterMask");
+}
+
 void checkForms(const DatabaseModel& db, RecordFindings& out) {
     for (std::size_t slot = 0; slot < db.NumForms; ++slot) {
         const model::FormDef& form = db.Forms[slot];
@@ -156,9 +166,12 @@ void checkForms(const DatabaseModel& db, RecordFindings& out) {
 }
 
 void checkExpression(const DatabaseModel& db, int slot, RecordFindings& out) {
+    const bool simple = db.Fields[static_cast<std::size_t>(slot)].Type == FieldType::Expression;
     for (const std::uint32_t token : db.Expressions.at(slot).Tokens) {
         if (token == 0)
             return;
+        if (simple && token == kNow)
+            continue;
         if (token <= model::MaxUserFields)
             out.needField(db, static_cast<int>(token), fieldName(db, slot));
         else if (token > kPreviousRecord && token <= kPreviousRecord + model::MaxUserFields)
@@ -200,7 +213,9 @@ void checkFixedRecord(const DatabaseModel& db, const ListEntry& entry, Findings&
 void checkReferences(const DatabaseModel& db, const FileMap& map, Findings& findings) {
     for (const ListEntry& entry : map.entries) {
         RecordFindings out(entry, findings);
-        if (entry.record == layout::kForms)
+        if (entry.record == layout::kHeaderValues)
+            checkStartFilters(db, out);
+        else if (entry.record == layout::kForms)
             checkForms(db, out);
         else if (entry.record == layout::kViews)
             checkViews(db, out);

@@ -108,7 +108,8 @@ private:
         if (memo && length > model::kMemoLength)
             add(at, where + "its memo has " + std::to_string(length) + " characters, at most " +
                         std::to_string(model::kMemoLength));
-        if (!memo && length > model::kTextLength)
+        const bool key = cell.type == static_cast<std::uint8_t>(FieldType::DBJoin);
+        if (!memo && length > (key ? static_cast<int>(layout::kMostKeyText) : model::kTextLength))
             add(at, where + "its text has " + std::to_string(length) + " characters: a save cuts it to " +
                         std::to_string(model::kTextLength));
     }

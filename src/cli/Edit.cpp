@@ -6,6 +6,7 @@
 #include "cli/Texts.h"
 #include "cli/Verbs.h"
 #include "core/calc/Ansi.h"
+#include "core/document/CellEditing.h"
 
 #include <CLI/CLI.hpp>
 #include <fstream>
@@ -72,6 +73,7 @@ bool finish(ScriptRunner& runner, const EditOptions& options, Session& session, 
             terminal.err << *failure << '\n';
         return !failure;
     }
+    document::saveCell(session.document(), session.services()); // an edit that is still open counts as well
     if (session.document().DocModified)
         terminal.err << kChangesNotSaved << '\n';
     return true;

@@ -27,9 +27,12 @@ std::vector<PrintedColumn> printedColumns(const Document& doc) {
     return columns;
 }
 
-void addRecord(const Document& doc, const std::vector<PrintedColumn>& columns, int row, RowText& line) {
+void addRecord(const Document& doc, const std::vector<PrintedColumn>& columns, int row, RecordNumbers numbers,
+               RowText& line) {
     std::string scratch;
     std::string converted;
+    if (numbers == RecordNumbers::Yes)
+        line.add(doc.grd.text(row, model::kNumberColumn, scratch));
     for (const PrintedColumn& printed : columns) {
         if (printed.checkbox)
             line.add(doc.grd.picture(row, printed.column) == model::Picture::CheckOn ? "Y" : "N");
@@ -38,19 +41,21 @@ void addRecord(const Document& doc, const std::vector<PrintedColumn>& columns, i
     }
 }
 
-void writeTable(const Document& doc, RowForm form, std::ostream& out) {
+void writeTable(const Document& doc, RowForm form, RecordNumbers numbers, std::ostream& out) {
     const std::vector<PrintedColumn> columns = printedColumns(doc);
     RowText line(form);
+    if (numbers == RecordNumbers::Yes)
+        line.add("#");
     for (const PrintedColumn& printed : columns)
         line.add(calc::ansi::toUtf8(doc.grd.text(0, printed.column)));
     out << line.finish();
     for (int at = 0; at < doc.grd.visibleRows(); ++at) {
-        addRecord(doc, columns, doc.grd.visibleRow(at), line);
+        addRecord(doc, columns, doc.grd.visibleRow(at), numbers, line);
         out << line.finish();
     }
 }
 
-void writeJson(const Document& doc, std::ostream& out) {
+void writeJson(const Document& doc, RecordNumbers numbers, std::ostream& out) {
     const std::vector<PrintedColumn> columns = printedColumns(doc);
     out << "{\"fields\": [";
     std::string field;
@@ -65,7 +70,7 @@ void writeJson(const Document& doc, std::ostream& out) {
     out << field << "\n],\n\"records\": [";
     RowText line(RowForm::Json);
     for (int at = 0; at < doc.grd.visibleRows(); ++at) {
-        addRecord(doc, columns, doc.grd.visibleRow(at), line);
+        addRecord(doc, columns, doc.grd.visibleRow(at), numbers, line);
         out << (at == 0 ? "\n[" : ",\n[") << line.finish() << ']';
     }
     out << "\n]}\n";
@@ -95,11 +100,11 @@ std::string_view utf8(std::string_view text, std::string& scratch) {
     return scratch;
 }
 
-void writeRows(const Document& doc, RowForm form, std::ostream& out) {
+void writeRows(const Document& doc, RowForm form, RecordNumbers numbers, std::ostream& out) {
     if (form == RowForm::Json)
-        writeJson(doc, out);
+        writeJson(doc, numbers, out);
     else
-        writeTable(doc, form, out);
+        writeTable(doc, form, numbers, out);
 }
 
 } // namespace tallybook::cli

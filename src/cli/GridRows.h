@@ -4,6 +4,7 @@
 #include "cli/RowText.h"
 #include "core/model/Document.h"
 
+#include <cstdint>
 #include <iosfwd>
 #include <string>
 #include <string_view>
@@ -21,7 +22,9 @@ std::string_view shownCell(const model::Document& doc, int row, int column, std:
 std::string_view utf8(std::string_view text, std::string& scratch);
 
 // The header row and each visible record as the grid shows them, in CSV or TSV; as JSON an object with the
-// members "fields" (slot, name, type) and "records" (an array of texts for each).
-void writeRows(const model::Document& doc, RowForm form, std::ostream& out);
+// members "fields" (slot, name, type) and "records" (an array of texts for each). With numbers, each row begins
+// with the number of its record, under the header "#"; in JSON there is no field for it.
+enum class RecordNumbers : std::uint8_t { No, Yes };
+void writeRows(const model::Document& doc, RowForm form, RecordNumbers numbers, std::ostream& out);
 
 } // namespace tallybook::cli

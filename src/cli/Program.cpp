@@ -3,7 +3,7 @@
 #include "cli/Verbs.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
+#include <exception>
 #include <ostream>
 
 namespace tallybook::cli {
@@ -35,6 +35,9 @@ ExitCode run(const std::vector<std::string>& arguments, Terminal& terminal) {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::ParseError& error) {
         return explain(app, error, terminal);
+    } catch (const std::exception& error) { // no memory, no current folder
+        terminal.err << error.what() << '\n';
+        return ExitCode::Refused;
     }
     terminal.out.flush();
     if (!terminal.out) {

@@ -217,14 +217,13 @@ ScriptRunner::Failure ScriptRunner::doType(const Words& words) {
         return failure;
     if (!m_doc.editor.open())
         return m_user.takeSpoke() ? Failure() : "this cell cannot be typed into";
-    if (!text.empty() && text.front() != ' ')
-        return typeFurther(text.substr(1)); // the first one has opened the editor and stands in it
-    if (text.empty()) {
-        m_doc.editor.text.clear();
-        m_doc.editor.allSelected = false;
-        return std::nullopt;
-    }
-    return typeFurther(text);
+    if (!text.empty())
+        return typeFurther(text.substr(1)); // the first one has opened the editor
+    if (Failure failure = typeFurther(text))
+        return failure;
+    m_doc.editor.text.clear();
+    m_doc.editor.allSelected = false;
+    return std::nullopt;
 }
 
 // Lists, dates, memos --------------------------------------------------------------------------------------

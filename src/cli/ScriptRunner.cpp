@@ -94,6 +94,8 @@ std::optional<ScriptError> ScriptRunner::run(const Script& script) {
     }
     if (!m_user.messages.empty())
         return ScriptError{spokeAt, shownText(m_user.messages.front())};
+    if (!m_user.answers.empty())
+        return ScriptError{script.back().number, "an answer is left that no question asked for"};
     return std::nullopt;
 }
 
@@ -261,7 +263,7 @@ ScriptRunner::Failure ScriptRunner::doShow(const Words& words) {
     if (!words.empty() && !words[0].is("all"))
         return "usage: show [all]";
     if (!words.empty()) {
-        writeRows(m_doc, RowForm::Tsv, m_out);
+        writeRows(m_doc, RowForm::Tsv, RecordNumbers::No, m_out);
         return std::nullopt;
     }
     if (model::hasNoRecords(m_doc))

@@ -1,6 +1,8 @@
 #include "cli/Terminal.h"
 
+#include <csignal>
 #include <iostream>
+#include <sys/select.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -30,6 +32,54 @@ private:
     bool m_known;
 };
 
+// Ctrl+C ends the wait for a key instead of the program, which so puts the echo back and removes its files. It is
+// held back but while the wait runs, so that none is missed. Everything is as it was before afterwards.
+class InterruptEndsWait {
+public:
+    InterruptEndsWait() {
+        struct sigaction action {};
+        action.sa_handler = [](int) {};
+        sigaction(SIGINT, &action, &m_before);
+        sigset_t interrupt;
+        sigemptyset(&interrupt);
+        sigaddset(&interrupt, SIGINT);
+        sigprocmask(SIG_BLOCK, &interrupt, &m_mask);
+    }
+    ~InterruptEndsWait() {
+        sigprocmask(SIG_SETMASK, &m_mask, nullptr);
+        sigaction(SIGINT, &m_before, nullptr);
+    }
+    InterruptEndsWait(const InterruptEndsWait&) = delete;
+    InterruptEndsWait& operator=(const InterruptEndsWait&) = delete;
+
+    // True when standard input has something to read, and Ctrl+C did not come first.
+    bool wait() const {
+        fd_set inputs;
+        FD_ZERO(&inputs);
+        FD_SET(STDIN_FILENO, &inputs);
+        const bool ready = pselect(STDIN_FILENO + 1, &inputs, nullptr, nullptr, nullptr, &m_mask) == 1;
+        sigset_t pending;
+        sigpending(&pending); // a wait that finds something to read does not look at signals
+        return ready && sigismember(&pending, SIGINT) == 0;
+    }
+
+private:
+    struct sigaction m_before {};
+    sigset_t m_mask{};
+};
+
+// Straight from the terminal: a stream would read on behind an interrupt.
+std::optional<std::string> readLine(const InterruptEndsWait& interrupt) {
+    std::string line;
+    char c = 0;
+    while (interrupt.wait() && read(STDIN_FILENO, &c, 1) == 1) {
+        if (c == '\n')
+            return line;
+        line += c;
+    }
+    return std::nullopt;
+}
+
 } // namespace
 
 Terminal Terminal::standard() {
@@ -39,11 +89,9 @@ Terminal Terminal::standard() {
 std::optional<std::string> Terminal::ask(std::string_view prompt) {
     if (!m_interactive)
         return std::nullopt;
+    const InterruptEndsWait interrupt;
     err << prompt << std::flush;
-    std::string line;
-    if (!std::getline(in, line))
-        return std::nullopt;
-    return line;
+    return readLine(interrupt);
 }
 
 std::optional<std::string> Terminal::askSecret(std::string_view prompt) {

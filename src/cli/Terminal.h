@@ -19,7 +19,7 @@ public:
 
     bool interactive() const { return m_interactive; }
 
-    // A line typed behind a prompt; nothing at the end of input or when nobody sits there.
+    // A line typed behind a prompt; nothing at the end of input, at Ctrl+C or when nobody sits there.
     std::optional<std::string> ask(std::string_view prompt);
     // The same without echo.
     std::optional<std::string> askSecret(std::string_view prompt);

@@ -305,6 +305,23 @@ TEST(CheckReferencesTest, findsExpressionsOfFieldsThatAreNotUsed) {
                      "record 4: field 2 \"Sum\" names field 6, which is not used"}));
 }
 
+TEST(CheckReferencesTest, takesThePresentTimeOfASimpleExpressionForNoField) {
+    EXPECT_EQ(linesAfter([](model::DatabaseModel& db) {
+                  db.Fields[2].Type = FieldType::Expression;
+                  db.Expressions[2].Tokens = {79, 90, 1};
+              }),
+              Lines{});
+}
+
+TEST(CheckReferencesTest, findsStartFiltersThatDoNotExist) {
+    EXPECT_EQ(linesAfter([](model::DatabaseModel& db) {
+                  db.HdrWord1 = 3;
+                  db.DefaultFilterMask = 4;
+              }),
+              (Lines{"record 0: HdrWord1 names filter 1, which does not exist",
+                     "record 0: DefaultFilterMask names filter 2, which does not exist"}));
+}
+
 TEST(CheckReferencesTest, findsConditionsOfFieldsThatAreNotUsed) {
     EXPECT_EQ(linesAfter([](model::DatabaseModel& db) {
                   db.Fields[2].Type = FieldType::ConditionalExpression;

@@ -28,6 +28,7 @@ void redirect(const std::filesystem::path& path, int flags, int descriptor) {
 [[noreturn]] void execute(const std::vector<std::string>& arguments, const std::filesystem::path& folder) {
     if (chdir((folder / "files").c_str()) != 0)
         _exit(126);
+    alarm(120); // a command that waits for ever fails its test
     setenv("TMPDIR", (folder / "tmp").c_str(), 1);
     std::vector<char*> all = {const_cast<char*>(TALLYBOOK_COMMAND)};
     for (const std::string& argument : arguments)
@@ -81,9 +82,10 @@ std::string CommandTest::text(const std::string& name) const {
     return readText(path(name));
 }
 
-CommandResult CommandTest::run(const std::vector<std::string>& arguments, const std::string& input) const {
+CommandResult CommandTest::run(const std::vector<std::string>& arguments, const std::string& input,
+                               const std::filesystem::path& output) const {
     const std::filesystem::path in = m_folder.path() / "in";
-    const std::filesystem::path out = m_folder.path() / "out";
+    const std::filesystem::path out = output.empty() ? m_folder.path() / "out" : output;
     const std::filesystem::path err = m_folder.path() / "err";
     std::ofstream(in, std::ios::binary) << input;
     const pid_t process = fork();
@@ -95,7 +97,8 @@ CommandResult CommandTest::run(const std::vector<std::string>& arguments, const 
     }
     CommandResult result;
     result.code = exitCode(process);
-    result.out = readText(out);
+    if (output.empty())
+        result.out = readText(out);
     result.err = readText(err);
     return result;
 }

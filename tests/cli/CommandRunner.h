@@ -28,8 +28,9 @@ public:
     platform::Bytes bytes(const std::string& name) const;
     std::string text(const std::string& name) const;
 
-    // Runs the command in the folder, its standard input no terminal.
-    CommandResult run(const std::vector<std::string>& arguments, const std::string& input = {}) const;
+    // Runs the command in the folder, its standard input no terminal. With `output` that file gets its output.
+    CommandResult run(const std::vector<std::string>& arguments, const std::string& input = {},
+                      const std::filesystem::path& output = {}) const;
 
     // Runs it behind a terminal that types `typed` once the prompt has appeared, each line as it is asked for.
     // Output and messages come together in `out`.

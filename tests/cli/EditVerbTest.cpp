@@ -42,6 +42,14 @@ TEST(EditTest, saysWhatWasNotSaved) {
     EXPECT_EQ(test.bytes("MS2_Small.pdb"), smallDatabase());
 }
 
+TEST(EditTest, countsAnEditThatIsStillOpen) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    const CommandResult result = test.run({"edit", "MS2_Small.pdb", "--script", "-"}, "goto 1 Count\ntype 3\n");
+    EXPECT_EQ(result.code, 0);
+    EXPECT_EQ(result.err, "Changes were not saved.\n");
+}
+
 TEST(EditTest, namesScriptAndLineOfAFailure) {
     const CommandTest test;
     test.put("MS2_Small.pdb", smallDatabase());

@@ -2,10 +2,12 @@
 #include "CommandRunner.h"
 #include "Samples.h"
 #include "TestBooks.h"
+#include "cli/DumpFile.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -113,6 +115,14 @@ TEST(OpenTest, keepsBackupsInTheApplicationFolderThatIsNamed) {
     EXPECT_EQ(test.bytes("app/Temp/Copy_MS2_Small.pdb"), smallDatabase());
 }
 
+TEST(OpenTest, saysWhenItsOutputCannotBeWritten) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    const CommandResult result = test.run({"cells", "MS2_Small.pdb"}, "", "/dev/full");
+    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.err, "The output could not be written.\n");
+}
+
 // Passwords --------------------------------------------------------------------------------------------------
 
 TEST(PasswordTest, saysWhatToDoWhenNobodyCanType) {
@@ -154,6 +164,15 @@ TEST(PasswordTest, asksAtATerminalWithoutEcho) {
     EXPECT_NE(result.out.find("Login password of MS2_Locked.pdb: "), std::string::npos);
     EXPECT_NE(result.out.find("Records: 3"), std::string::npos);
     EXPECT_EQ(result.out.find("secret"), std::string::npos);
+}
+
+TEST(PasswordTest, endsAtCtrlC) {
+    const CommandTest test;
+    test.put("MS2_Locked.pdb", lockedDatabase());
+    const CommandResult result =
+        test.runAtTerminal({"info", "MS2_Locked.pdb"}, "password of MS2_Locked.pdb: ", "sec\x03\n");
+    EXPECT_EQ(result.code, 1);
+    EXPECT_TRUE(test.temporaryFolderIsEmpty());
 }
 
 TEST(PasswordTest, asksThreeTimes) {
@@ -210,6 +229,17 @@ TEST(CellsTest, writesJson) {
     EXPECT_EQ(json["records"][0][1], "Élan, \"quoted\"");
     EXPECT_EQ(json["records"][0][6], "Y");
     EXPECT_EQ(json["records"][1][6], "N");
+}
+
+TEST(CellsTest, numbersTheRecordsWhenToldSo) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    const std::string csv = test.run({"cells", "MS2_Small.pdb", "--numbers"}).out;
+    EXPECT_TRUE(csv.starts_with("#,Categories,Title,")) << csv;
+    EXPECT_NE(csv.find("\r\n3,home,Third,-5,"), std::string::npos) << csv;
+    const Json json = Json::parse(test.run({"cells", "MS2_Small.pdb", "--json", "-n"}).out);
+    EXPECT_EQ(json["records"][2][0], "3");
+    EXPECT_EQ(json["records"][2].size(), json["fields"].size() + 1);
 }
 
 TEST(CellsTest, followsTheRegion) {
@@ -329,23 +359,36 @@ TEST(DumpTest, carriesEveryByte) {
     }
 }
 
-// A byte here and there replaced, the file cut here and there: whatever remains is carried.
-TEST(DumpTest, carriesEveryByteOfADamagedFile) {
-    const CommandTest test;
+platform::Bytes dumpedAndRebuilt(const platform::Bytes& bytes) {
+    std::ostringstream out;
+    writeDump(bytes, "MS2_Some.pdb", out);
+    return rebuilt(Json::parse(out.str()));
+}
+
+TEST(DumpTest, carriesEveryByteOfACutFile) {
     const platform::Bytes whole = smallDatabase();
-    std::vector<platform::Bytes> damaged;
-    for (const std::size_t length : {0, 1, 77, 78, 79, 85, 86, 700, 800, 1000})
-        damaged.emplace_back(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
-    for (std::size_t at = 76; at < 800; at += 61) {
-        damaged.push_back(whole);
-        damaged.back()[at] ^= 0xFF;
+    for (std::size_t length = 0; length < whole.size(); length += length < 100 ? 1 : 7) {
+        const platform::Bytes bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length));
+        EXPECT_EQ(dumpedAndRebuilt(bytes), bytes) << length;
     }
-    for (const platform::Bytes& bytes : damaged) {
-        test.put("damaged.pdb", bytes);
-        const CommandResult result = test.run({"dump", "damaged.pdb"});
-        ASSERT_EQ(result.code, 0) << result.err;
-        EXPECT_EQ(rebuilt(Json::parse(result.out)), bytes);
-    }
+}
+
+TEST(DumpTest, carriesEveryByteOfADamagedFile) {
+    const platform::Bytes whole = smallDatabase();
+    for (std::size_t at = 0; at < whole.size(); at += 5)
+        for (const std::uint8_t value : {0x00, 0x7F, 0x80, 0xFF}) {
+            platform::Bytes bytes = whole;
+            bytes[at] = value;
+            EXPECT_EQ(dumpedAndRebuilt(bytes), bytes) << "byte " << at << " set to " << int{value};
+        }
+}
+
+TEST(DumpTest, takesADamagedFileThatNobodyCouldOpen) {
+    const CommandTest test;
+    test.put("damaged.pdb", platform::Bytes(100, 0xFF));
+    const CommandResult result = test.run({"dump", "damaged.pdb"});
+    EXPECT_EQ(result.code, 0) << result.err;
+    EXPECT_EQ(rebuilt(Json::parse(result.out)), platform::Bytes(100, 0xFF));
 }
 
 TEST(DumpTest, tellsWhatTheBytesMean) {

@@ -100,6 +100,8 @@ INSTANTIATE_TEST_SUITE_P(
         ScriptCase{"afterABlankReplacesWhatIsSelected",
                    "goto 2 Title\nkey blank\nexpect-editor \"Second\"\ntype \"X\"\nexpect-editor \"X\"", ""},
         ScriptCase{"nothingEmptiesTheCell", "goto 2 Title\ntype \"\"\nkey enter\nexpect-cell 2 Title \"\"", ""},
+        ScriptCase{"blankFirstOpensTheEditor", "goto 2 Title\ntype \" x\"\nexpect-editor \"x\"", ""},
+        ScriptCase{"nothingIntoAList", "goto 1 Kind\ntype \"\"", "2: an item is picked, not typed: use pick"},
         ScriptCase{"committedByLeaving", "goto 2 Count\ntype \"77\"\ngoto 1 Title\nexpect-cell 2 Count \"77\"", ""},
         ScriptCase{"droppedByEscape",
                    "goto 2 Count\ntype \"77\"\nkey escape\nexpect-cell 2 Count \"\"\n"
@@ -231,6 +233,7 @@ INSTANTIATE_TEST_SUITE_P(
         ScriptCase{"nothingToGoTo", "answer yes\ndelete-all\ngoto first Title", "3: there are no records"},
         ScriptCase{"nothingToShow", "answer yes\ndelete-all\nshow", "3: there are no records"},
         ScriptCase{"firstRecordAgain", "answer yes\ndelete-all\nadd\nexpect-records 1\nexpect-at 1 Title", ""},
+        ScriptCase{"answerLeft", "answer yes\nadd", "2: an answer is left that no question asked for"},
         ScriptCase{"wrongCount", "expect-records 2", "1: there are 3 records, expected 2"}),
     caseName());
 
