@@ -1,5 +1,7 @@
 #include "cli/ScriptUser.h"
 
+#include "cli/TerminalUser.h"
+
 #include <utility>
 
 namespace tallybook::cli {
@@ -48,6 +50,10 @@ Answer ScriptUser::message(const Message& message) {
     if (message.buttons == Buttons::Ok) {
         messages.push_back(message.text);
         return Answer::Ok;
+    }
+    if (answers.empty() && isComplaint(message)) {
+        messages.push_back(message.text);
+        return Answer::Cancel;
     }
     if (answers.empty() && yes)
         return message.buttons == Buttons::OkCancel ? Answer::Ok : Answer::Yes;

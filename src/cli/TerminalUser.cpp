@@ -53,6 +53,10 @@ std::string prompt(const std::vector<Choice>& all) {
 
 } // namespace
 
+bool isComplaint(const Message& message) {
+    return message.buttons == Buttons::OkCancel && message.icon == platform::Icon::Critical;
+}
+
 std::string shownText(const std::string& text) {
     std::string shown = calc::ansi::toUtf8(text);
     std::erase(shown, '\r');
@@ -74,7 +78,9 @@ void TerminalUser::say(const std::string& text) {
 
 Answer TerminalUser::message(const Message& message) {
     say(message.text);
-    return message.buttons == Buttons::Ok ? Answer::Ok : ask(message);
+    if (message.buttons == Buttons::Ok)
+        return Answer::Ok;
+    return isComplaint(message) ? Answer::Cancel : ask(message);
 }
 
 Answer TerminalUser::ask(const Message& message) {

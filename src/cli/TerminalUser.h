@@ -11,6 +11,9 @@
 
 namespace tallybook::cli {
 
+// An error whose box offers OK and Cancel: OK would show what led to it again, so without a person it is cancelled.
+bool isComplaint(const platform::Message& message);
+
 // A message box's text as it leaves the command: UTF-8, one message a line.
 std::string shownText(const std::string& text);
 

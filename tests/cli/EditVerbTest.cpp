@@ -2,6 +2,8 @@
 #include "CommandRunner.h"
 #include "Samples.h"
 #include "TestBooks.h"
+#include "cli/FileMap.h"
+#include "cli/RecordCells.h"
 
 #include <fstream>
 #include <gtest/gtest.h>
@@ -91,6 +93,21 @@ TEST(EditTest, usesThePasswordFileForChangesToo) {
     EXPECT_EQ(test.run(arguments, "password \"change\"\nclick 1 Count\nexpect-editor \"12\"\n").code, 0);
 }
 
+// The pictures of a file's records, in order.
+std::vector<platform::Bytes> pictures(const platform::Bytes& file) {
+    std::vector<platform::Bytes> all;
+    for (const ListEntry& entry : mapFile(file).entries) {
+        if (entry.record < model::kFixedRecords)
+            continue;
+        for (const RecordCell& cell : walkRecord(file, entry.bytes, {}).cells)
+            if (cell.type == static_cast<std::uint8_t>(model::FieldType::Image)) {
+                const platform::ByteSpan bytes = cell.picture.of(file);
+                all.emplace_back(bytes.begin(), bytes.end());
+            }
+    }
+    return all;
+}
+
 TEST(EditTest, keepsAPictureThroughTwoSaves) {
     const CommandTest test;
     test.put("MS2_Inventory.pdb", samples::inventory());
@@ -99,6 +116,11 @@ TEST(EditTest, keepsAPictureThroughTwoSaves) {
                  "answer yes\ndelete\nsave\nanswer yes\ndelete\nsave\nexpect-cell 2 Picture \" {Image}\"\n");
     EXPECT_EQ(result.code, 0) << result.err;
     EXPECT_EQ(test.run({"check", "MS2_Inventory.pdb"}).out, "");
+    // The first two records, both with pictures, are gone; the others have theirs.
+    std::vector<platform::Bytes> expected = pictures(samples::inventory());
+    ASSERT_GT(expected.size(), 2U);
+    expected.erase(expected.begin(), expected.begin() + 2);
+    EXPECT_EQ(pictures(test.bytes("MS2_Inventory.pdb")), expected);
 }
 
 // The documentation ------------------------------------------------------------------------------------------

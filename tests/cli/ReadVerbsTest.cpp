@@ -90,7 +90,7 @@ TEST(OpenTest, refusesAFixedRecordOutOfOrder) {
     const std::size_t second = bytes[88] << 8 | bytes[89]; // offset of record 1, which is below 65536
     bytes[second] = 99;
     test.put("MS2_Sync.pdb", bytes);
-    const CommandResult result = test.run({"info", "MS2_Sync.pdb", "--yes"});
+    const CommandResult result = test.run({"info", "MS2_Sync.pdb"});
     EXPECT_EQ(result.code, 1);
     EXPECT_EQ(result.err, "The Tallybook \"" + test.path("MS2_Sync.pdb").string() +
                               "\" was modified by the Tallybook Pocket conduit.  It is not possible to open it using "

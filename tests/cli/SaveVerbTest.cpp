@@ -62,6 +62,19 @@ TEST(SaveTest, putsUnderscoresForBlanksIntoTheNameOnDisk) {
     EXPECT_TRUE(std::filesystem::exists(test.path("MS2_My_books.pdb")));
 }
 
+TEST(SaveTest, leavesADeletedRecordOut) {
+    const CommandTest test;
+    platform::Bytes bytes = smallDatabase();
+    bytes[78 + 88 * 8 + 4] |= 0x80; // the entry of "Second"
+    test.put("MS2_Small.pdb", bytes);
+    ASSERT_EQ(test.run({"save", "MS2_Small.pdb", "MS2_Out.pdb"}).code, 0);
+    EXPECT_EQ(test.bytes("MS2_Out.pdb")[77], 89);
+    EXPECT_EQ(test.run({"check", "MS2_Out.pdb"}).out, "");
+    const std::string cells = test.run({"cells", "MS2_Out.pdb"}).out;
+    EXPECT_EQ(cells.find("Second"), std::string::npos);
+    EXPECT_NE(cells.find("home,Third,"), std::string::npos);
+}
+
 TEST(SaveTest, namesTheFolderThatIsNotThere) {
     const CommandTest test;
     test.put("MS2_Small.pdb", smallDatabase());

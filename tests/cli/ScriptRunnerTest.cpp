@@ -315,7 +315,7 @@ TEST(ScriptSaveTest, refusesANameWithoutThePrefix) {
     EXPECT_EQ(session.run("answer cancel\nsave-as /data/New.pdb"), "2: nothing was saved");
     ScriptSession unanswered;
     EXPECT_EQ(unanswered.run("save-as /data/New.pdb"),
-              "1: unanswered question: Filename not valid.  Tallybook file name must start with \"MS2_\".");
+              "1: Filename not valid.  Tallybook file name must start with \"MS2_\".");
 }
 
 TEST(ScriptSaveTest, saysWhatAFailedSaveSays) {
