@@ -486,6 +486,14 @@ TEST_F(Editing, anyCharacterSurvivesAnEditThatChangesNothing) {
     EXPECT_EQ(text(0, kNotes), allCharacters() + '!');
 }
 
+TEST_F(Editing, aMemoThatIsOnlyLookedAtKeepsTheLineEndsOfOtherSystems) {
+    openSample([](model::Document& sample) { sample.grd.setText(2, columnOfSlot(kNotes), "a\r\nb\rc"); });
+    script.expect([](QWidget& memo) { pressButton(memo, QStringLiteral("OK")); });
+    click(0, kNotes);
+    EXPECT_EQ(text(0, kNotes), "a\r\nb\rc");
+    EXPECT_FALSE(doc().DocModified);
+}
+
 TEST_F(Editing, cancelLeavesAMemoAsItWas) {
     openSample();
     script.expect([](QWidget& memo) {

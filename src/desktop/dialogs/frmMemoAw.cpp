@@ -4,12 +4,25 @@
 #include "ui_frmMemoAw.h"
 
 #include <QKeyEvent>
+#include <QTextDocument>
 
 namespace tallybook::desktop {
 
+namespace {
+
+// Not the plain text, which has blanks for no-break spaces.
+QString linesOf(const QTextDocument& document) {
+    QString text = document.toRawText();
+    text.replace(QChar(QChar::ParagraphSeparator), QLatin1Char('\n'));
+    text.replace(QChar(QChar::LineSeparator), QLatin1Char('\n'));
+    return text;
+}
+
+} // namespace
+
 frmMemoAw::frmMemoAw(const Contents& contents, QWidget* parent)
-    : QDialog(parent), m_ui(std::make_unique<Ui::frmMemoAw>()), m_screen(contents.screen),
-      m_longest(contents.longest), m_given(contents.text) {
+    : QDialog(parent), m_ui(std::make_unique<Ui::frmMemoAw>()), m_screen(contents.screen), m_original(contents.text),
+      m_longest(contents.longest) {
     m_ui->setupUi(this);
     const bool number = m_screen == Screen::Number;
     m_ui->lblField->setText(contents.fieldName + QLatin1Char(':'));
@@ -24,6 +37,7 @@ frmMemoAw::frmMemoAw(const Contents& contents, QWidget* parent)
         resize(width(), minimumSizeHint().height());
     } else {
         m_ui->txtMemo->setPlainText(contents.text);
+        m_shown = linesOf(*m_ui->txtMemo->document());
         m_ui->txtMemo->moveCursor(QTextCursor::End);
         m_ui->txtMemo->setFocus();
         m_ui->txtMemo->installEventFilter(this);
@@ -42,10 +56,8 @@ frmMemoAw::~frmMemoAw() = default;
 QString frmMemoAw::text() const {
     if (m_screen == Screen::Number)
         return m_ui->MaskEdBox1->text();
-    if (!m_ui->txtMemo->document()->isModified())
-        return m_given; // the box has its own idea of line ends
-    // Not toPlainText(), which makes plain blanks of no-break ones.
-    return m_ui->txtMemo->document()->toRawText().replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+    const QString typed = linesOf(*m_ui->txtMemo->document());
+    return typed == m_shown ? m_original : typed;
 }
 
 // A text that is too long is not cut behind the user's back: OK waits until it fits.

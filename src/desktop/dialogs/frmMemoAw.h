@@ -41,8 +41,9 @@ private:
 
     std::unique_ptr<Ui::frmMemoAw> m_ui;
     Screen m_screen;
+    QString m_original; // given back when nothing was typed: the box has its own idea of line ends
+    QString m_shown;    // the original as the box has it
     int m_longest;
-    QString m_given;
 };
 
 } // namespace tallybook::desktop

@@ -58,6 +58,8 @@ int run() {
     const Instance instance(platform::lockFolder(files, surroundings), ui);
     if (!instance.mayRun())
         return 0;
+    std::error_code ignored; // a path is never left to the current folder
+    std::filesystem::current_path(services.applicationFolder, ignored);
     ui.setSupportPage(QStringLiteral(TALLYBOOK_SUPPORT_PAGE));
     QPointer<frmSplash> splash = new frmSplash;
     splash->setAttribute(Qt::WA_DeleteOnClose);
