@@ -25,7 +25,7 @@ using Path = std::filesystem::path;
 namespace {
 
 constexpr std::int64_t kNanoseconds = 1'000'000'000; // of a second
-constexpr int kLinksFollowed = 40; // as the system's own limit
+constexpr int kLinksFollowed = 40;                   // as the system's own limit
 constexpr mode_t kPermissions = S_IRWXU | S_IRWXG | S_IRWXO;
 constexpr mode_t kAnyWrite = S_IWUSR | S_IWGRP | S_IWOTH;
 

@@ -748,7 +748,7 @@ private:
         out.byte(type);
         if (type == 1)
             return countedText(out, 253); // a key of 255 characters is saved whole
-        if (type == 9) { // no type of a key
+        if (type == 9) {                  // no type of a key
             out.saved.clear();
             return out;
         }

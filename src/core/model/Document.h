@@ -48,7 +48,7 @@ struct Document {
     std::filesystem::path CurrFolder;
     std::filesystem::path TempCopyPath; // images of unchanged cells are read from it; empty when there is none
     std::string CurrFileName;
-    FileMark fileMark; // of CurrFilePath
+    FileMark fileMark;   // of CurrFilePath
     std::string Caption; // of the document window
 
     std::uint8_t CurrField = 0;     // slot of the cell being edited
