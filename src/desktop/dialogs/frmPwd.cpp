@@ -23,6 +23,7 @@ void showAll(std::initializer_list<QWidget*> widgets, bool visible) {
 frmPwd::frmPwd(model::Document& doc, platform::Services& services, QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::frmPwd>()), m_setting(doc, services) {
     m_ui->setupUi(this);
+    m_ui->lstPwd->setHeaderLabels({tr("Password"), tr("State")});
     m_ui->lstPwd->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
     for (QLineEdit* field : {m_ui->TxtExist, m_ui->txtNew, m_ui->txtConfirm})
         field->setMaxLength(document::kPasswordCharacters);
