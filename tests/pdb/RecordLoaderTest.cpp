@@ -281,6 +281,17 @@ TEST(LoadRecord, pictureIsKeptByItsPlace) {
     EXPECT_EQ(doc.grd.text(3, 3), "c");
 }
 
+TEST(LoadRecord, onlyPicturesStandInAColumnOfPictures) {
+    test::TestServices services;
+    for (const char* cell : {"01 01 01 'a' 00", "01 01 08 ' {Image}' 00", "02 01 0007", "0A 01 0001 'a' 00"}) {
+        model::Document doc;
+        OneField{FieldType::Image}.read(doc, cell);
+        EXPECT_EQ(doc.grd.text(2, 2), "") << cell;
+        EXPECT_EQ(doc.CellLongs.get(0, 1), 0) << cell;
+        EXPECT_EQ(builtCells(doc, services), "") << cell;
+    }
+}
+
 TEST(LoadRecord, duplicateIdsTakeTheFirstItem) {
     EXPECT_EQ((OneField{FieldType::List, 0, "03 02 05 05 'one' 00 'two' 00"}.shown("05 01 05")), "one");
 }

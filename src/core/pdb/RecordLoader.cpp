@@ -94,8 +94,16 @@ platform::Status RecordLoader::loadRecord20(ByteReader& in, int record) {
         if (slot == 0 || slot >= model::MaxFieldSlots)
             break;
         loadCell(static_cast<FieldType>(type), m_slots[slot], in);
+        if (m_slots[slot].type == FieldType::Image && static_cast<FieldType>(type) != FieldType::Image)
+            emptyCell(m_slots[slot]);
     }
     return {};
+}
+
+// What a cell of another type leaves in a column of pictures: a save would take it for a picture, and find none.
+void RecordLoader::emptyCell(Slot& slot) {
+    showText(slot, {});
+    setLong(slot, 0);
 }
 
 void RecordLoader::fillKeyFields() {

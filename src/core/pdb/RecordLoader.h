@@ -42,6 +42,7 @@ private:
     static constexpr std::int64_t kNoWord = -2; // the item's text, which may be empty, is set each time
 
     void uncheckAll(const Slot& slot);
+    void emptyCell(Slot& slot);
 
     // One cell, from the first byte of its body. A reader that failed on the way leaves the cell as it was.
     void loadCell(model::FieldType type, Slot& slot, ByteReader& in);
