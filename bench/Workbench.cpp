@@ -1,6 +1,7 @@
 #include "Workbench.h"
 
 #include "core/document/OpenSave.h"
+#include "core/platform/AppFolders.h"
 
 #include <random>
 #include <stdexcept>
@@ -40,7 +41,7 @@ platform::ErrorAnswer SilentUser::showError(const platform::Error& error) {
 
 Workbench::Workbench(std::filesystem::path folder)
     : m_services{m_user, m_files, m_clock, m_regional, std::move(folder)} {
-    std::filesystem::create_directories(m_services.applicationFolder);
+    std::filesystem::create_directories(m_services.applicationFolder / platform::kTempFolder);
 }
 
 std::unique_ptr<model::Document> Workbench::open(const std::filesystem::path& file) {

@@ -19,6 +19,7 @@ struct Copies : test::DocumentFixture {
     Copies() {
         t.files.addFolder("/app/Backup");
         t.files.addFolder("/app/Temp");
+        field(1, model::FieldType::Image, "Cover");
     }
     platform::Status refresh(const Bytes& bytes) { return refreshBackup(t, "/home/MS2_a.pdb", bytes); }
 };
@@ -80,6 +81,13 @@ TEST_F(Copies, temporaryCopyHoldsTheFile) {
     renewTempCopy(doc, t, "/home/MS2_a.pdb", kNew);
     EXPECT_EQ(doc.TempCopyPath, "/app/Temp/Copy_MS2_a.pdb");
     EXPECT_EQ(t.files.bytes("/app/Temp/Copy_MS2_a.pdb"), kNew);
+}
+
+TEST_F(Copies, databaseWithoutAnImageFieldHasNoTemporaryCopy) {
+    field(1, model::FieldType::Text, "Title");
+    renewTempCopy(doc, t, "/home/MS2_a.pdb", kNew);
+    EXPECT_EQ(doc.TempCopyPath, "/home/MS2_a.pdb");
+    EXPECT_EQ(t.files.count(), 0U);
 }
 
 TEST_F(Copies, withoutATemporaryCopyTheFileItselfServes) {

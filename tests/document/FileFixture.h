@@ -29,6 +29,7 @@ protected:
     // A file "/home/MS2_Books.pdb" with a text in slot 1 and `count` records "r0", "r1" ...
     void makeBooks(int count = 2, const std::filesystem::path& path = "/home/MS2_Books.pdb") {
         field(1, FieldType::Text, "Title");
+        field(9, FieldType::Image, "Cover"); // for which there is a temporary copy
         records(count);
         for (int record = 0; record < count; ++record) {
             setCell(record, 1, "r" + std::to_string(record));

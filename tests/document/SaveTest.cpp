@@ -291,7 +291,7 @@ TEST_F(Save, newDatabaseIsSavedUnderTheNameThatIsAskedFor) {
     EXPECT_EQ(doc.CurrFilePath, "/home/MS2_My_Books.pdb");
     EXPECT_EQ(doc.CurrFileName, "MS2_My_Books.pdb");
     EXPECT_EQ(doc.CurrFolder, "/home");
-    EXPECT_EQ(doc.TempCopyPath, "/app/Temp/Copy_MS2_My_Books.pdb");
+    EXPECT_EQ(doc.TempCopyPath, "/home/MS2_My_Books.pdb"); // no Image field, no copy
     EXPECT_TRUE(t.user.messages.empty());
     EXPECT_EQ(saveDocument(doc, t), Outcome::Done); // from now on without a question
     ASSERT_EQ(open("/home/MS2_My_Books.pdb"), Outcome::Done);

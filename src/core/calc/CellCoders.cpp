@@ -58,7 +58,7 @@ public:
     void append(std::uint32_t word, std::string& out) const override {
         char digits[12];
         const auto end = std::to_chars(digits, digits + sizeof digits, static_cast<std::int32_t>(word)).ptr;
-        out.append(digits, end);
+        out.append(digits, static_cast<std::size_t>(end - digits));
     }
 
     model::CellForm form() const override { return {.words = model::WordForm::Whole}; }

@@ -92,7 +92,7 @@ void DatePattern::append(const Date& date, std::string& out) const {
             end = putNumber(m_parts[i].letter == 'M' ? date.month : date.day, m_parts[i].padded, end);
         *end++ = m_separators[i];
     }
-    out.append(text, end - 1);
+    out.append(text, static_cast<std::size_t>(end - 1 - text));
 }
 
 std::optional<Date> DatePattern::read(std::string_view text) const {
@@ -125,7 +125,7 @@ void TimePattern::append(const TimeOfDay& time, std::string& out) const {
     end = putTwoDigits(time.second, end);
     if (m_halves)
         *end++ = ' ';
-    out.append(text, end);
+    out.append(text, static_cast<std::size_t>(end - text));
     if (m_halves)
         out += time.hour < 12 ? m_am : m_pm;
 }

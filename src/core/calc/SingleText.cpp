@@ -57,7 +57,7 @@ void appendScaled(bool negative, std::uint64_t scaled, int decimals, char point,
             end[place] = static_cast<char>('0' + rest % 10);
         end += decimals + 1;
     }
-    out.append(text, end);
+    out.append(text, static_cast<std::size_t>(end - text));
 }
 
 void appendSingleByDigits(float value, int decimals, char point, std::string& out) {

@@ -69,6 +69,13 @@ void dropOldest(Files& files, const Path& folder, const Path& name) {
         (void)files.remove(folder / older[i]);
 }
 
+// A database without an Image field has no picture that a save could need, and writing its bytes again would cost
+// half as much as the save itself.
+bool mayHavePictures(const model::DatabaseModel& db) {
+    return std::any_of(db.Fields.begin(), db.Fields.end(),
+                       [](const model::FieldDef& field) { return field.Type == model::FieldType::Image; });
+}
+
 } // namespace
 
 model::FileMark markOf(Files& files, const Path& file) {
@@ -81,7 +88,8 @@ model::FileMark markOf(Files& files, const Path& file) {
 void renewTempCopy(model::Document& doc, platform::Services& services, const Path& file, ByteSpan bytes) {
     Path copy = platform::applicationPath(services, platform::kTempFolder) / "Copy_";
     copy += file.filename();
-    doc.TempCopyPath = platform::writeWholeFile(services.files, copy, bytes) ? copy : file;
+    const bool copied = mayHavePictures(doc.CurrDB20) && platform::writeWholeFile(services.files, copy, bytes);
+    doc.TempCopyPath = copied ? copy : file;
 }
 
 Status refreshBackup(platform::Services& services, const Path& file, ByteSpan bytes) {

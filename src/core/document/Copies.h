@@ -11,7 +11,8 @@ namespace tallybook::document {
 inline constexpr int kOlderBackups = 5;
 
 // Puts the bytes of `file` into the temporary copy, which pictures are copied from at the next save. When that
-// fails, they are copied from the file itself: TempCopyPath names whichever is whole.
+// fails, they are copied from the file itself: TempCopyPath names whichever is whole. A database without an Image
+// field has no picture to copy; then nothing is written, and TempCopyPath names the file.
 void renewTempCopy(model::Document& doc, platform::Services& services, const std::filesystem::path& file,
                    platform::ByteSpan bytes);
 

@@ -6,12 +6,7 @@ namespace tallybook::model {
 
 namespace {
 
-constexpr std::size_t kShortLength = 255;    // the length byte that says that four bytes of length follow
 constexpr std::uint32_t kCompactFrom = 4096; // unused bytes of a block before it is worth packing
-
-std::size_t storedSize(std::size_t length) {
-    return length + (length < kShortLength ? 1 : 1 + sizeof(std::uint32_t));
-}
 
 } // namespace
 
@@ -20,8 +15,11 @@ void TextColumn::beginBlock(std::uint32_t index) {
         m_blocks.resize(index + 1);
     if (index == 0)
         return;
-    const Block& before = m_blocks[index - 1];
+    Block& before = m_blocks[index - 1];
+    before.words.trim();
     const std::size_t texts = before.texts.size();
+    if (before.texts.capacity() > texts + texts / 2)
+        before.texts.shrink_to_fit();
     m_blocks[index].words.reserveLike(before.words);
     m_blocks[index].texts.reserve(texts + texts / 8);
 }
@@ -41,14 +39,10 @@ std::uint32_t TextColumn::appendText(Block& block, std::string_view text) {
     return position;
 }
 
-std::string_view TextColumn::textAt(const Block& block, std::uint32_t position) {
-    const char* start = block.texts.data() + position;
-    const std::size_t length = static_cast<unsigned char>(*start);
-    if (length < kShortLength)
-        return {start + 1, length};
-    std::uint32_t longLength = 0;
-    std::memcpy(&longLength, start + 1, sizeof longLength);
-    return {start + 1 + sizeof longLength, longLength};
+std::string_view TextColumn::longTextAt(const char* length) {
+    std::uint32_t size = 0;
+    std::memcpy(&size, length, sizeof size);
+    return {length + sizeof size, size};
 }
 
 void TextColumn::forgetPlainText(Block& block, std::uint32_t place) {
@@ -78,15 +72,6 @@ std::size_t TextColumn::textBytes() const {
     for (const Block& block : m_blocks)
         bytes += block.texts.size() - block.unused;
     return bytes;
-}
-
-std::string_view TextColumn::text(std::uint32_t row, std::string& scratch) const {
-    const StoredCell cell = stored(row);
-    if (cell.kind != StoredCell::Kind::Word)
-        return cell.text;
-    scratch.clear();
-    m_coder->append(cell.word, scratch);
-    return scratch;
 }
 
 void TextColumn::setText(std::uint32_t row, std::string_view text) {

@@ -35,8 +35,18 @@ public:
         return block < m_blocks.size() ? m_blocks[block].words.filled(group % (kBlockRows / kGroupRows)) : 0;
     }
 
+    // How many groups of 64 rows have been in use.
+    std::uint32_t groups() const { return static_cast<std::uint32_t>(m_blocks.size()) * (kBlockRows / kGroupRows); }
+
     // The text of a row. The view lies in the column or in `scratch` and lasts until either changes.
-    std::string_view text(std::uint32_t row, std::string& scratch) const;
+    std::string_view text(std::uint32_t row, std::string& scratch) const {
+        const StoredCell cell = stored(row);
+        if (cell.kind != StoredCell::Kind::Word)
+            return cell.text;
+        scratch.clear();
+        m_coder->append(cell.word, scratch);
+        return scratch;
+    }
 
     StoredCell stored(std::uint32_t row) const {
         if (!has(row))
@@ -77,6 +87,11 @@ public:
     CellCoder* coder() const { return m_coder.get(); }
 
 private:
+    static constexpr std::size_t kShortLength = 255; // the length byte that says that four bytes of length follow
+    static std::size_t storedSize(std::size_t length) {
+        return length + (length < kShortLength ? 1 : 1 + sizeof(std::uint32_t));
+    }
+
     struct Block {
         WordBlock words;
         RowBits plain{};
@@ -92,7 +107,12 @@ private:
     }
     void beginBlock(std::uint32_t index);
     static std::uint32_t appendText(Block& block, std::string_view text);
-    static std::string_view textAt(const Block& block, std::uint32_t position);
+    static std::string_view textAt(const Block& block, std::uint32_t position) {
+        const char* start = block.texts.data() + position;
+        const std::size_t length = static_cast<unsigned char>(*start);
+        return length < kShortLength ? std::string_view(start + 1, length) : longTextAt(start + 1);
+    }
+    static std::string_view longTextAt(const char* length);
     static void forgetText(Block& block, std::uint32_t place) {
         if (bitOf(block.plain, place))
             forgetPlainText(block, place);

@@ -38,6 +38,12 @@ public:
         m_values.reserve(std::min<std::size_t>(kBlockRows, count + count / 8 + 1));
     }
 
+    // Gives back the room of a block that has outgrown what was made for it, and doubled.
+    void trim() {
+        if (m_values.capacity() > m_values.size() + m_values.size() / 2)
+            m_values.shrink_to_fit();
+    }
+
     // The rows of a group of 64 that have a value, a bit each.
     std::uint64_t filled(std::uint32_t group) const { return m_filled[group]; }
 

@@ -11,10 +11,6 @@ constexpr std::size_t kStep = 32 * 1024;
 
 } // namespace
 
-std::string_view storedPart(std::string_view text, std::size_t length) {
-    return text.substr(0, length).substr(0, text.find('\0'));
-}
-
 platform::Bytes ByteWriter::take() {
     m_bytes.resize(std::exchange(m_size, 0));
     return std::move(m_bytes);

@@ -13,7 +13,10 @@
 namespace tallybook::pdb {
 
 // The part of a text that a file can hold: at most `length` characters, and none from the first NUL on.
-std::string_view storedPart(std::string_view text, std::size_t length);
+inline std::string_view storedPart(std::string_view text, std::size_t length) {
+    const std::string_view part = text.substr(0, length);
+    return part.substr(0, part.find('\0'));
+}
 
 // Numbers are big-endian; negative ones in two's complement.
 class ByteWriter {
@@ -37,6 +40,13 @@ public:
     void outBytes(platform::ByteSpan bytes) { copy(bytes.data(), bytes.size()); }
     void outText(std::string_view text) { copy(text.data(), text.size()); } // the bytes alone
     void outZeroText(std::string_view text);                                // up to a NUL in it, and a NUL behind
+    // The length in a byte, the text, and a NUL. The text has at most 255 bytes and no NUL.
+    void outCountedText(std::string_view text) {
+        std::uint8_t* bytes = grow(text.size() + 2);
+        bytes[0] = static_cast<std::uint8_t>(text.size());
+        std::memcpy(bytes + 1, text.data(), text.size());
+        bytes[text.size() + 1] = 0;
+    }
     // The text and NULs up to the width. A text that is as long or longer stands whole, without a NUL.
     void outPaddedText(std::string_view text, std::size_t width);
     // The same, but a longer text is cut: an area of exactly `width` bytes.

@@ -46,7 +46,8 @@ bool readsBack(float value, int decimals) {
     const double units = value * power;
     if (!(std::abs(units) < kMostUnits))
         return false;
-    return static_cast<float>(static_cast<double>(std::lrint(units)) / power) == value;
+    const auto whole = static_cast<std::int64_t>(units + (units < 0 ? -0.5 : 0.5));
+    return static_cast<float>(static_cast<double>(whole) / power) == value;
 }
 
 std::optional<std::size_t> colourIndex(std::uint32_t colour) {
@@ -195,7 +196,7 @@ void RecordBuilder::buildText(const Slot& slot) {
     if (text.empty())
         return;
     outCell(slot);
-    outCountedText(text);
+    m_bytes->outCountedText(text);
 }
 
 // | 2 | length | n+1 | text |
@@ -266,7 +267,7 @@ void RecordBuilder::buildJoin(const Slot& slot) {
     m_bytes->outByte(slot.keyType);
     switch (static_cast<FieldType>(slot.keyType)) {
     case FieldType::Text:
-        outCountedText(storedPart(key, key.size() > layout::kMostKeyText ? model::kTextLength : key.size()));
+        m_bytes->outCountedText(storedPart(key, key.size() > layout::kMostKeyText ? model::kTextLength : key.size()));
         break;
     case FieldType::Integer:
         m_bytes->outWord(static_cast<std::uint16_t>(calc::toInt16(key, m_services.regional).value_or(0)));
@@ -285,7 +286,7 @@ void RecordBuilder::buildAddress(const Slot& slot) {
     outCell(slot, bitsOf(id));
     const std::string_view text = storedPart(textOf(slot), model::kTextLength);
     if (!text.empty())
-        outCountedText(text);
+        m_bytes->outCountedText(text);
 }
 
 // | 1 | colour | then a text as in buildText. A colour outside the five has no byte; nothing sets one.
@@ -296,7 +297,7 @@ void RecordBuilder::buildConditional(const Slot& slot) {
     outCell(slot);
     if (const auto index = colourIndex(slot.colours->get(m_row).value_or(0)))
         m_bytes->outByte(static_cast<std::uint8_t>(*index));
-    outCountedText(text);
+    m_bytes->outCountedText(text);
 }
 
 // The value by the field's result type; no cell for a number of 0.
@@ -321,7 +322,7 @@ void RecordBuilder::buildAdvResult(const Slot& slot) {
     if (text.empty())
         m_bytes->outByte(0);
     else
-        outCountedText(text);
+        m_bytes->outCountedText(text);
 }
 
 // | 2 | L | 1 | 0 | L - 1 | picture | 1 | 0 |
@@ -364,12 +365,6 @@ void RecordBuilder::outCell(const Slot& slot, std::uint32_t value) {
     m_bytes->outBytes(std::array{header[0], header[1], static_cast<std::uint8_t>(value >> 24),
                                  static_cast<std::uint8_t>(value >> 16), static_cast<std::uint8_t>(value >> 8),
                                  static_cast<std::uint8_t>(value)});
-}
-
-void RecordBuilder::outCountedText(std::string_view text) {
-    m_bytes->outByte(static_cast<std::uint8_t>(text.size()));
-    m_bytes->outText(text);
-    m_bytes->outByte(0);
 }
 
 std::array<std::uint8_t, 2> RecordBuilder::cellHeader(const Slot& slot) {

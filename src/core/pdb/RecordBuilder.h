@@ -67,7 +67,6 @@ private:
 
     void outCell(const Slot& slot) { m_bytes->outBytes(cellHeader(slot)); }
     void outCell(const Slot& slot, std::uint32_t value); // with a body of 4 bytes
-    void outCountedText(std::string_view text);
     static std::array<std::uint8_t, 2> cellHeader(const Slot& slot);
 
     // The cell of the current row as a value of the file; nothing for an empty text or one that does not convert.
