@@ -108,12 +108,14 @@ std::string forms(ByteSpan input) {
     return recordTrip(input, pdb::LoadFormProp20, pdb::buildForms);
 }
 
-// A view's count of columns is that of its highest used one when it is written.
+// A view ends with its highest used column when it is written.
 std::string views(ByteSpan input) {
     const auto read = [](ByteReader& in, DatabaseModel& db) {
         const auto status = pdb::LoadViewProp20(in, db);
-        for (model::ViewDef& view : db.Views)
+        for (model::ViewDef& view : db.Views) {
             view.NumCols = static_cast<std::uint8_t>(model::highestColumn(view));
+            std::fill(view.Columns.begin() + view.NumCols, view.Columns.end(), model::ViewColumn{});
+        }
         return status;
     };
     return recordTrip(input, read, pdb::buildViews);
