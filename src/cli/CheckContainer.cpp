@@ -109,7 +109,7 @@ void checkGaps(ByteSpan file, const FileMap& map, Findings& findings) {
 
 void checkLeadingBytes(ByteSpan file, const FileMap& map, Findings& findings) {
     for (const ListEntry& entry : map.entries) {
-        if (entry.record < 0)
+        if (entry.record < 0 || entry.offset > file.size()) // the latter has been told
             continue;
         const int expected = std::min(entry.record, model::kFixedRecords);
         if (entry.bytes.size() == 0)

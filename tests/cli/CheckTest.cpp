@@ -153,8 +153,9 @@ TEST(CheckContainerTest, findsARecordBeyondTheEnd) {
     Victim victim;
     const std::string size = std::to_string(victim.file.size());
     victim.setOffset(89, 0x7FFFFFFF);
-    EXPECT_TRUE(
-        has(victim.lines(), place(89, victim.entry(89)) + "it starts at byte 2147483647, the file has " + size));
+    const Lines lines = victim.lines();
+    EXPECT_TRUE(has(lines, place(89, victim.entry(89)) + "it starts at byte 2147483647, the file has " + size));
+    EXPECT_FALSE(has(lines, place(89, victim.file.size()) + "it has no bytes")); // said once is enough
 }
 
 TEST(CheckContainerTest, findsWrongLeadingBytes) {
