@@ -76,4 +76,19 @@ void appendSingle(float value, int decimals, char point, std::string& out) {
         appendSingleByDigits(value, decimals, point, out);
 }
 
+std::optional<double> displayedValue(float value, int decimals) {
+    const auto bits = std::bit_cast<std::uint32_t>(value);
+    const auto scaled = scaledMagnitude(bits, decimals);
+    // Up to 2^53 the magnitude is exact, and the quotient is rounded once: the double nearest to the digits shown.
+    if (scaled && *scaled < std::uint64_t{1} << 53) {
+        const double magnitude = static_cast<double>(*scaled) / kPowersOfTen[decimals];
+        return bits >> 31 != 0 && *scaled != 0 ? -magnitude : magnitude;
+    }
+    if (!std::isfinite(value))
+        return std::nullopt;
+    Decimal number = shortestDigits(value);
+    roundToPlaces(number, decimals);
+    return nearestDouble(number);
+}
+
 } // namespace tallybook::calc

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace tallybook::calc {
@@ -11,7 +12,11 @@ namespace tallybook::calc {
 // zero. A value that rounds to zero has no sign; infinities and what is no number append nothing.
 void appendSingle(float value, int decimals, char point, std::string& out);
 
-// The same by digits of any length, for values that integer arithmetic cannot decide; tests compare the two.
+// The double that the display of the single reads as; nothing when there is none.
+std::optional<double> displayedValue(float value, int decimals);
+
+// The same text as appendSingle by digits of any length, for values that integer arithmetic cannot decide; tests
+// compare the two.
 void appendSingleByDigits(float value, int decimals, char point, std::string& out);
 
 // Appends whole * 10^-decimals; the sign is left out for zero.
