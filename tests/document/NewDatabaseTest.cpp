@@ -28,6 +28,8 @@ TEST_F(NewDatabase, hasCategoriesAndNothingElse) {
     EXPECT_EQ(doc.CurrDB20.NumFields, 1);
     EXPECT_EQ(doc.CurrDB20.Views[0].Name, "View01");
     EXPECT_EQ(doc.CurrDB20.NumViews, 1);
+    EXPECT_EQ(doc.CurrDB20.AutoIncNext.at(1), 1);
+    EXPECT_EQ(doc.CurrDB20.AutoIncNext.at(80), 1);
     EXPECT_TRUE(t.user.atRest());
 }
 

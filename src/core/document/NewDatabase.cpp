@@ -15,8 +15,10 @@ std::string freeName(int slot) {
 void setDefaults(model::DatabaseModel& db) {
     db.Fields[0].Type = model::FieldType::List;
     db.Fields[0].Name = "Categories";
-    for (int slot = 1; slot <= model::MaxUserFields; ++slot)
+    for (int slot = 1; slot <= model::MaxUserFields; ++slot) {
         db.Fields[static_cast<std::size_t>(slot)].Name = freeName(slot);
+        db.AutoIncNext[slot] = 1;
+    }
     db.NumFields = 1;
     db.Views[0].Name = "View01";
     db.NumViews = 1;

@@ -155,7 +155,8 @@ bool deleteRecord(model::Document& doc, platform::Services& services) {
         sayNothingToDelete(services);
         return false;
     }
-    saveCell(doc, services);
+    if (!saveCell(doc, services))
+        return false;
     if (!confirms(services, "Delete current record.  Are you sure?") || !ModifyRecord(doc, services))
         return false;
     const platform::HourGlass wait(services.ui);
@@ -166,8 +167,7 @@ bool deleteRecord(model::Document& doc, platform::Services& services) {
 }
 
 bool deleteAllRecords(model::Document& doc, platform::Services& services) {
-    saveCell(doc, services);
-    if (refuseReadOnly(doc, services))
+    if (!saveCell(doc, services) || refuseReadOnly(doc, services))
         return false;
     if (model::hasNoRecords(doc)) {
         sayNothingToDelete(services);

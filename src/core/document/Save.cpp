@@ -221,7 +221,8 @@ Outcome saveAsSub(model::Document& doc, Services& services) {
 }
 
 bool CheckSaveChanges(model::Document& doc, Services& services) {
-    saveCell(doc, services);
+    if (!saveCell(doc, services))
+        return false;
     if (!doc.DocModified)
         return true;
     const Answer answer =

@@ -17,8 +17,8 @@ using model::EditorKind;
 using model::FieldType;
 using platform::Icon;
 
-// What a commit did to the record: only a change is stamped.
-enum class Commit { Unchanged, Changed };
+// What a commit did to the record: only a change is stamped. A number that the spin box refuses has become "0".
+enum class Commit { Unchanged, Changed, Refused, RefusedAndChanged };
 
 // An editor that has been taken off its cell.
 struct Edit {
@@ -52,13 +52,14 @@ Commit commitSpin(const Edit& edit) {
     if (!value) {
         showCritical(edit.services, "Value not accepted for this field.");
         edit.setCellText("0");
-        return markChanged(edit.doc);
+        edit.doc.DocModified = true;
+        return Commit::RefusedAndChanged;
     }
     const WholeRange& range = rangeOf(edit.field().Type);
     if (!range.holds(*value)) {
         showCritical(edit.services, range.message);
         edit.setCellText("0");
-        return Commit::Unchanged;
+        return Commit::Refused;
     }
     edit.setCellText(std::to_string(static_cast<std::int32_t>(std::trunc(*value))));
     return markChanged(edit.doc);
@@ -172,14 +173,16 @@ bool isWritable(const model::Document& doc) {
 
 } // namespace
 
-void saveCell(model::Document& doc, platform::Services& services) {
+bool saveCell(model::Document& doc, platform::Services& services) {
     if (!doc.editor.open() || !isFieldColumn(doc.editor.col))
-        return;
+        return true;
     const bool accepted = textIsAccepted(doc, services);
     const Edit edit{doc, services, std::move(doc.editor)};
     cancelEdit(doc);
-    if (accepted && commitEditor(edit) == Commit::Changed)
+    const Commit commit = accepted ? commitEditor(edit) : Commit::Refused;
+    if (commit == Commit::Changed || commit == Commit::RefusedAndChanged)
         stampRow(doc, services, edit.editor.row);
+    return commit == Commit::Unchanged || commit == Commit::Changed;
 }
 
 void cancelEdit(model::Document& doc) {
