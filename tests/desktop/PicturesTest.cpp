@@ -136,6 +136,10 @@ TEST_P(Pictures, menus) {
         menu->resize(menu->sizeHint());
         keep(*menu, name);
     }
+    find<QMenu>("mnuFile")->setActiveAction(action("mnuFileSave"));
+    keep(*find<QMenu>("mnuFile"), "mnuFile-hovered");
+    find<QMenu>("mnuEdit")->setActiveAction(action("mnuEditCopy"));
+    keep(*find<QMenu>("mnuEdit"), "mnuEdit-hovered");
 }
 
 TEST_P(Pictures, dialogs) {

@@ -1,5 +1,7 @@
 #include "desktop/platform/Resources.h"
 
+#include "desktop/platform/EdgedIcon.h"
+
 #include <QtGlobal>
 
 // A library that is linked statically brings its resources only when asked. The macro wants to stand outside of
@@ -15,7 +17,7 @@ QIcon icon(const QString& name) {
         bringResources();
         return true;
     }();
-    return QIcon(QStringLiteral(":/icons/%1.svg").arg(name));
+    return QIcon(new EdgedIcon(QIcon(QStringLiteral(":/icons/%1.svg").arg(name)))); // the icon owns its engine
 }
 
 } // namespace tallybook::desktop
