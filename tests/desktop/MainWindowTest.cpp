@@ -17,6 +17,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStandardItemModel>
 #include <QStatusBar>
@@ -24,6 +25,7 @@
 #include <QToolBar>
 
 #include <map>
+#include <stdexcept>
 
 namespace tallybook::test {
 namespace {
@@ -313,6 +315,41 @@ TEST_F(MainWindow, closingTakesWhatIsStillInTheEditor) {
     EXPECT_EQ(savedFile()->grd.text(2, columnOfSlot(kTitle)), "Pending");
 }
 
+TEST_F(MainWindow, aRefusedEditEndsNew) {
+    openSample();
+    click(0, kPages);
+    type("x");
+    script.expect([](QWidget& box) { pressButton(box, QStringLiteral("OK")); });
+    trigger("mnuFileNew");
+    EXPECT_EQ(doc().CurrFileName, "MS2_Books.pdb");
+}
+
+TEST_F(MainWindow, aDatabaseSavedAtClosingIsARecentFile) {
+    show();
+    files.addFolder("/tmp");
+    trigger("mnuFileNew");
+    trigger("mnuRecordAdd");
+    script.expectMessage(QStringLiteral("Do you want to save the changes you made to New Database ?"),
+                         QStringLiteral("Yes"));
+    script.expect([](QWidget& dialog) {
+        auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        name->setText(QStringLiteral("/tmp/MS2_Fresh.pdb"));
+        QTest::keyClick(name, Qt::Key_Return);
+    });
+    trigger("mnuFileClose");
+    EXPECT_EQ(window().DocState(), 0);
+    EXPECT_EQ(recentItems(), std::vector<QString>{QStringLiteral("&1 /tmp/MS2_Fresh.pdb")});
+}
+
+// Opened by a name with blanks it is the file with underscores, which a save names too.
+TEST_F(MainWindow, aRecentFileIsNamedAsOnTheDisk) {
+    putSample();
+    files.put("/data/MS2_My_Books.pdb", files.bytes(kSamplePath));
+    show();
+    window().openFile("/data/MS2_My Books.pdb");
+    EXPECT_EQ(recentItems(), std::vector<QString>{QStringLiteral("&1 /data/MS2_My_Books.pdb")});
+}
+
 TEST_F(MainWindow, closingTheWindowAsksToo) {
     openSample();
     rename("Kept");
@@ -384,6 +421,8 @@ TEST_F(MainWindow, recentFilesSurviveTheProgram) {
 
 TEST_F(MainWindow, theFirstStartPlacesTheWindowInTwips) {
     desktop::frmMain first(services, user, settings);
+    for (const QAction* one : first.findChild<QMenu*>(QStringLiteral("mnuFile"))->actions())
+        EXPECT_NE(one->objectName(), QStringLiteral("mnuMRUList"));
     const double dpi = first.logicalDpiX();
     EXPECT_EQ(first.geometry(), QRect(desktop::pixelsOf(1000, dpi), desktop::pixelsOf(1000, dpi),
                                       desktop::pixelsOf(6500, dpi), desktop::pixelsOf(6500, dpi)));
@@ -614,6 +653,42 @@ TEST_F(MainWindow, allControlsOfTheDocumentBearTheirNames) {
     for (const char* name : {"grd", "CmbView", "CmbFilter", "cmdEdit", "Text1", "cmb1", "cmb2", "MebSpin", "UpDown1",
                              "DTPickerMS2", "cursor", "sbStatusBar", "tbToolBar", "PrintToolBar"})
         find<QWidget>(name);
+}
+
+struct BrokenSettings : MemorySettings {
+    platform::Status save() override { throw std::runtime_error("the store is gone"); }
+};
+
+TEST_F(MainWindow, anUnexpectedErrorIsShownUnderItsCommand) {
+    show(); // the guards of the fixture's window
+    BrokenSettings broken;
+    desktop::frmMain frame(services, user, broken);
+    frame.show();
+    const auto run = [&frame](const char* command) {
+        frame.findChild<QAction*>(QString::fromLatin1(command))->trigger();
+    };
+    run("mnuFileNew");
+    script.expect([](QWidget& dialog) {
+        EXPECT_EQ(dialog.objectName(), QStringLiteral("dlgError"));
+        EXPECT_EQ(dialog.findChild<QLabel*>(QStringLiteral("LblProcName"))->text(),
+                  QStringLiteral("Tallybook Pocket : Field Types"));
+        EXPECT_TRUE(dialog.findChild<QPlainTextEdit*>(QStringLiteral("Text1"))
+                        ->toPlainText()
+                        .endsWith(QStringLiteral("Description : the store is gone")));
+        pressButton(dialog, QStringLiteral("Cancel"));
+    });
+    run("mnuViewFieldTypes");
+    EXPECT_EQ(frame.DocState(), 1); // and the program goes on
+}
+
+TEST_F(MainWindow, thePreviewsButtonsBearTheirKeys) {
+    show();
+    QStringList keys;
+    for (const QAction* one : find<QToolBar>("PrintToolBar")->actions())
+        keys += one->objectName();
+    EXPECT_EQ(keys.join(QLatin1Char(' ')),
+              QStringLiteral("printfirst printprevious printnext printlast printzoomin printzoomout printclose "
+                             "pgsetup print"));
 }
 
 TEST_F(MainWindow, theErrorDialogsAbortEndsWithoutAQuestion) {

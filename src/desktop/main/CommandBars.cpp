@@ -123,6 +123,7 @@ void CommandBars::makePrintToolBar(QMainWindow& window) {
     m_printToolBar->setContextMenuPolicy(Qt::PreventContextMenu);
     for (const PrintButton& button : kPrintButtons) {
         QAction* action = m_printToolBar->addAction(icon(toQt(button.key)), toQt(button.toolTip));
+        action->setObjectName(toQt(button.key));
         action->setEnabled(false);
     }
     m_printToolBar->hide();

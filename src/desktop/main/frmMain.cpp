@@ -2,6 +2,7 @@
 
 #include "core/document/CellEditing.h"
 #include "core/document/OpenSave.h"
+#include "core/platform/Ansi.h"
 #include "core/platform/OwnTexts.h"
 #include "core/shell/OpenChoice.h"
 #include "core/shell/ProgramSettings.h"
@@ -28,7 +29,8 @@ namespace tallybook::desktop {
 
 namespace {
 
-constexpr int kPrinters = 1;      // printing to a PDF file always works
+constexpr int kPrinters = 1; // printing to a PDF file always works
+constexpr std::string_view kOpenTag = "Tallybook Pocket : Open";
 constexpr int kWindowMargin = 60; // pixels of a restored window that must be on a screen
 
 using platform::Icon;
@@ -121,12 +123,24 @@ void frmMain::restore() {
     m_bars->action("mnuViewStatusBar")->setChecked(true);
 }
 
+// The handler of what nobody expected. Guards have unwound when the dialog comes; the operation is over, whichever
+// button leaves it.
+void frmMain::attempt(std::string_view tag, const std::function<void()>& operation) {
+    try {
+        operation();
+    } catch (const std::exception& error) {
+        m_ui.showError({.tag = std::string(tag), .text = platform::ansi::fromUtf8(error.what())});
+    }
+}
+
 void frmMain::run(const QString& name) {
     const std::string key = fromQt(name);
     for (const Route& route : routes())
         if (route.name == key) {
-            m_document->takeEditor();
-            (this->*route.handler)();
+            attempt(route.tag, [this, &route] {
+                m_document->takeEditor();
+                (this->*route.handler)();
+            });
             m_document->showDocument();
             return;
         }
@@ -170,8 +184,11 @@ bool frmMain::mayCloseDocument() {
     if (m_doc == nullptr)
         return true;
     m_document->takeEditor();
-    document::saveCell(*m_doc, m_services);
-    const bool may = document::CheckSaveChanges(*m_doc, m_services);
+    const bool accepted = document::saveCell(*m_doc, m_services);
+    const bool changed = m_doc->DocModified;
+    const bool may = accepted && document::CheckSaveChanges(*m_doc, m_services);
+    if (may && changed && !m_doc->DocModified)
+        noteRecent(m_doc->CurrFilePath); // the question's Yes has saved it
     m_document->showDocument();
     return may && !m_ui.aborted();
 }
@@ -204,7 +221,7 @@ void frmMain::openFile(const std::filesystem::path& path) {
     switch (document::OpenDatabase(*fresh, m_services, path)) {
     case document::Outcome::Done:
         loadDocument(std::move(fresh));
-        noteRecent(path);
+        noteRecent(m_doc->CurrFilePath); // on the disk its blanks may be underscores
         break;
     case document::Outcome::Cancelled:
         HandleDocumentClose();
@@ -215,7 +232,8 @@ void frmMain::openFile(const std::filesystem::path& path) {
 }
 
 void frmMain::openRecent(int number) {
-    openFile(pathOf(m_recent[static_cast<std::size_t>(number)])); // a copy: opening changes the list
+    const std::filesystem::path path = pathOf(m_recent[static_cast<std::size_t>(number)]); // opening changes the list
+    attempt(kOpenTag, [this, &path] { openFile(path); });
 }
 
 void frmMain::noteRecent(const std::filesystem::path& path) {
@@ -265,7 +283,7 @@ void frmMain::dropEvent(QDropEvent* event) {
         return;
     event->acceptProposedAction();
     QMetaObject::invokeMethod(
-        this, [this, path] { openFile(*path); }, Qt::QueuedConnection);
+        this, [this, path] { attempt(kOpenTag, [this, &path] { openFile(*path); }); }, Qt::QueuedConnection);
 }
 
 } // namespace tallybook::desktop

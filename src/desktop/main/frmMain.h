@@ -12,6 +12,7 @@
 #include <QMainWindow>
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <span>
 
@@ -73,6 +74,7 @@ private:
     struct Route {
         std::string_view name;
         Handler handler;
+        std::string_view tag; // heads the error dialog when something unexpected happens
     };
     static std::span<const Route> routes();
 
@@ -80,6 +82,7 @@ private:
     void makeDocumentWindow();
     void restore();
     void run(const QString& name);
+    void attempt(std::string_view tag, const std::function<void()>& operation);
     void loadDocument(std::unique_ptr<model::Document> doc);
     bool closeDocument();
     bool mayCloseDocument();
