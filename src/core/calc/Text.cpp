@@ -128,6 +128,24 @@ bool matchesNothing(const Element& element) {
     return element.kind == '[' && element.list.empty() && !element.excluded;
 }
 
+bool equalFolded(const char* a, const char* b, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i)
+        if (kUpper[byteOf(a[i])] != kUpper[byteOf(b[i])])
+            return false;
+    return true;
+}
+
+// The first character is looked for alone: most places fail there.
+std::size_t findFolded(std::string_view text, std::string_view needle) {
+    if (needle.empty())
+        return 1;
+    const std::uint8_t first = kUpper[byteOf(needle[0])];
+    for (std::size_t at = 0; at + needle.size() <= text.size(); ++at)
+        if (kUpper[byteOf(text[at])] == first && equalFolded(text.data() + at, needle.data(), needle.size()))
+            return at + 1;
+    return 0;
+}
+
 std::string replaced(std::string_view text, std::string_view what, std::string_view with) {
     std::string result;
     result.reserve(text.size());
@@ -177,10 +195,7 @@ std::size_t findText(std::string_view text, std::string_view needle, TextCase mo
         const auto at = text.find(needle);
         return at == std::string_view::npos ? 0 : at + 1;
     }
-    const auto at = std::search(text.begin(), text.end(), needle.begin(), needle.end(),
-                                [](char a, char b) { return kUpper[byteOf(a)] == kUpper[byteOf(b)]; });
-    const bool found = at != text.end() || needle.empty();
-    return found ? static_cast<std::size_t>(at - text.begin()) + 1 : 0;
+    return findFolded(text, needle);
 }
 
 // Every element but the star matches one character or none, so that only the last star passed may need to take
