@@ -94,9 +94,9 @@ constexpr std::array kCommands = {
     Command{"mnuHelpAbout", "&About Tallybook Pocket Desktop", "", 0, "", "", Always, kBuilt, "mnuHelp", kLine,
             "Show the version"},
 
-    Command{"mnuColumnSorta", "Sort &Ascending", "", 0, "", "", WithDocument, kToCome, "mnuColumn", false,
+    Command{"mnuColumnSorta", "Sort &Ascending", "", 0, "", "", WithDocument, kBuilt, "mnuColumn", false,
             "Sort the records on this column"},
-    Command{"mnuColumnSortd", "Sort &Descending", "", 0, "", "", WithDocument, kToCome, "mnuColumn", false,
+    Command{"mnuColumnSortd", "Sort &Descending", "", 0, "", "", WithDocument, kBuilt, "mnuColumn", false,
             "Sort the records on this column, the last first"},
     Command{"mnuFieldProps", "Field &Properties...", "", 0, "", "", WithDocument, kToCome, "mnuColumn", kLine,
             "Change the field of this column"},
@@ -109,8 +109,8 @@ constexpr std::array kCommands = {
     Command{"mnuRowCancel", "&Cancel", "", 0, "", "", WithDocument, kBuilt, "mnuRow", kLine, ""},
 
     // The sort buttons refuse while a view is shown, the items of the column's menu do not: commands of their own.
-    Command{"", "", "", 17, "sorta", "Sort Ascending", WithDocument, kToCome, "", false, ""},
-    Command{"", "", "", 18, "sortd", "Sort Descending", WithDocument, kToCome, "", false, ""},
+    Command{"", "", "", 17, "sorta", "Sort Ascending", WithDocument, kBuilt, "", false, ""},
+    Command{"", "", "", 18, "sortd", "Sort Descending", WithDocument, kBuilt, "", false, ""},
     Command{"", "", "", 20, "bestfit", "Best Fit", WithDocument, kBuilt, "", false, ""},
 };
 // clang-format on

@@ -3,6 +3,7 @@
 #include "core/document/OpenSave.h"
 #include "core/document/Records.h"
 #include "core/document/SecuritySetting.h"
+#include "core/document/Sort.h"
 #include "core/shell/OpenChoice.h"
 #include "core/shell/ProgramSettings.h"
 #include "core/shell/Version.h"
@@ -22,6 +23,8 @@
 #include <QToolBar>
 
 namespace tallybook::desktop {
+
+using document::SortDirection;
 
 std::span<const frmMain::Route> frmMain::routes() {
     static constexpr Route kRoutes[] = {
@@ -47,8 +50,12 @@ std::span<const frmMain::Route> frmMain::routes() {
         {"mnuHelpSearchForHelpOn", &frmMain::mnuHelp, "Tallybook Pocket : Search for Help on"},
         {"mnuHelpAbout", &frmMain::mnuHelpAbout, "Tallybook Pocket : About"},
         {"mnuColumnConvertToKeys", &frmMain::mnuColumnConvertToKeys, "Tallybook Pocket : Convert to Keys"},
+        {"mnuColumnSorta", &frmMain::mnuColumnSorta, "Tallybook Pocket : Sort Ascending"},
+        {"mnuColumnSortd", &frmMain::mnuColumnSortd, "Tallybook Pocket : Sort Descending"},
         {"mnuCancel", &frmMain::doNothing, "Tallybook Pocket : Cancel"},
         {"mnuRowCancel", &frmMain::doNothing, "Tallybook Pocket : Cancel"},
+        {"sorta", &frmMain::sortAscending, "Tallybook Pocket : Toolbar Clicked"},
+        {"sortd", &frmMain::sortDescending, "Tallybook Pocket : Toolbar Clicked"},
         {"bestfit", &frmMain::bestFit, "Tallybook Pocket : Toolbar Clicked"},
     };
     return kRoutes;
@@ -149,6 +156,22 @@ void frmMain::mnuHelpAbout() {
 
 void frmMain::mnuColumnConvertToKeys() {
     document::convertColumnToKeys(*m_doc, m_services);
+}
+
+void frmMain::mnuColumnSorta() {
+    document::sortCol(*m_doc, m_services, SortDirection::Ascending);
+}
+
+void frmMain::mnuColumnSortd() {
+    document::sortCol(*m_doc, m_services, SortDirection::Descending);
+}
+
+void frmMain::sortAscending() {
+    document::sortFromToolBar(*m_doc, m_services, SortDirection::Ascending);
+}
+
+void frmMain::sortDescending() {
+    document::sortFromToolBar(*m_doc, m_services, SortDirection::Descending);
 }
 
 void frmMain::bestFit() {

@@ -67,6 +67,10 @@ private:
     void mnuHelp();
     void mnuHelpAbout();
     void mnuColumnConvertToKeys();
+    void mnuColumnSorta();
+    void mnuColumnSortd();
+    void sortAscending(); // the buttons refuse while a view is shown
+    void sortDescending();
     void bestFit();
     void doNothing() {} // the Cancel of a pop-up menu
 
