@@ -16,6 +16,8 @@
 #include <QTest>
 #include <QToolButton>
 
+#include <stdexcept>
+
 namespace tallybook::test {
 namespace {
 
@@ -227,6 +229,45 @@ TEST_F(Editing, anEditStampsTheRecord) {
     type("Stamped");
     key(Qt::Key_Return);
     EXPECT_EQ(text(1, kChanged), "3/5/2003");
+}
+
+struct StoppedClock : platform::Clock {
+    platform::LocalTime now() const override { throw std::runtime_error("the clock has stopped"); }
+};
+
+TEST_F(Editing, anUnexpectedErrorIsShownUnderItsOperation) {
+    putSample();
+    show();
+    const StoppedClock stopped;
+    platform::Services timeless{user, files, stopped, regional, "/app"};
+    desktop::frmMain frame(timeless, user, settings);
+    frame.resize(1000, 600);
+    frame.show();
+    frame.openFile(kSamplePath);
+    QApplication::setActiveWindow(&frame);
+    desktop::GridView& cells = frame.documentWindow().grid();
+    const auto clickOn = [&cells](int row) {
+        QTest::mouseClick(cells.viewport(), Qt::LeftButton, {}, cells.cellRect(row, columnOfSlot(kTitle)).center());
+    };
+    clickOn(2);
+    auto* editor = frame.findChild<QLineEdit*>(QStringLiteral("Text1"));
+    QTest::keyClicks(editor, QStringLiteral("Late"));
+    script.expect([](QWidget& dialog) {
+        EXPECT_EQ(dialog.findChild<QLabel*>(QStringLiteral("LblProcName"))->text(),
+                  QStringLiteral("Tallybook Form : Keyboard Action on Data Edit"));
+        EXPECT_TRUE(dialog.findChild<QPlainTextEdit*>(QStringLiteral("Text1"))
+                        ->toPlainText()
+                        .endsWith(QStringLiteral("Description : the clock has stopped")));
+        pressButton(dialog, QStringLiteral("Cancel"));
+    });
+    QTest::keyClick(editor, Qt::Key_Return); // the stamp of the record wants the time
+    EXPECT_FALSE(editor->isVisible());
+    EXPECT_EQ(frame.document()->grd.text(2, columnOfSlot(kTitle)), "Late");
+    clickOn(3); // and the program goes on
+    EXPECT_TRUE(editor->isVisible());
+    cells.setFocus();
+    QTest::keyClick(editor, Qt::Key_Escape);
+    frame.document()->DocModified = false;
 }
 
 TEST_F(Editing, aClickFlipsACheckBoxAndMarksNothing) {

@@ -18,6 +18,8 @@ namespace {
 
 using document::EditAction;
 
+constexpr std::string_view kLeaveCell = "Tallybook Form : Leave Cell";
+
 // Lists the entries; only the first can be chosen, since the others' work is still to come.
 void listEntries(QComboBox& combo, const std::vector<std::string>& entries) {
     const QSignalBlocker quiet(&combo);
@@ -63,13 +65,17 @@ void frmDocument::setPopUpMenus(QMenu* column, QMenu* row) {
 }
 
 void frmDocument::connectGrid() {
-    connect(&grid(), &GridView::leavingCell, this, &frmDocument::commit);
-    connect(&grid(), &GridView::keyTyped, this, &frmDocument::typeOnCell);
-    connect(&grid(), &GridView::clicked, this, &frmDocument::clickCell);
-    connect(&grid(), &GridView::rightPressed, this, &frmDocument::popUp);
-    connect(&grid(), &GridView::tabPressed, this, &frmDocument::tabOn);
+    connect(&grid(), &GridView::leavingCell, this, operation(kLeaveCell, &frmDocument::commit));
+    connect(&grid(), &GridView::keyTyped, this,
+            operation("Tallybook Form : Key Presseed in Grid", &frmDocument::typeOnCell));
+    connect(&grid(), &GridView::clicked, this, operation("Tallybook Form : Click on Grid", &frmDocument::clickCell));
+    connect(&grid(), &GridView::rightPressed, this,
+            operation("Tallybook Form : Mouse Action on Grid", &frmDocument::popUp));
+    connect(&grid(), &GridView::tabPressed, this,
+            operation("Tallybook Form : Key Board Action on Grid", &frmDocument::tabOn));
     connect(&grid(), &GridView::currentCellChanged, this, &frmDocument::documentChanged);
-    connect(&grid(), &GridView::bestFitRequested, this, &frmDocument::bestFitColumn);
+    connect(&grid(), &GridView::bestFitRequested, this,
+            operation("Tallybook Form : Best Fit (Procedure)", &frmDocument::bestFitColumn));
     connect(&grid(), &GridView::columnResized, this, [this](int column, int twips) {
         m_doc->grd.setColumnWidth(column, twips);
         grid().refresh();
@@ -77,11 +83,16 @@ void frmDocument::connectGrid() {
 }
 
 void frmDocument::connectEditors() {
-    connect(m_editors, &CellEditors::keyPressed, this, &frmDocument::pressKey);
-    connect(m_editors, &CellEditors::textTyped, this, &frmDocument::takeTyped);
-    connect(m_editors, &CellEditors::spinAsked, this, &frmDocument::spin);
-    connect(m_editors, &CellEditors::entryChosen, this, &frmDocument::chooseEntry);
-    connect(m_editors, &CellEditors::clearDateAsked, this, &frmDocument::clearDate);
+    connect(m_editors, &CellEditors::keyPressed, this,
+            operation("Tallybook Form : Keyboard Action on Data Edit", &frmDocument::pressKey));
+    connect(m_editors, &CellEditors::textTyped, this,
+            operation("Tallybook Form : Text Change", &frmDocument::takeTyped));
+    connect(m_editors, &CellEditors::spinAsked, this,
+            operation("Tallybook Form : Key Press on Data Edit", &frmDocument::spin));
+    connect(m_editors, &CellEditors::entryChosen, this,
+            operation("Tallybook Form : ListType(1) - Clicked", &frmDocument::chooseEntry));
+    connect(m_editors, &CellEditors::clearDateAsked, this,
+            operation("Tallybook Form: MouseDown", &frmDocument::clearDate));
 }
 
 void frmDocument::setDocument(model::Document* doc) {
@@ -275,7 +286,7 @@ void frmDocument::resizeEvent(QResizeEvent* event) {
 // A click on a choice commits what is being edited.
 bool frmDocument::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonPress)
-        commit();
+        operation(kLeaveCell, &frmDocument::commit)();
     return QWidget::eventFilter(watched, event);
 }
 

@@ -4,6 +4,7 @@
 #include "core/document/CellEditing.h"
 #include "core/document/GridDisplay.h"
 #include "core/model/Document.h"
+#include "core/platform/Operation.h"
 #include "core/platform/Services.h"
 #include "desktop/platform/QtTextMeasure.h"
 
@@ -53,6 +54,13 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    // The handler as an operation of its own: what nobody expected is shown under the tag.
+    template <class... Arguments> auto operation(std::string_view tag, void (frmDocument::*handler)(Arguments...)) {
+        return [this, tag, handler](Arguments... arguments) {
+            if (!platform::runOperation(m_services.ui, tag, [&] { (this->*handler)(arguments...); }))
+                showDocument();
+        };
+    }
     void connectGrid();
     void connectEditors();
     void fillChoices();

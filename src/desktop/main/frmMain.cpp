@@ -2,7 +2,7 @@
 
 #include "core/document/CellEditing.h"
 #include "core/document/OpenSave.h"
-#include "core/platform/Ansi.h"
+#include "core/platform/Operation.h"
 #include "core/platform/OwnTexts.h"
 #include "core/shell/OpenChoice.h"
 #include "core/shell/ProgramSettings.h"
@@ -123,21 +123,11 @@ void frmMain::restore() {
     m_bars->action("mnuViewStatusBar")->setChecked(true);
 }
 
-// The handler of what nobody expected. Guards have unwound when the dialog comes; the operation is over, whichever
-// button leaves it.
-void frmMain::attempt(std::string_view tag, const std::function<void()>& operation) {
-    try {
-        operation();
-    } catch (const std::exception& error) {
-        m_ui.showError({.tag = std::string(tag), .text = platform::ansi::fromUtf8(error.what())});
-    }
-}
-
 void frmMain::run(const QString& name) {
     const std::string key = fromQt(name);
     for (const Route& route : routes())
         if (route.name == key) {
-            attempt(route.tag, [this, &route] {
+            platform::runOperation(m_ui, route.tag, [this, &route] {
                 m_document->takeEditor();
                 (this->*route.handler)();
             });
@@ -233,7 +223,7 @@ void frmMain::openFile(const std::filesystem::path& path) {
 
 void frmMain::openRecent(int number) {
     const std::filesystem::path path = pathOf(m_recent[static_cast<std::size_t>(number)]); // opening changes the list
-    attempt(kOpenTag, [this, &path] { openFile(path); });
+    platform::runOperation(m_ui, kOpenTag, [this, &path] { openFile(path); });
 }
 
 void frmMain::noteRecent(const std::filesystem::path& path) {
@@ -283,7 +273,8 @@ void frmMain::dropEvent(QDropEvent* event) {
         return;
     event->acceptProposedAction();
     QMetaObject::invokeMethod(
-        this, [this, path] { attempt(kOpenTag, [this, &path] { openFile(*path); }); }, Qt::QueuedConnection);
+        this, [this, path] { platform::runOperation(m_ui, kOpenTag, [this, &path] { openFile(*path); }); },
+        Qt::QueuedConnection);
 }
 
 } // namespace tallybook::desktop

@@ -12,7 +12,6 @@
 #include <QMainWindow>
 
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <span>
 
@@ -86,7 +85,6 @@ private:
     void makeDocumentWindow();
     void restore();
     void run(const QString& name);
-    void attempt(std::string_view tag, const std::function<void()>& operation);
     void loadDocument(std::unique_ptr<model::Document> doc);
     bool closeDocument();
     bool mayCloseDocument();
