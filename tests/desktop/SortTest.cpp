@@ -63,7 +63,7 @@ TEST_F(Sorting, theNewOrderIsSaved) {
     const auto saved = savedFile();
     EXPECT_EQ(saved->grd.text(2, columnOfSlot(kTitle)), "Garden Year");
     EXPECT_EQ(saved->CellLongs.get(0, kCategory), 2); // its category has come along
-    EXPECT_EQ(saved->RecKeys.get(0), 2);
+    EXPECT_EQ(saved->RecKeys[0], 2);
     EXPECT_EQ(saved->grd.text(4, columnOfSlot(kTitle)), "Sea Charts");
 }
 
