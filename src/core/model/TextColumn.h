@@ -59,6 +59,12 @@ public:
         return {StoredCell::Kind::Word, word, {}};
     }
 
+    // The bytes among which the plain texts of the rows from block * 256 on lie, other bytes between them. What is
+    // not found in there is in none of these texts.
+    std::string_view plainTexts(std::uint32_t block) const {
+        return block < m_blocks.size() ? std::string_view(m_blocks[block].texts) : std::string_view();
+    }
+
     // The word of a row, when its text has the coder's form.
     std::optional<std::uint32_t> word(std::uint32_t row) const {
         const StoredCell cell = stored(row);
