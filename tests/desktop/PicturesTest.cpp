@@ -20,6 +20,7 @@
 #include <QPalette>
 #include <QStyle>
 #include <QTest>
+#include <QToolBar>
 #include <QTreeWidget>
 
 namespace tallybook::test {
@@ -140,6 +141,9 @@ TEST_P(Pictures, menus) {
     keep(*find<QMenu>("mnuFile"), "mnuFile-hovered");
     find<QMenu>("mnuEdit")->setActiveAction(action("mnuEditCopy"));
     keep(*find<QMenu>("mnuEdit"), "mnuEdit-hovered");
+    auto* bar = find<QToolBar>("tbToolBar");
+    bar->widgetForAction(action("mnuFileSave"))->setAttribute(Qt::WA_UnderMouse);
+    keep(*bar, "tbToolBar-hovered");
 }
 
 TEST_P(Pictures, dialogs) {
