@@ -94,4 +94,79 @@ inline std::string changedMeanwhile(std::string_view path) {
                           "is open here?";
 }
 
+// What can be wrong with the text of an advanced expression. docs/expressions.md lists them.
+inline constexpr std::string_view kExpressionEmpty = "The expression is empty.";
+inline constexpr std::string_view kValueMissing = "A value is missing here.";
+inline constexpr std::string_view kOperatorMissing = "An operator is missing here.";
+inline constexpr std::string_view kBracketNotClosed = "The bracket is not closed.";
+inline constexpr std::string_view kNothingToClose = "There is no open bracket to be closed.";
+inline constexpr std::string_view kCommaOutside = "A comma may stand between the values of a function only.";
+inline constexpr std::string_view kNestedTooDeeply = "The expression is nested too deeply.";
+inline constexpr std::string_view kTooManyTokens = "An expression may have at most 48 parts.";
+inline constexpr std::string_view kNumberTooLong = "A number may have at most 10 characters.";
+inline constexpr std::string_view kTextTooLong = "A text may have at most 10 characters.";
+inline constexpr std::string_view kTextNotClosed = "The text has no closing quote.";
+inline constexpr std::string_view kSquareBracketNotClosed = "The square bracket is not closed.";
+inline constexpr std::string_view kBraceNotClosed = "The brace is not closed.";
+inline constexpr std::string_view kPrevNotClosed = "Prev has no closing bracket.";
+// Names in messages are cut to what a person can read at a glance.
+inline std::string quotedStart(std::string_view name) {
+    constexpr std::size_t kShown = 32;
+    std::string start(name.substr(0, kShown));
+    if (name.size() > kShown)
+        start += "...";
+    return '"' + start + '"';
+}
+inline std::string noSuchWord(std::string_view word) {
+    return "There is no field, constant or function " + quotedStart(word) + '.';
+}
+inline std::string noSuchField(std::string_view name) {
+    return "There is no field " + quotedStart(name) + '.';
+}
+inline std::string noSuchFunction(std::string_view name) {
+    return "There is no function " + quotedStart(name) + '.';
+}
+inline std::string noSuchColour(std::string_view name) {
+    return "There is no colour " + quotedStart(name) + ". Colours are black, red, green, blue and yellow.";
+}
+inline std::string noSuchSign(std::string_view sign) {
+    return quotedStart(sign) + " means nothing here.";
+}
+inline std::string functionNeedsBracket(std::string_view name) {
+    return quotedStart(name) + " needs an opening bracket behind it.";
+}
+inline std::string argumentCount(std::string_view function, int fewest, int most) {
+    std::string count = std::to_string(fewest);
+    if (most == fewest + 1)
+        count += " or " + std::to_string(most);
+    else if (most > fewest)
+        count += " or more";
+    return std::string(function) + " takes " + count + (count == "1" ? " value." : " values.");
+}
+// Of tokens that a file carries.
+inline std::string unknownToken(std::uint32_t code) {
+    return "The expression has a part that is not known (code " + std::to_string(code) + ").";
+}
+inline std::string noNumber(std::string_view text) {
+    return quotedStart(text) + " is no number.";
+}
+
+// Why an expression has no value for a record.
+inline constexpr std::string_view kFreeSlotInExpression = "The expression names a field that is not there.";
+inline constexpr std::string_view kDivisionByZero = "Division by zero.";
+inline constexpr std::string_view kRootOfNegative = "There is no square root of a negative number.";
+inline constexpr std::string_view kNumberTooLarge = "The number is too large.";
+inline constexpr std::string_view kNoSuchChoice = "Sel has no value of this number.";
+inline constexpr std::string_view kDateOutOfRange = "The date does not exist, or its year is not in 100 to 9999.";
+inline constexpr std::string_view kTextIsNoNumber = "The text is no number.";
+inline constexpr std::string_view kTextIsNoDate = "The text is no date.";
+inline constexpr std::string_view kTextIsNoTime = "The text is no time.";
+inline constexpr std::string_view kTextIsNoCondition = "The text is neither a number nor True or False.";
+inline constexpr std::string_view kNumberWanted = "A date or a time stands where a number belongs.";
+inline constexpr std::string_view kDateWanted = "A number or a time stands where a date belongs.";
+inline constexpr std::string_view kTimeWanted = "A date stands where a time or a number of seconds belongs.";
+inline constexpr std::string_view kNoDuration =
+    "A time of less than 0 seconds, or of a day and more, cannot be shown.";
+inline constexpr std::string_view kNotComparable = "A date and a time cannot be compared.";
+
 } // namespace tallybook::platform::texts
