@@ -58,13 +58,11 @@ void Workbench::save(model::Document& doc, const std::filesystem::path& file) {
 
 std::uint64_t everyText(const model::Document& doc) {
     std::uint64_t length = 0;
-    std::string scratch;
     const int used = model::highestField(doc.CurrDB20);
-    for (int slot = 1; slot < used; ++slot) {
-        const model::TextColumn& texts = doc.grd.column(model::columnOfSlot(slot));
-        for (int record = 0; record < doc.NumDataRecs; ++record)
-            length += texts.text(doc.grd.order().id(record), scratch).size();
-    }
+    for (int slot = 1; slot < used; ++slot)
+        doc.grd.column(model::columnOfSlot(slot)).eachText([&](std::uint32_t, std::string_view text) {
+            length += text.size();
+        });
     return length;
 }
 

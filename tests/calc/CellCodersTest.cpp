@@ -16,9 +16,8 @@ using model::CellCoder;
 using model::FieldType;
 
 std::string textOf(const CellCoder& coder, std::uint32_t word) {
-    std::string text;
-    coder.append(word, text);
-    return text;
+    std::string scratch;
+    return std::string(coder.text(word, scratch));
 }
 
 // The promise of every coder: what it encodes comes back letter by letter.
@@ -237,11 +236,12 @@ TEST(CellCoders, giveEveryTextThatTheyTakeBackLetterByLetter) {
     }
 }
 
-TEST(CellCoders, appendBehindWhatIsThere) {
+TEST(CellCoders, takeAScratchOfAnyLength) {
     for (const auto& coder : {makeWholeCoder(), makeDecimalCoder(0, test::us())}) {
-        std::string text = "n=";
-        coder->append(*coder->encode("17"), text);
-        EXPECT_EQ(text, "n=17");
+        for (const std::size_t length : {0, 1, 16, 17, 47, 48, 1000}) {
+            std::string scratch(length, 'x');
+            EXPECT_EQ(coder->text(*coder->encode("17"), scratch), "17");
+        }
     }
 }
 

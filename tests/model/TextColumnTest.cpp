@@ -18,12 +18,37 @@ public:
         const bool whole = read.ec == std::errc{} && read.ptr == text.data() + text.size();
         return whole && text.size() <= 4 && std::to_string(word) == text ? std::optional(word) : std::nullopt;
     }
-    void append(std::uint32_t word, std::string& out) const override { out += std::to_string(word); }
+    std::string_view text(std::uint32_t word, std::string& scratch) const override {
+        return scratch = std::to_string(word);
+    }
 };
 
 std::string textOf(const TextColumn& column, std::uint32_t row) {
     std::string scratch;
     return std::string(column.text(row, scratch));
+}
+
+// What eachText() tells, as "row:text " for each.
+std::string allOf(const TextColumn& column) {
+    std::string all;
+    column.eachText([&](std::uint32_t row, std::string_view text) {
+        all += std::to_string(row) + ':' + std::string(text) + ' ';
+    });
+    return all;
+}
+
+TEST(TextColumn, tellsItsTextsInTheOrderOfRows) {
+    TextColumn column;
+    EXPECT_EQ(allOf(column), "");
+    column.setCoder(std::make_unique<DigitCoder>());
+    const std::pair<std::uint32_t, const char*> cells[] = {{64, "plain"}, {3, "12"},    {70000, "last"},
+                                                           {255, "255"},  {256, "256"}, {0, "front"}};
+    for (const auto& [row, text] : cells)
+        column.setText(row, text);
+    EXPECT_EQ(allOf(column), "0:front 3:12 64:plain 255:255 256:256 70000:last ");
+    column.erase(64);
+    column.setText(255, "");
+    EXPECT_EQ(allOf(column), "0:front 3:12 256:256 70000:last ");
 }
 
 TEST(TextColumn, isEmptyAtFirst) {
@@ -135,6 +160,11 @@ TEST(TextColumn, agreesWithPlainTextsThroughRandomChanges) {
         ASSERT_EQ(column.text(asked, scratch), expected[asked]);
         ASSERT_EQ(column.has(asked), !expected[asked].empty());
     }
+    std::string all;
+    for (std::size_t row = 0; row < expected.size(); ++row)
+        if (!expected[row].empty())
+            all += std::to_string(row) + ':' + expected[row] + ' ';
+    EXPECT_EQ(allOf(column), all);
     for (std::uint32_t row = 0; row < expected.size(); ++row)
         ASSERT_EQ(textOf(column, row), expected[row]);
 }

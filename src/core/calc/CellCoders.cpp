@@ -1,6 +1,7 @@
 #include "core/calc/CellCoders.h"
 
 #include "core/calc/DatePatterns.h"
+#include "core/calc/Digits.h"
 #include "core/calc/SingleText.h"
 
 #include <bit>
@@ -55,10 +56,8 @@ public:
         return negative ? 0u - word : word;
     }
 
-    void append(std::uint32_t word, std::string& out) const override {
-        char digits[12];
-        const auto end = std::to_chars(digits, digits + sizeof digits, static_cast<std::int32_t>(word)).ptr;
-        out.append(digits, static_cast<std::size_t>(end - digits));
+    std::string_view text(std::uint32_t word, std::string& scratch) const override {
+        return formWhole(static_cast<std::int32_t>(word), roomIn(scratch, kWholeRoom));
     }
 
     model::CellForm form() const override { return {.words = model::WordForm::Whole}; }
@@ -80,8 +79,8 @@ public:
         return std::bit_cast<std::uint32_t>(negative ? -value : value);
     }
 
-    void append(std::uint32_t word, std::string& out) const override {
-        appendSingle(std::bit_cast<float>(word), m_decimals, m_point, out);
+    std::string_view text(std::uint32_t word, std::string& scratch) const override {
+        return formSingle(std::bit_cast<float>(word), m_decimals, m_point, roomIn(scratch, kSingleRoom));
     }
 
     model::CellForm form() const override { return {model::WordForm::Decimal, m_decimals}; }
@@ -90,7 +89,6 @@ private:
     // Numbers of fewer units of the last place are further apart than singles, and both they and the power of ten
     // are exact singles, so that their quotient is the nearest single and its display is the text again.
     static constexpr std::uint64_t kAlwaysReadsBack = 1u << 23;
-    static constexpr std::size_t kLongest = 48; // the largest single has 39 digits
 
     bool takePlaces(std::string_view text, std::uint64_t& scaled) const {
         if (m_decimals == 0)
@@ -106,9 +104,9 @@ private:
     }
 
     std::optional<std::uint32_t> encodeAnyLength(std::string_view text) const {
-        if (text.empty() || text.size() > kLongest || !isDigit(text.back()))
+        if (text.empty() || text.size() > kSingleRoom || !isDigit(text.back()))
             return std::nullopt;
-        char plain[kLongest];
+        char plain[kSingleRoom];
         char* end = plain;
         for (const char c : text)
             *end++ = c == m_point ? '.' : c;
@@ -116,9 +114,10 @@ private:
         const auto read = std::from_chars(plain, end, value, std::chars_format::fixed);
         if (read.ec != std::errc{} || read.ptr != end)
             return std::nullopt;
-        std::string back;
-        appendSingle(value, m_decimals, m_point, back);
-        return back == text ? std::optional(std::bit_cast<std::uint32_t>(value)) : std::nullopt;
+        char back[kSingleRoom];
+        return formSingle(value, m_decimals, m_point, back) == text
+                   ? std::optional(std::bit_cast<std::uint32_t>(value))
+                   : std::nullopt;
     }
 
     int m_decimals;
@@ -134,11 +133,10 @@ public:
         return date ? std::optional(packDate(date->year, date->month, date->day)) : std::nullopt;
     }
 
-    void append(std::uint32_t word, std::string& out) const override {
+    std::string_view text(std::uint32_t word, std::string& scratch) const override {
         const Date date{static_cast<int>(word >> 16), static_cast<int>(word >> 8 & 0xFF),
                         static_cast<int>(word & 0xFF)};
-        if (isRealDate(date))
-            m_pattern.append(date, out);
+        return isRealDate(date) ? m_pattern.text(date, scratch) : std::string_view{};
     }
 
     model::CellForm form() const override { return {.words = model::WordForm::Date}; }
@@ -156,11 +154,11 @@ public:
         return time ? std::optional(packTime(time->hour, time->minute, time->second)) : std::nullopt;
     }
 
-    void append(std::uint32_t word, std::string& out) const override {
+    std::string_view text(std::uint32_t word, std::string& scratch) const override {
         const TimeOfDay time{static_cast<int>(word >> 16), static_cast<int>(word >> 8 & 0xFF),
                              static_cast<int>(word & 0xFF)};
-        if (time.hour < 24 && time.minute < 60 && time.second < 60)
-            m_pattern.append(time, out);
+        const bool real = time.hour < 24 && time.minute < 60 && time.second < 60;
+        return real ? m_pattern.text(time, scratch) : std::string_view{};
     }
 
     model::CellForm form() const override { return {.words = model::WordForm::Time}; }
@@ -181,15 +179,14 @@ public:
         return word;
     }
 
-    void append(std::uint32_t word, std::string& out) const override {
-        if (word < m_items.size())
-            out += m_items[word];
+    std::string_view text(std::uint32_t word, std::string&) const override {
+        return word < m_items.size() ? std::string_view(m_items[word]) : std::string_view{};
     }
 
 private:
     static constexpr std::size_t kMostItems = 4096;
 
-    std::deque<std::string> m_items; // a deque, as the words' keys look into its strings
+    std::deque<std::string> m_items; // a deque, as texts and the words' keys look into its strings
     std::unordered_map<std::string_view, std::uint32_t> m_words;
 };
 

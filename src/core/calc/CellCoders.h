@@ -16,7 +16,7 @@ namespace tallybook::calc {
 std::unique_ptr<model::CellCoder> makeWholeCoder();
 
 // Numbers with 0..3 digits behind the point. Word: the bits of the single. A single whose text would not give the
-// same single back is never a word of encode(); append() takes every single. Infinities and what is no number
+// same single back is never a word of encode(); text() takes every single. Infinities and what is no number
 // stand for no text.
 std::unique_ptr<model::CellCoder> makeDecimalCoder(int decimals, const platform::Regional& regional);
 

@@ -1,22 +1,25 @@
 #include "core/calc/DatePatterns.h"
 
+#include "core/calc/Digits.h"
+
+#include <algorithm>
 #include <cstddef>
 
 namespace tallybook::calc {
 
 namespace {
 
-char* putTwoDigits(int value, char* out) {
-    out[0] = static_cast<char>('0' + value / 10);
-    out[1] = static_cast<char>('0' + value % 10);
-    return out + 2;
-}
+// What a text takes without AM and PM, and one character that is written too many.
+constexpr std::size_t kPatternRoom = 16;
 
 char* putNumber(int value, bool padded, char* out) {
-    if (padded || value > 9)
-        return putTwoDigits(value, out);
-    *out = static_cast<char>('0' + value);
-    return out + 1;
+    const auto number = static_cast<std::uint32_t>(value);
+    return padded ? putTwoDigits(number, out) : putOneOrTwoDigits(number, out);
+}
+
+char* putYear(int value, char* out) {
+    const auto year = static_cast<std::uint32_t>(value);
+    return putTwoDigits(year % 100, putTwoDigits(year / 100, out));
 }
 
 // Takes digits off the front of a text.
@@ -82,17 +85,26 @@ DatePattern::DatePattern(const Regional& regional) {
     }
 }
 
-void DatePattern::append(const Date& date, std::string& out) const {
-    char text[16];
-    char* end = text;
+char* DatePattern::put(const Date& date, char* out) const {
     for (std::size_t i = 0; i < m_parts.size(); ++i) {
         if (m_parts[i].letter == 'y')
-            end = putTwoDigits(date.year % 100, putTwoDigits(date.year / 100, end));
+            out = putYear(date.year, out);
         else
-            end = putNumber(m_parts[i].letter == 'M' ? date.month : date.day, m_parts[i].padded, end);
-        *end++ = m_separators[i];
+            out = putNumber(m_parts[i].letter == 'M' ? date.month : date.day, m_parts[i].padded, out);
+        *out++ = m_separators[i];
     }
-    out.append(text, static_cast<std::size_t>(end - 1 - text));
+    return out - 1;
+}
+
+std::string_view DatePattern::text(const Date& date, std::string& scratch) const {
+    const char* start = roomIn(scratch, kPatternRoom);
+    return {start, static_cast<std::size_t>(put(date, scratch.data()) - start)};
+}
+
+void DatePattern::append(const Date& date, std::string& out) const {
+    const std::size_t size = out.size();
+    out.resize(size + kPatternRoom);
+    out.resize(static_cast<std::size_t>(put(date, out.data() + size) - out.data()));
 }
 
 std::optional<Date> DatePattern::read(std::string_view text) const {
@@ -112,22 +124,35 @@ TimePattern::TimePattern(const Regional& regional)
     : m_twelveHours(regional.longTime.find('h') != std::string::npos),
       m_padded(regional.longTime.find("hh") != std::string::npos ||
                regional.longTime.find("HH") != std::string::npos),
-      m_halves(regional.longTime.find("tt") != std::string::npos), m_separator(regional.timeSeparator),
-      m_am(regional.am), m_pm(regional.pm) {}
+      m_hasHalf(regional.longTime.find("tt") != std::string::npos),
+      m_separator(regional.timeSeparator), m_halves{regional.am, regional.pm} {}
+
+std::size_t TimePattern::room() const {
+    return kPatternRoom + std::max(m_halves[0].size(), m_halves[1].size());
+}
+
+char* TimePattern::put(const TimeOfDay& time, char* out) const {
+    out = putNumber(m_twelveHours ? (time.hour + 11) % 12 + 1 : time.hour, m_padded, out);
+    *out++ = m_separator;
+    out = putTwoDigits(static_cast<std::uint32_t>(time.minute), out);
+    *out++ = m_separator;
+    out = putTwoDigits(static_cast<std::uint32_t>(time.second), out);
+    if (!m_hasHalf)
+        return out;
+    const std::string& half = m_halves[static_cast<std::size_t>(time.hour / 12)];
+    *out++ = ' ';
+    return std::copy(half.begin(), half.end(), out);
+}
+
+std::string_view TimePattern::text(const TimeOfDay& time, std::string& scratch) const {
+    const char* start = roomIn(scratch, room());
+    return {start, static_cast<std::size_t>(put(time, scratch.data()) - start)};
+}
 
 void TimePattern::append(const TimeOfDay& time, std::string& out) const {
-    const int twelve = time.hour % 12 == 0 ? 12 : time.hour % 12;
-    char text[16];
-    char* end = putNumber(m_twelveHours ? twelve : time.hour, m_padded, text);
-    *end++ = m_separator;
-    end = putTwoDigits(time.minute, end);
-    *end++ = m_separator;
-    end = putTwoDigits(time.second, end);
-    if (m_halves)
-        *end++ = ' ';
-    out.append(text, static_cast<std::size_t>(end - text));
-    if (m_halves)
-        out += time.hour < 12 ? m_am : m_pm;
+    const std::size_t size = out.size();
+    out.resize(size + room());
+    out.resize(static_cast<std::size_t>(put(time, out.data() + size) - out.data()));
 }
 
 std::optional<TimeOfDay> TimePattern::read(std::string_view text) const {
@@ -142,13 +167,13 @@ std::optional<TimeOfDay> TimePattern::read(std::string_view text) const {
     if (!second || *minute > 59 || *second > 59)
         return std::nullopt;
     const bool hourFits = m_twelveHours ? *hour >= 1 && *hour <= 12 : *hour <= 23;
-    if (!hourFits || (m_halves ? !digits.skip(' ') : !digits.rest().empty()))
+    if (!hourFits || (m_hasHalf ? !digits.skip(' ') : !digits.rest().empty()))
         return std::nullopt;
     TimeOfDay time{*hour, *minute, *second};
-    if (!m_halves)
+    if (!m_hasHalf)
         return m_twelveHours ? std::nullopt : std::optional(time); // half of the day unknown
-    const bool before = digits.rest() == m_am;
-    if (!before && digits.rest() != m_pm)
+    const bool before = digits.rest() == m_halves[0];
+    if (!before && digits.rest() != m_halves[1])
         return std::nullopt;
     if (m_twelveHours)
         time.hour = time.hour % 12 + (before ? 0 : 12);

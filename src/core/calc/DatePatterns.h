@@ -5,6 +5,7 @@
 #include "core/calc/Dates.h"
 
 #include <array>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,12 +17,16 @@ class DatePattern {
 public:
     explicit DatePattern(const Regional& regional);
 
+    // The text of a real date; it lies in `scratch`.
+    std::string_view text(const Date& date, std::string& scratch) const;
     void append(const Date& date, std::string& out) const;
 
-    // The real date that append() writes as this very text.
+    // The real date that text() writes as this very text.
     std::optional<Date> read(std::string_view text) const;
 
 private:
+    char* put(const Date& date, char* out) const;
+
     struct Part {
         char letter = 0; // d, M or y
         bool padded = false;
@@ -35,18 +40,22 @@ class TimePattern {
 public:
     explicit TimePattern(const Regional& regional);
 
+    // The text of a time of day; it lies in `scratch`.
+    std::string_view text(const TimeOfDay& time, std::string& scratch) const;
     void append(const TimeOfDay& time, std::string& out) const;
 
-    // The time that append() writes as this very text.
+    // The time that text() writes as this very text.
     std::optional<TimeOfDay> read(std::string_view text) const;
 
 private:
+    std::size_t room() const;
+    char* put(const TimeOfDay& time, char* out) const;
+
     bool m_twelveHours = false;
     bool m_padded = false;
-    bool m_halves = false; // AM or PM behind
+    bool m_hasHalf = false; // AM or PM behind
     char m_separator = ':';
-    std::string m_am;
-    std::string m_pm;
+    std::array<std::string, 2> m_halves; // AM and PM
 };
 
 } // namespace tallybook::calc

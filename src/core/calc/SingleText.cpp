@@ -1,9 +1,9 @@
 #include "core/calc/SingleText.h"
 
 #include "core/calc/Decimal.h"
+#include "core/calc/Digits.h"
 
 #include <bit>
-#include <charconv>
 #include <cmath>
 #include <optional>
 
@@ -41,24 +41,40 @@ std::optional<std::uint64_t> scaledMagnitude(std::uint32_t bits, int decimals) {
     return whole + 1;
 }
 
-} // namespace
-
-void appendScaled(bool negative, std::uint64_t scaled, int decimals, char point, std::string& out) {
-    char text[24];
-    char* end = text;
-    if (negative && scaled != 0)
-        *end++ = '-';
-    const std::uint64_t whole = scaled / kPowersOfTen[decimals];
-    end = std::to_chars(end, text + sizeof text, whole).ptr;
-    if (decimals > 0) {
-        auto rest = static_cast<std::uint32_t>(scaled - whole * kPowersOfTen[decimals]);
-        *end = point;
-        for (int place = decimals; place > 0; --place, rest /= 10)
-            end[place] = static_cast<char>('0' + rest % 10);
-        end += decimals + 1;
+// scaled / 10^decimals. To divide by a number that the compiler knows is to multiply, several times faster.
+std::uint64_t wholePart(std::uint64_t scaled, int decimals) {
+    switch (decimals) {
+    case 0:
+        return scaled;
+    case 1:
+        return scaled / 10;
+    case 2:
+        return scaled / 100;
+    default:
+        return scaled / 1000;
     }
-    out.append(text, static_cast<std::size_t>(end - text));
 }
+
+// The point and the digits behind it. Gives the place behind them; four digits are written in any case.
+char* putPlaces(std::uint32_t places, int decimals, char point, char* out) {
+    const std::uint32_t four = places * kPowersOfTen[4 - decimals];
+    *out = point;
+    putTwoDigits(four / 100, out + 1);
+    putTwoDigits(four % 100, out + 3);
+    return out + 1 + decimals;
+}
+
+// scaled * 10^-decimals; the sign is left out for zero. The whole part has at most kMostDigits digits.
+std::string_view formScaled(bool negative, std::uint64_t scaled, int decimals, char point, char* room) {
+    const std::uint64_t whole = wholePart(scaled, decimals);
+    char* end = room + 1 + kMostDigits;
+    const char* start = putSignBefore(putWholeBefore(end, whole), negative && scaled != 0);
+    if (decimals > 0)
+        end = putPlaces(static_cast<std::uint32_t>(scaled - whole * kPowersOfTen[decimals]), decimals, point, end);
+    return {start, static_cast<std::size_t>(end - start)};
+}
+
+} // namespace
 
 void appendSingleByDigits(float value, int decimals, char point, std::string& out) {
     if (!std::isfinite(value))
@@ -68,12 +84,18 @@ void appendSingleByDigits(float value, int decimals, char point, std::string& ou
     appendPlain(number, decimals, point, out);
 }
 
-void appendSingle(float value, int decimals, char point, std::string& out) {
+std::string_view formSingle(float value, int decimals, char point, char* room) {
     const auto bits = std::bit_cast<std::uint32_t>(value);
     if (const auto scaled = scaledMagnitude(bits, decimals))
-        appendScaled(bits >> 31 != 0, *scaled, decimals, point, out);
-    else
-        appendSingleByDigits(value, decimals, point, out);
+        return formScaled(bits >> 31 != 0, *scaled, decimals, point, room);
+    std::string text;
+    appendSingleByDigits(value, decimals, point, text);
+    return {room, text.copy(room, kSingleRoom)};
+}
+
+void appendSingle(float value, int decimals, char point, std::string& out) {
+    char room[kSingleRoom];
+    out += formSingle(value, decimals, point, room);
 }
 
 std::optional<double> displayedValue(float value, int decimals) {

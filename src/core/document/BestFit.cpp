@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cstdint>
 
 namespace tallybook::document {
@@ -73,12 +72,7 @@ int marginOf(FieldType type) {
 int fittingWidth(const model::Document& doc, int column, const CharacterWidths& widths, const TextMeasure& measure) {
     WidestTexts widest(widths);
     widest.add(doc.grd.text(0, column));
-    const model::TextColumn& texts = doc.grd.column(column);
-    std::string scratch;
-    for (std::uint32_t group = 0; group < texts.groups(); ++group)
-        for (std::uint64_t rows = texts.filled(group); rows != 0; rows &= rows - 1)
-            widest.add(
-                texts.text(group * model::kGroupRows + static_cast<std::uint32_t>(std::countr_zero(rows)), scratch));
+    doc.grd.column(column).eachText([&](std::uint32_t, std::string_view text) { widest.add(text); });
     const int text = std::max(kLeastWidth, widest.measured(measure));
     return std::min(text + marginOf(fieldOfColumn(doc, column).Type), measure.screenWidth() / 4);
 }

@@ -34,16 +34,17 @@ void addTo(Alphabet& alphabet, std::string_view text) {
 // The characters that the words of a coder can show: digits, and what a word or two show beside them.
 Alphabet alphabetOf(const model::CellCoder& coder) {
     std::string texts = "0123456789";
+    std::string scratch;
     switch (coder.form().words) {
     case WordForm::Date:
-        coder.append(calc::packDate(2003, 12, 31), texts);
+        texts += coder.text(calc::packDate(2003, 12, 31), scratch);
         break;
     case WordForm::Time:
-        coder.append(calc::packTime(0, 0, 0), texts);
-        coder.append(calc::packTime(12, 0, 0), texts);
+        texts += coder.text(calc::packTime(0, 0, 0), scratch);
+        texts += coder.text(calc::packTime(12, 0, 0), scratch);
         break;
     case WordForm::Decimal:
-        coder.append(std::bit_cast<std::uint32_t>(-1.0F), texts);
+        texts += coder.text(std::bit_cast<std::uint32_t>(-1.0F), scratch);
         break;
     default:
         texts += '-';
@@ -166,9 +167,7 @@ bool CellSearch::hasMatchingWord(Column& column, std::uint32_t block) {
 bool CellSearch::wordMatches(Column& column, std::uint32_t word) {
     if (column.words == Words::Items && word < kMostItems)
         return itemMatches(column, word);
-    m_scratch.clear();
-    column.texts->coder()->append(word, m_scratch);
-    return m_matcher.matches(m_scratch);
+    return m_matcher.matches(column.texts->coder()->text(word, m_scratch));
 }
 
 // An item of a list is looked at once, however many records have it.
@@ -176,9 +175,8 @@ bool CellSearch::itemMatches(Column& column, std::uint32_t word) {
     if (word >= column.items.size())
         column.items.resize(word + 1);
     if (column.items[word] == ItemMatch::Unknown) {
-        m_scratch.clear();
-        column.texts->coder()->append(word, m_scratch);
-        column.items[word] = m_matcher.matches(m_scratch) ? ItemMatch::Yes : ItemMatch::No;
+        const std::string_view text = column.texts->coder()->text(word, m_scratch);
+        column.items[word] = m_matcher.matches(text) ? ItemMatch::Yes : ItemMatch::No;
     }
     return column.items[word] == ItemMatch::Yes;
 }

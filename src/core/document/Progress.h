@@ -1,6 +1,7 @@
 // The bar of the status line during one operation.
 #pragma once
 
+#include "core/calc/Digits.h"
 #include "core/platform/UserInterface.h"
 
 #include <string>
@@ -23,12 +24,13 @@ public:
         m_ui.progress(m_caption, value, maximum);
     }
 
-    // "Reading record 10 of 250". The caption's memory is used again from step to step.
+    // "Reading record 10 of 250". A save says so for each of its records, so the caption is made without new memory.
     void step(int number, int total, int maximum) {
+        char room[calc::kWholeRoom];
         m_caption = m_verb;
-        m_caption += std::to_string(number);
+        m_caption += calc::formWhole(number, room);
         m_caption += " of ";
-        m_caption += std::to_string(total);
+        m_caption += calc::formWhole(total, room);
         m_ui.progress(m_caption, number, maximum);
     }
 

@@ -23,7 +23,7 @@ struct CellForm {
 
 // A column's cells are texts, and nothing but texts to everybody outside. A coder lets the column keep the ones
 // that have the column's usual form ("12", "1/2/2003", "0.50") in four bytes. The rule that makes this safe:
-// append(encode(text)) gives back exactly `text`; a text for which no word does that is kept as it is.
+// text(encode(t)) gives back exactly `t`; a text for which no word does that is kept as it is.
 class CellCoder {
 public:
     virtual ~CellCoder() = default;
@@ -31,8 +31,9 @@ public:
     // The word that stands for this very text, or nothing.
     virtual std::optional<std::uint32_t> encode(std::string_view text) = 0;
 
-    // Appends the text that a word stands for. Takes any word; one that stands for no text appends nothing.
-    virtual void append(std::uint32_t word, std::string& out) const = 0;
+    // The text that a word stands for. Takes any word; the text is empty for one that stands for none. The view lies
+    // in the coder or somewhere in `scratch`, and lasts until either changes.
+    virtual std::string_view text(std::uint32_t word, std::string& scratch) const = 0;
 
     virtual CellForm form() const { return {}; }
 };

@@ -1,7 +1,5 @@
 #include "core/model/TextColumn.h"
 
-#include <cstring>
-
 namespace tallybook::model {
 
 namespace {
@@ -17,46 +15,25 @@ void TextColumn::beginBlock(std::uint32_t index) {
         return;
     Block& before = m_blocks[index - 1];
     before.words.trim();
+    before.texts.trim();
     const std::size_t texts = before.texts.size();
-    if (before.texts.capacity() > texts + texts / 2)
-        before.texts.shrink_to_fit();
     m_blocks[index].words.reserveLike(before.words);
-    m_blocks[index].texts.reserve(texts + texts / 8);
-}
-
-std::uint32_t TextColumn::appendText(Block& block, std::string_view text) {
-    const auto position = static_cast<std::uint32_t>(block.texts.size());
-    if (text.size() < kShortLength) {
-        block.texts.push_back(static_cast<char>(text.size()));
-    } else {
-        const auto length = static_cast<std::uint32_t>(text.size());
-        char bytes[sizeof length];
-        std::memcpy(bytes, &length, sizeof length);
-        block.texts.push_back(static_cast<char>(kShortLength));
-        block.texts.append(bytes, sizeof length);
-    }
-    block.texts.append(text);
-    return position;
-}
-
-std::string_view TextColumn::longTextAt(const char* length) {
-    std::uint32_t size = 0;
-    std::memcpy(&size, length, sizeof size);
-    return {length + sizeof size, size};
+    if (texts > 0)
+        m_blocks[index].texts.setRoom(texts + texts / 8);
 }
 
 void TextColumn::forgetPlainText(Block& block, std::uint32_t place) {
-    block.unused += static_cast<std::uint32_t>(storedSize(textAt(block, block.words.value(place)).size()));
+    block.unused += static_cast<std::uint32_t>(TextRun::storedSize(block.texts.at(block.words.value(place)).size()));
     clearBit(block.plain, place);
 }
 
 void TextColumn::compact(Block& block) {
-    Block packed;
-    packed.texts.reserve(block.texts.size() - block.unused);
+    TextRun packed;
+    packed.setRoom(block.texts.size() - block.unused);
     for (std::uint32_t place = 0; place < kBlockRows; ++place)
         if (bitOf(block.plain, place))
-            block.words.set(place, appendText(packed, textAt(block, block.words.value(place))));
-    block.texts = std::move(packed.texts);
+            block.words.set(place, packed.append(block.texts.at(block.words.value(place))));
+    block.texts = std::move(packed);
     block.unused = 0;
 }
 
@@ -87,7 +64,7 @@ void TextColumn::setText(std::uint32_t row, std::string_view text) {
     }
     const std::uint32_t place = row % kBlockRows;
     Block& block = blockFor(row);
-    const std::uint32_t position = appendText(block, text);
+    const std::uint32_t position = block.texts.append(text);
     forgetText(block, place);
     block.words.set(place, position);
     setBit(block.plain, place);

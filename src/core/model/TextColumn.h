@@ -2,6 +2,7 @@
 #pragma once
 
 #include "core/model/CellCoder.h"
+#include "core/model/TextRun.h"
 #include "core/model/WordColumn.h"
 
 #include <memory>
@@ -35,17 +36,23 @@ public:
         return block < m_blocks.size() ? m_blocks[block].words.filled(group % (kBlockRows / kGroupRows)) : 0;
     }
 
-    // How many groups of 64 rows have been in use.
-    std::uint32_t groups() const { return static_cast<std::uint32_t>(m_blocks.size()) * (kBlockRows / kGroupRows); }
-
-    // The text of a row. The view lies in the column or in `scratch` and lasts until either changes.
+    // The text of a row. The view lies in the column or somewhere in `scratch`, and lasts until either changes.
     std::string_view text(std::uint32_t row, std::string& scratch) const {
         const StoredCell cell = stored(row);
-        if (cell.kind != StoredCell::Kind::Word)
-            return cell.text;
-        scratch.clear();
-        m_coder->append(cell.word, scratch);
-        return scratch;
+        return cell.kind == StoredCell::Kind::Word ? m_coder->text(cell.word, scratch) : cell.text;
+    }
+
+    // Calls visit(row, text) for each row that has a text, in the order of their numbers. Half the work of asking row
+    // by row, as nothing has to be looked up. The text lasts until `visit` returns; the column must not change.
+    template <class Visit> void eachText(Visit&& visit) const {
+        std::string scratch;
+        for (std::uint32_t index = 0; index < m_blocks.size(); ++index) {
+            const Block& block = m_blocks[index];
+            block.words.each([&](std::uint32_t place, std::uint32_t word) {
+                const bool isPlain = bitOf(block.plain, place);
+                visit(index * kBlockRows + place, isPlain ? block.texts.at(word) : m_coder->text(word, scratch));
+            });
+        }
     }
 
     StoredCell stored(std::uint32_t row) const {
@@ -55,14 +62,14 @@ public:
         const std::uint32_t place = row % kBlockRows;
         const std::uint32_t word = block.words.value(place);
         if (bitOf(block.plain, place))
-            return {StoredCell::Kind::Text, 0, textAt(block, word)};
+            return {StoredCell::Kind::Text, 0, block.texts.at(word)};
         return {StoredCell::Kind::Word, word, {}};
     }
 
     // The bytes among which the plain texts of the rows from block * 256 on lie, other bytes between them. What is
     // not found in there is in none of these texts.
     std::string_view plainTexts(std::uint32_t block) const {
-        return block < m_blocks.size() ? std::string_view(m_blocks[block].texts) : std::string_view();
+        return block < m_blocks.size() ? m_blocks[block].texts.bytes() : std::string_view();
     }
 
     // The word of a row, when its text has the coder's form.
@@ -93,15 +100,10 @@ public:
     CellCoder* coder() const { return m_coder.get(); }
 
 private:
-    static constexpr std::size_t kShortLength = 255; // the length byte that says that four bytes of length follow
-    static std::size_t storedSize(std::size_t length) {
-        return length + (length < kShortLength ? 1 : 1 + sizeof(std::uint32_t));
-    }
-
     struct Block {
         WordBlock words;
         RowBits plain{};
-        std::string texts;        // each a length (1 byte, or 255 and 4 bytes) and its bytes
+        TextRun texts;
         std::uint32_t unused = 0; // bytes of texts that no row uses any more
     };
 
@@ -112,13 +114,6 @@ private:
         return m_blocks[index];
     }
     void beginBlock(std::uint32_t index);
-    static std::uint32_t appendText(Block& block, std::string_view text);
-    static std::string_view textAt(const Block& block, std::uint32_t position) {
-        const char* start = block.texts.data() + position;
-        const std::size_t length = static_cast<unsigned char>(*start);
-        return length < kShortLength ? std::string_view(start + 1, length) : longTextAt(start + 1);
-    }
-    static std::string_view longTextAt(const char* length);
     static void forgetText(Block& block, std::uint32_t place) {
         if (bitOf(block.plain, place))
             forgetPlainText(block, place);

@@ -41,14 +41,11 @@ void WordBlock::erase(std::uint32_t place) {
         --m_end;
 }
 
-void WordColumn::set(std::uint32_t row, std::uint32_t value) {
-    const std::uint32_t index = row / kBlockRows;
+void WordColumn::beginBlock(std::uint32_t index) {
     if (index >= m_blocks.size())
         m_blocks.resize(index + 1);
-    WordBlock& block = m_blocks[index];
-    if (block.empty() && index > 0)
-        block.reserveLike(m_blocks[index - 1]);
-    block.set(row % kBlockRows, value);
+    if (index > 0)
+        m_blocks[index].reserveLike(m_blocks[index - 1]);
 }
 
 void WordColumn::erase(std::uint32_t row) {

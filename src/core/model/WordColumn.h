@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -46,6 +47,14 @@ public:
 
     // The rows of a group of 64 that have a value, a bit each.
     std::uint64_t filled(std::uint32_t group) const { return m_filled[group]; }
+
+    // Calls visit(place, value) for each row that has a value, in the order of the rows.
+    template <class Visit> void each(Visit&& visit) const {
+        const std::uint32_t* value = m_values.data();
+        for (std::uint32_t group = 0; group < m_filled.size(); ++group)
+            for (std::uint64_t rows = m_filled[group]; rows != 0; rows &= rows - 1)
+                visit(group * kGroupRows + static_cast<std::uint32_t>(std::countr_zero(rows)), *value++);
+    }
 
     // The value of a row that has one.
     std::uint32_t value(std::uint32_t place) const { return m_values[rank(place)]; }
@@ -91,12 +100,19 @@ public:
         const std::uint32_t block = group / (kBlockRows / kGroupRows);
         return block < m_blocks.size() ? m_blocks[block].filled(group % (kBlockRows / kGroupRows)) : 0;
     }
-    void set(std::uint32_t row, std::uint32_t value);
+    void set(std::uint32_t row, std::uint32_t value) {
+        const std::uint32_t index = row / kBlockRows;
+        if (index >= m_blocks.size() || m_blocks[index].empty())
+            beginBlock(index);
+        m_blocks[index].set(row % kBlockRows, value);
+    }
     void erase(std::uint32_t row);
     void clear() { m_blocks.clear(); }
     bool empty() const; // no row has a value
 
 private:
+    void beginBlock(std::uint32_t index);
+
     std::vector<WordBlock> m_blocks;
 };
 
