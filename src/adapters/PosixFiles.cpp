@@ -6,9 +6,9 @@
 #include "core/platform/Paths.h"
 
 #include <algorithm>
-#include <array>
 #include <fcntl.h>
 #include <memory>
+#include <span>
 #include <sys/mman.h>
 #include <sys/stat.h>
 
@@ -69,23 +69,6 @@ platform::Error tooLarge(const Path& path) {
             .number = EFBIG};
 }
 
-// A buffer of a size, made once. Most of the time of reading goes into the first touch of new memory, page by page,
-// so the system is asked for large pages before the buffer is cleared: 12 MB then take 3 ms instead of 10.
-Bytes bufferOf(std::size_t size) {
-    constexpr std::size_t kWorthwhile = 4 << 20; // a large page has 2 MiB and its own alignment
-    constexpr std::size_t kPage = 4096;
-    Bytes bytes;
-    bytes.reserve(size);
-    if (size >= kWorthwhile) {
-        void* pages = bytes.data();
-        std::size_t room = size;
-        if (std::align(kPage, size - kPage, pages, room) != nullptr)
-            (void)madvise(pages, room / kPage * kPage, MADV_HUGEPAGE); // a hint, no more
-    }
-    bytes.resize(size);
-    return bytes;
-}
-
 // Fills the buffer from a place in the file and gives the bytes that there were, or -1.
 ssize_t readAt(int descriptor, std::uint64_t offset, std::span<std::uint8_t> buffer) {
     std::size_t done = 0;
@@ -100,6 +83,23 @@ ssize_t readAt(int descriptor, std::uint64_t offset, std::span<std::uint8_t> buf
         done += static_cast<std::size_t>(count);
     }
     return static_cast<ssize_t>(done);
+}
+
+// Appends a file to its end, wherever that is by then, or until it is too large. False when a read fails. A vector
+// clears its new bytes, so they are made in steps that are still in the processor's cache when they are read over.
+bool readToEnd(int descriptor, Bytes& bytes) {
+    constexpr std::size_t kStep = 256 << 10;
+    constexpr std::size_t kBeyondRoom = 4096; // for a file that has grown
+    ssize_t count = 0;
+    std::size_t asked = 0;
+    do {
+        const std::size_t size = bytes.size();
+        asked = std::clamp(bytes.capacity() - size, kBeyondRoom, kStep);
+        bytes.resize(size + asked);
+        count = readAt(descriptor, size, std::span(bytes).subspan(size));
+        bytes.resize(size + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+    } while (count == static_cast<ssize_t>(asked) && bytes.size() <= platform::kMaxFileSize);
+    return count >= 0;
 }
 
 class PosixOutputFile : public platform::OutputFile {
@@ -168,20 +168,28 @@ Result<Bytes> PosixFiles::read(const Path& path) {
         return source.error();
     if (source.value().size > platform::kMaxFileSize)
         return tooLarge(path);
-    const int file = source.value().file.get();
-    Bytes bytes = bufferOf(static_cast<std::size_t>(source.value().size));
-    ssize_t count = readAt(file, 0, bytes);
-    if (count < 0)
+    // One byte more than there is: the read that meets the end then needs no further room.
+    Bytes bytes = buffer(static_cast<std::size_t>(source.value().size) + 1);
+    if (!readToEnd(source.value().file.get(), bytes))
         return systemError("read", path, errno);
-    bytes.resize(static_cast<std::size_t>(count)); // shorter when the file shrank meanwhile
-    std::array<std::uint8_t, 4096> more;
-    while ((count = readAt(file, bytes.size(), more)) > 0) { // or longer when it grew
-        if (bytes.size() + static_cast<std::size_t>(count) > platform::kMaxFileSize)
-            return tooLarge(path);
-        bytes.insert(bytes.end(), more.begin(), more.begin() + count);
+    if (bytes.size() > platform::kMaxFileSize)
+        return tooLarge(path);
+    return bytes;
+}
+
+// Much of the time of reading or building a file goes into the first touch of new memory, page by page, so the system
+// is asked for large pages: 12 MB then take 3 ms instead of 10.
+Bytes PosixFiles::buffer(std::size_t size) const {
+    constexpr std::size_t kWorthwhile = 4 << 20; // a large page has 2 MiB and its own alignment
+    constexpr std::size_t kPage = 4096;
+    Bytes bytes;
+    bytes.reserve(size);
+    if (size >= kWorthwhile) {
+        void* pages = bytes.data();
+        std::size_t room = size;
+        if (std::align(kPage, size - kPage, pages, room) != nullptr)
+            (void)madvise(pages, room / kPage * kPage, MADV_HUGEPAGE); // a hint, no more
     }
-    if (count < 0)
-        return systemError("read", path, errno);
     return bytes;
 }
 

@@ -13,6 +13,7 @@ public:
     platform::Result<platform::Bytes> read(const std::filesystem::path& path) override;
     platform::Result<platform::Bytes> readPart(const std::filesystem::path& path, std::uint64_t offset,
                                                std::size_t count) override;
+    platform::Bytes buffer(std::size_t size) const override;
     platform::Result<std::unique_ptr<platform::OutputFile>> create(const std::filesystem::path& path,
                                                                    const std::filesystem::path& like) override;
     platform::Status rename(const std::filesystem::path& from, const std::filesystem::path& to) override;

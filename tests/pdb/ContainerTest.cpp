@@ -207,7 +207,7 @@ TEST(RecordList, refusesARecordBeyondTheEnd) {
 }
 
 TEST(OutRecords, putsHeaderAndOffsetsAhead) {
-    OutRecords out("MS2_x", kNow, 2, 0);
+    OutRecords out("MS2_x", kNow, 2);
     EXPECT_EQ(out.position(), 78u + 16 + 2);
     out.begin().outBytes(hex("01 02 03"));
     out.begin().outBytes(hex("04"));
@@ -219,7 +219,7 @@ TEST(OutRecords, putsHeaderAndOffsetsAhead) {
 }
 
 TEST(OutRecords, firstRecordStartsAt80Plus8TimesTheirNumber) {
-    OutRecords out("MS2_x", kNow, 87, 0);
+    OutRecords out("MS2_x", kNow, 87);
     EXPECT_EQ(out.position(), 80u + 8 * 87);
 }
 

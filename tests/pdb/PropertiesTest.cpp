@@ -21,7 +21,7 @@ model::FieldDef& field(DatabaseModel& db, int slot) {
 
 // The bytes of each fixed record as buildDBProps20 makes them.
 std::vector<Bytes> builtRecords(DatabaseModel& db) {
-    OutRecords out("MS2_x", kNow, model::kFixedRecords, 0);
+    OutRecords out("MS2_x", kNow, model::kFixedRecords);
     buildDBProps20(db, out);
     const Bytes file = out.finish().value();
     ByteReader in(file);

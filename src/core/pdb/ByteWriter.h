@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <cstring>
 #include <string_view>
+#include <utility>
 
 namespace tallybook::pdb {
 
@@ -21,8 +22,10 @@ inline std::string_view storedPart(std::string_view text, std::size_t length) {
 // Numbers are big-endian; negative ones in two's complement.
 class ByteWriter {
 public:
+    // Writes into an empty buffer, which grows beyond its room when need be.
+    explicit ByteWriter(platform::Bytes buffer = {}) : m_bytes(std::move(buffer)) {}
+
     std::size_t size() const { return m_size; }
-    void reserve(std::size_t size) { m_bytes.reserve(size); }
     platform::Bytes take();
 
     void outByte(std::uint8_t value) { *grow(1) = value; }

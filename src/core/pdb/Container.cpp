@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace tallybook::pdb {
 
@@ -96,9 +97,8 @@ void writeHeader20(ByteWriter& out, std::string_view name, const platform::Local
     out.outWord(static_cast<std::uint16_t>(records));
 }
 
-OutRecords::OutRecords(std::string_view name, const platform::LocalTime& now, int records,
-                       std::size_t expectedBytes) {
-    m_out.reserve(expectedBytes);
+OutRecords::OutRecords(std::string_view name, const platform::LocalTime& now, int records, platform::Bytes buffer)
+    : m_out(std::move(buffer)) {
     writeHeader20(m_out, name, now, records);
     for (int i = 0; i < records; ++i) {
         m_out.zeros(4); // the offset, once it is known

@@ -66,8 +66,8 @@ std::uint32_t secondsSince1904(const platform::LocalTime& time);
 // Records being built, one behind the other in one run of bytes, with the header and the list ahead.
 class OutRecords {
 public:
-    // `records` is the exact number of those that will be begun; `expectedBytes` is a guess that saves copying.
-    OutRecords(std::string_view name, const platform::LocalTime& now, int records, std::size_t expectedBytes);
+    // `records` is the exact number of those that will be begun; room in the empty buffer saves copying.
+    OutRecords(std::string_view name, const platform::LocalTime& now, int records, platform::Bytes buffer = {});
 
     // Ends the record before and starts the next one.
     ByteWriter& begin();

@@ -202,7 +202,8 @@ Result<BuiltFile> buildDatabase(model::Document& doc, platform::Services& servic
     if (doc.NumDataRecs > model::kMaxDataRecords)
         return Error{ErrorKind::Internal, std::string(kSaveTag), std::string(platform::texts::kTooManyRecords)};
     const std::string name = headerName(doc.CurrDB20.DBName, stemOf(doc.CurrFileName));
-    OutRecords out(name, services.clock.now(), model::kFixedRecords + doc.NumDataRecs, expectedSize(doc));
+    OutRecords out(name, services.clock.now(), model::kFixedRecords + doc.NumDataRecs,
+                   services.files.buffer(expectedSize(doc)));
     buildDBProps20(doc.CurrDB20, out);
     RecordBuilder builder(doc, services, out);
     for (int record = 0; record < doc.NumDataRecs; ++record) {

@@ -53,6 +53,14 @@ public:
     // At most `count` bytes from `offset`; fewer at the file's end.
     virtual Result<Bytes> readPart(const std::filesystem::path& path, std::uint64_t offset, std::size_t count) = 0;
 
+    // An empty buffer with room for so many bytes of a file. A system may know how memory that is about to be filled
+    // is had for less.
+    virtual Bytes buffer(std::size_t size) const {
+        Bytes bytes;
+        bytes.reserve(size);
+        return bytes;
+    }
+
     // A new file that did not exist, with the permissions of `like` when that exists.
     virtual Result<std::unique_ptr<OutputFile>> create(const std::filesystem::path& path,
                                                        const std::filesystem::path& like) = 0;
