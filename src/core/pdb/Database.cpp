@@ -137,7 +137,7 @@ Status readRecords(OpenFile& file, ByteSpan bytes, model::Document& doc, const p
         if (!file.in.ok())
             return file.in.error(kReadTag);
     }
-    loader.fillKeyFields();
+    loader.finish();
     return {};
 }
 

@@ -66,16 +66,8 @@ RecordLoader::RecordLoader(model::Document& doc, const platform::Regional& regio
         slot.texts->setCoder(calc::coderForField(doc.CurrDB20, number, regional));
         slot.form = cellForm(*slot.texts);
         slot.longs = &doc.CellLongs.slotColumn(number);
-        if (slot.type == FieldType::Checkbox)
-            uncheckAll(slot);
     }
     doc.RecKeys.reserve(doc.NumDataRecs);
-}
-
-void RecordLoader::uncheckAll(const Slot& slot) {
-    model::WordColumn& pictures = m_doc.grd.pictures(model::columnOfSlot(slot.number));
-    for (int record = 0; record < m_doc.NumDataRecs; ++record)
-        pictures.set(static_cast<std::uint32_t>(record), static_cast<std::uint32_t>(model::Picture::CheckOff));
 }
 
 // | 1 | 87 | 1 | category | 4 | key | ... | cells | 2 | 0 |
@@ -106,15 +98,29 @@ void RecordLoader::emptyCell(Slot& slot) {
     setLong(slot, 0);
 }
 
-void RecordLoader::fillKeyFields() {
+void RecordLoader::finish() {
     for (Slot& slot : m_slots) {
-        if (slot.type != FieldType::Key)
-            continue;
-        for (int record = 0; record < m_doc.NumDataRecs; ++record) {
-            m_row = static_cast<std::uint32_t>(record);
-            setLong(slot, m_doc.RecKeys[record]);
-            showWhole(slot, m_doc.RecKeys[record]);
-        }
+        if (slot.type == FieldType::Key)
+            fillKeys(slot);
+        else if (slot.type == FieldType::Checkbox)
+            fillChecks(slot);
+    }
+}
+
+void RecordLoader::fillKeys(Slot& slot) {
+    for (int record = 0; record < m_doc.NumDataRecs; ++record) {
+        m_row = static_cast<std::uint32_t>(record);
+        setLong(slot, m_doc.RecKeys[record]);
+        showWhole(slot, m_doc.RecKeys[record]);
+    }
+}
+
+void RecordLoader::fillChecks(const Slot& slot) {
+    model::WordColumn& pictures = m_doc.grd.pictures(model::columnOfSlot(slot.number));
+    for (int record = 0; record < m_doc.NumDataRecs; ++record) {
+        const auto row = static_cast<std::uint32_t>(record);
+        if (!pictures.has(row))
+            pictures.set(row, static_cast<std::uint32_t>(model::Picture::CheckOff));
     }
 }
 

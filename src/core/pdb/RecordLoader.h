@@ -23,8 +23,9 @@ public:
     // that its last cells are misread. Fails when not even key and category are there.
     platform::Status loadRecord20(ByteReader& in, int record);
 
-    // Copies the keys of all records into the Key fields.
-    void fillKeyFields();
+    // What the records do not say themselves, once they are all loaded: the keys in the Key fields, and the check
+    // boxes that have no cell, which are not ticked.
+    void finish();
 
 private:
     // What a cell of a slot needs to know, settled once.
@@ -41,7 +42,8 @@ private:
     static constexpr std::int64_t kNotMet = -1;
     static constexpr std::int64_t kNoWord = -2; // the item's text, which may be empty, is set each time
 
-    void uncheckAll(const Slot& slot);
+    void fillKeys(Slot& slot);
+    void fillChecks(const Slot& slot);
     void emptyCell(Slot& slot);
 
     // One cell, from the first byte of its body. A reader that failed on the way leaves the cell as it was.
