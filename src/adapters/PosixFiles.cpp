@@ -109,6 +109,8 @@ public:
     // The disk begins at once with what it has been given, so that the sync at the end has less to wait for.
     Result<std::size_t> write(ByteSpan bytes) override {
         const std::size_t part = std::min(bytes.size(), kWritten);
+        if (m_written == 0 && bytes.size() > part)
+            prepareFor(bytes.size());
         const ssize_t count = retried([&] { return ::write(m_file.get(), bytes.data(), part); });
         if (count < 0)
             return systemError("write", m_path, errno);
@@ -132,6 +134,12 @@ public:
 
 private:
     static constexpr std::size_t kWritten = 1 << 20; // at most, by one call
+
+    // Room on the disk in one piece, which costs less than a page at a time. A hint: where it cannot be had, the
+    // writes say so. The size of the file stays what has been written.
+    void prepareFor(std::size_t size) {
+        (void)fallocate(m_file.get(), FALLOC_FL_KEEP_SIZE, 0, static_cast<off_t>(size));
+    }
 
     FileHandle m_file;
     Path m_path;

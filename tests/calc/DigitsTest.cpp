@@ -50,7 +50,7 @@ TEST(Digits, writesNumbersOfUpToSixteenDigitsAheadOfAPlace) {
         std::string text(kMostDigits, 'x');
         char* end = text.data() + text.size();
         const char* start = putWholeBefore(end, number);
-        EXPECT_EQ(std::string(start, end), std::to_string(number));
+        EXPECT_EQ(std::string_view(start, end), std::to_string(number));
     }
 }
 
