@@ -1,6 +1,7 @@
 #include "Targets.h"
 
 #include "ContainerMutator.h"
+#include "ExpressionProbe.h"
 #include "ReaderProbe.h"
 #include "SmallDatabase.h"
 #include "core/pdb/AttributeBlocks.h"
@@ -159,7 +160,7 @@ std::string dataRecord(ByteSpan input) {
     return probeReader(putTogether(file)).complaint;
 }
 
-constexpr std::array<Target, 14> kTargets = {{{"database", database},
+constexpr std::array<Target, 16> kTargets = {{{"database", database},
                                               {"header_values", headerValues},
                                               {"field_table", fieldTable},
                                               {"list", list},
@@ -172,7 +173,9 @@ constexpr std::array<Target, 14> kTargets = {{{"database", database},
                                               {"forms", forms},
                                               {"views", views},
                                               {"filters", filters},
-                                              {"data_record", dataRecord}}};
+                                              {"data_record", dataRecord},
+                                              {"compile", probeCompile},
+                                              {"evaluate", probeEvaluate}}};
 
 } // namespace
 
