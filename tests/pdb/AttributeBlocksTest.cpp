@@ -131,6 +131,36 @@ TEST(Expressions, blockOf91BytesOrFewerHasSevenTokens) {
     }
 }
 
+TEST(Expressions, oldBlockOf87BytesIsRemappedInItsSevenTokens) {
+    const Bytes bytes = hex("0D  2B 2B 01 2D 02 2A 2F  00*77"); // behind the slot's byte
+    ByteReader in(bytes);
+    const auto read = readExpression(in, {48, 87, 20});
+    ASSERT_TRUE(read.ok());
+    EXPECT_EQ(in.left(), 0u);
+    EXPECT_EQ(read.value().ResultType, 13);
+    // Operands are no exception: fields 43 and 47 become signs.
+    const std::vector<std::uint32_t> expected = {90, 90, 1, 91, 2, 92, 93};
+    for (std::size_t i = 0; i < read.value().Tokens.size(); ++i) {
+        EXPECT_EQ(read.value().Tokens[i], i < 7 ? expected[i] : 0u);
+        EXPECT_EQ(read.value().TokenTexts[i], "");
+    }
+}
+
+TEST(Expressions, colourBlackComesBackAsAnEmptyText) {
+    model::ExprDef expression;
+    expression.Tokens = {89, 86};
+    expression.TokenTexts[0] = std::string(1, '\0');
+    expression.TokenTexts[1] = "1";
+    ByteWriter out;
+    buildNewExpression(expression, out);
+    const Bytes bytes = out.take();
+    ByteReader in(bytes);
+    const auto read = readExpression(in, {48, 579});
+    ASSERT_TRUE(read.ok());
+    EXPECT_EQ(read.value().TokenTexts[0], "");
+    EXPECT_EQ(read.value().TokenTexts[1], "1");
+}
+
 TEST(Expressions, sevenTokensAreWrittenInTheFullForm) {
     const Bytes bytes = hex("04  01 5A 02 00*4  00*77");
     ByteReader in(bytes);
