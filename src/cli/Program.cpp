@@ -30,6 +30,7 @@ ExitCode run(const std::vector<std::string>& arguments, Terminal& terminal) {
     addSave(app, terminal, code);
     addCheck(app, terminal, code);
     addEdit(app, terminal, code);
+    addExpr(app, terminal, code);
     try {
         // The parser takes its arguments from the back.
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));

@@ -17,5 +17,6 @@ void addDump(CLI::App& app, Terminal& terminal, ExitCode& code);
 void addSave(CLI::App& app, Terminal& terminal, ExitCode& code);
 void addCheck(CLI::App& app, Terminal& terminal, ExitCode& code);
 void addEdit(CLI::App& app, Terminal& terminal, ExitCode& code);
+void addExpr(CLI::App& app, Terminal& terminal, ExitCode& code);
 
 } // namespace tallybook::cli
