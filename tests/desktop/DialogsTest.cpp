@@ -2,8 +2,10 @@
 #include "core/pdb/Passwords.h"
 #include "desktop/ModalScript.h"
 #include "desktop/dialogs/dlgError.h"
+#include "desktop/dialogs/dlgMulFilter.h"
 #include "desktop/dialogs/dlgRadio.h"
 #include "desktop/dialogs/frmAbout.h"
+#include "desktop/dialogs/frmFindForm.h"
 #include "desktop/dialogs/frmLogin.h"
 #include "desktop/dialogs/frmMemoAw.h"
 #include "desktop/dialogs/frmPwd.h"
@@ -13,12 +15,16 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QDesktopServices>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
@@ -134,6 +140,107 @@ TEST_F(ErrorDialog, itsButtonsAnswer) {
     desktop::dlgError closed(error, {}, nullptr);
     closed.reject();
     EXPECT_EQ(closed.answer(), platform::ErrorAnswer::Leave);
+}
+
+class FindForm : public testing::Test {
+protected:
+    document::FindMemory memory{.settings = {.text = "sea", .chkWholeWord = true, .optForward = false},
+                                .texts = {"Sea Charts", "sea"}};
+};
+
+TEST_F(FindForm, startsInTheTextAndOkIsTheDefault) {
+    desktop::frmFindForm form(memory, nullptr);
+    showAndActivate(form);
+    EXPECT_EQ(defaultButton(form), QStringLiteral("cmdOK"));
+    EXPECT_EQ(tabOrder(form),
+              QStringList({QStringLiteral("cmbFindText"), QStringLiteral("chkCase"), QStringLiteral("chkWholeWord"),
+                           QStringLiteral("chkExpression"), QStringLiteral("optBackward"), QStringLiteral("cmdOK"),
+                           QStringLiteral("cmdCancel")}));
+    expectNoAccessKeyTwice(form);
+}
+
+TEST_F(FindForm, showsWhatWasLookedForLast) {
+    desktop::frmFindForm form(memory, nullptr);
+    const auto* text = form.findChild<QComboBox*>(QStringLiteral("cmbFindText"));
+    EXPECT_EQ(text->currentText(), QStringLiteral("sea"));
+    EXPECT_EQ(text->lineEdit()->selectedText(), QStringLiteral("sea"));
+    ASSERT_EQ(text->count(), 2);
+    EXPECT_EQ(text->itemText(0), QStringLiteral("Sea Charts"));
+    EXPECT_FALSE(form.findChild<QCheckBox*>(QStringLiteral("chkCase"))->isChecked());
+    EXPECT_TRUE(form.findChild<QCheckBox*>(QStringLiteral("chkWholeWord"))->isChecked());
+    EXPECT_FALSE(form.findChild<QCheckBox*>(QStringLiteral("chkExpression"))->isChecked());
+    EXPECT_FALSE(form.findChild<QRadioButton*>(QStringLiteral("optForward"))->isChecked());
+    EXPECT_TRUE(form.findChild<QRadioButton*>(QStringLiteral("optBackward"))->isChecked());
+}
+
+TEST_F(FindForm, whatIsTypedIsNotCompletedFromOlderTexts) {
+    desktop::frmFindForm form(memory, nullptr);
+    showAndActivate(form);
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("se"));
+    EXPECT_EQ(form.settings().text, "se");
+}
+
+TEST_F(FindForm, staysOpenWithItsTextSelectedWhenNothingIsFound) {
+    desktop::frmFindForm form(memory, nullptr);
+    document::FindSettings asked;
+    bool finds = false;
+    form.setAcceptor([&](const document::FindSettings& settings) {
+        asked = settings;
+        return finds;
+    });
+    showAndActivate(form);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_C, Qt::AltModifier);
+    const auto* matchCase = form.findChild<QCheckBox*>(QStringLiteral("chkCase"));
+    EXPECT_TRUE(
+        QTest::qWaitFor([matchCase] { return matchCase->isChecked(); })); // the box shows itself pressed first
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_N, Qt::AltModifier);
+    form.findChild<QComboBox*>(QStringLiteral("cmbFindText"))->lineEdit()->insert(QStringLiteral("caf\u00E9"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_TRUE(form.isVisible());
+    EXPECT_EQ(asked.text, "caf\xE9");
+    EXPECT_TRUE(asked.chkCase);
+    EXPECT_TRUE(asked.chkWholeWord);
+    EXPECT_FALSE(asked.chkExpression);
+    EXPECT_FALSE(asked.optForward);
+    EXPECT_EQ(form.findChild<QComboBox*>(QStringLiteral("cmbFindText"))->lineEdit()->selectedText(),
+              QStringLiteral("caf\u00E9"));
+    finds = true;
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_FALSE(form.isVisible());
+    EXPECT_EQ(form.result(), QDialog::Accepted);
+}
+
+TEST_F(FindForm, aPastedLineEndIsTheOneOfAMemo) {
+    memory.settings.text = "harbour\nSecond";
+    const desktop::frmFindForm form(memory, nullptr);
+    EXPECT_EQ(form.settings().text, "harbour\nSecond");
+}
+
+TEST(MulFilter, listsTheFiltersWithTheirBoxes) {
+    desktop::dlgMulFilter dialog({{0, "01. Lent", false}, {3, "04. Cheap", true}}, nullptr);
+    showAndActivate(dialog);
+    const auto* list = dialog.findChild<QListWidget*>(QStringLiteral("ListFilters"));
+    ASSERT_EQ(list->count(), 2);
+    EXPECT_EQ(list->item(0)->text(), QStringLiteral("01. Lent"));
+    EXPECT_EQ(list->item(0)->checkState(), Qt::Unchecked);
+    EXPECT_EQ(list->item(1)->text(), QStringLiteral("04. Cheap"));
+    EXPECT_EQ(list->item(1)->checkState(), Qt::Checked);
+    EXPECT_EQ(defaultButton(dialog), QStringLiteral("OKButton"));
+    EXPECT_EQ(tabOrder(dialog), QStringList({QStringLiteral("ListFilters"), QStringLiteral("OKButton"),
+                                             QStringLiteral("CancelButton")}));
+    expectNoAccessKeyTwice(dialog);
+}
+
+TEST(MulFilter, spaceChecksALineAndReturnAccepts) {
+    desktop::dlgMulFilter dialog({{0, "01. Lent", false}, {3, "04. Cheap", true}}, nullptr);
+    showAndActivate(dialog);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    EXPECT_EQ(dialog.slotsChecked(), std::bitset<model::MaxFilters>("1001"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    EXPECT_EQ(dialog.slotsChecked(), std::bitset<model::MaxFilters>("0001"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
 }
 
 class UrlCatcher : public QObject {

@@ -3,8 +3,10 @@
 #include "core/pdb/Passwords.h"
 #include "desktop/WindowTest.h"
 #include "desktop/dialogs/dlgError.h"
+#include "desktop/dialogs/dlgMulFilter.h"
 #include "desktop/dialogs/dlgRadio.h"
 #include "desktop/dialogs/frmAbout.h"
+#include "desktop/dialogs/frmFindForm.h"
 #include "desktop/dialogs/frmLogin.h"
 #include "desktop/dialogs/frmMemoAw.h"
 #include "desktop/dialogs/frmPwd.h"
@@ -165,6 +167,13 @@ TEST_P(Pictures, dialogs) {
                                .autoWriter = true},
                               nullptr);
     showAndKeep(number, "frmMemoAw-number");
+    desktop::frmFindForm find({.settings = {.text = "harbour"}, .texts = {"harbour"}}, nullptr);
+    showAndKeep(find, "frmFindForm");
+    desktop::dlgMulFilter filters({{0, "01. Lent", true},
+                                   {1, "02. Bought before the turn of the century and never read again", false},
+                                   {11, "12. Cheap", true}},
+                                  nullptr);
+    showAndKeep(filters, "dlgMulFilter");
     desktop::frmAbout about(nullptr);
     showAndKeep(about, "frmAbout");
     desktop::frmSplash splash;

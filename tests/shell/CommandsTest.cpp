@@ -55,9 +55,7 @@ TEST(Commands, itemsStandInMenuOrder) {
                                                "mnuEditCut",
                                                "mnuEditCopy",
                                                "mnuEditPaste",
-                                               "mnuFind",
-                                               "mnuFindNext",
-                                               "mnuFindPrevious",
+
                                                "mnuRecordAdd",
                                                "mnuRecordDelete",
                                                "mnuRecordDeleteAll",
@@ -186,13 +184,13 @@ TEST(Commands, withoutADocumentOnlyTheFiveButtonsAnswer) {
 }
 
 TEST(Commands, whatIsStillToComeStaysDisabled) {
-    for (const auto name : {"mnuFileImport", "mnuFileExport", "mnuFileSaveInstall", "mnuFilePageSetup",
-                            "mnuFilePrint", "mnuFilePrintPreview", "mnuFind", "mnuFindNext", "mnuFindPrevious",
-                            "mnuFormDesigner", "mnuToolsPDBPorps", "mnuViewFieldProp", "mnuFieldProps",
-                            "mnuRecalculateExpressions", "mnuEditUndo"})
+    for (const auto name :
+         {"mnuFileImport", "mnuFileExport", "mnuFileSaveInstall", "mnuFilePageSetup", "mnuFilePrint",
+          "mnuFilePrintPreview", "mnuFind", "mnuFindNext", "mnuFindPrevious", "mnuFormDesigner", "mnuToolsPDBPorps",
+          "mnuViewFieldProp", "mnuFieldProps", "mnuRecalculateExpressions", "mnuEditUndo"})
         EXPECT_FALSE(isEnabled(find(name), 1, 1)) << name;
     for (const auto name : {"mnuRecordAdd", "mnuColumnConvertToKeys", "mnuToolsSecurity", "mnuRowDeleteRec",
-                            "mnuColumnSorta", "mnuColumnSortd"})
+                            "mnuColumnSorta", "mnuColumnSortd", "mnuFind", "mnuFindNext", "mnuFindPrevious"})
         EXPECT_TRUE(isEnabled(find(name), 1, 1)) << name;
 }
 

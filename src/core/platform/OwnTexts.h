@@ -24,6 +24,11 @@ inline std::string notBuilt(std::string_view what) {
 }
 inline constexpr std::string_view kKeyOutOfRange = "The number is too large for a key.  Conversion not performed.";
 
+// A search goes through the records that a filter hides, too.
+inline std::string foundHidden(int record) {
+    return "Found in record " + std::to_string(record) + ", which the filter hides.";
+}
+
 // A path or name between double quotes.
 inline std::string quoted(std::string_view name) {
     return '"' + std::string(name) + '"';

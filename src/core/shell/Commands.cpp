@@ -53,11 +53,11 @@ constexpr std::array kCommands = {
     Command{"mnuEditPaste", "&Paste", "Ctrl+V", 12, "paste", "Paste", WithDocument, kBuilt, "mnuEdit", false,
             "Put the clipboard's text into the cell"},
 
-    Command{"mnuFind", "&Find...", "Ctrl+F", 0, "", "", WithDocument, kToCome, "mnuSearch", false,
+    Command{"mnuFind", "&Find...", "Ctrl+F", 0, "", "", WithDocument, kBuilt, "mnuSearch", false,
             "Look for a text in the records"},
-    Command{"mnuFindNext", "Find &Next", "F3", 0, "", "", WithDocument, kToCome, "mnuSearch", false,
+    Command{"mnuFindNext", "Find &Next", "F3", 0, "", "", WithDocument, kBuilt, "mnuSearch", false,
             "Look for the text again, forward"},
-    Command{"mnuFindPrevious", "Find &Previous", "Shift+F3", 0, "", "", WithDocument, kToCome, "mnuSearch", false,
+    Command{"mnuFindPrevious", "Find &Previous", "Shift+F3", 0, "", "", WithDocument, kBuilt, "mnuSearch", false,
             "Look for the text again, backward"},
 
     Command{"mnuRecordAdd", "&Add Record", "Ins", 14, "addrec", "Add Record", WithDocument, kBuilt, "mnuRecord",

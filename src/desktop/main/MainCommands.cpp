@@ -4,10 +4,12 @@
 #include "core/document/Records.h"
 #include "core/document/SecuritySetting.h"
 #include "core/document/Sort.h"
+#include "core/platform/OwnTexts.h"
 #include "core/shell/OpenChoice.h"
 #include "core/shell/ProgramSettings.h"
 #include "core/shell/Version.h"
 #include "desktop/dialogs/frmAbout.h"
+#include "desktop/dialogs/frmFindForm.h"
 #include "desktop/dialogs/frmPwd.h"
 #include "desktop/document/CellEditors.h"
 #include "desktop/document/frmDocument.h"
@@ -24,7 +26,13 @@
 
 namespace tallybook::desktop {
 
+namespace {
+
+constexpr int kMessageTime = 5000; // milliseconds in the status bar
+
 using document::SortDirection;
+
+} // namespace
 
 std::span<const frmMain::Route> frmMain::routes() {
     static constexpr Route kRoutes[] = {
@@ -37,6 +45,9 @@ std::span<const frmMain::Route> frmMain::routes() {
         {"mnuEditCut", &frmMain::mnuEditCut, "Tallybook Pocket : Cut"},
         {"mnuEditCopy", &frmMain::mnuEditCopy, "Tallybook Pocket : Copy"},
         {"mnuEditPaste", &frmMain::mnuEditPaste, "Tallybook Pocket : Paste"},
+        {"mnuFind", &frmMain::mnuFind, "Tallybook Pocket : Find"},
+        {"mnuFindNext", &frmMain::mnuFindNext, "Tallybook Pocket : Find Next"},
+        {"mnuFindPrevious", &frmMain::mnuFindPrevious, "Tallybook Pocket : Find Previous"},
         {"mnuRecordAdd", &frmMain::mnuRecordAdd, "Tallybook Pocket : Add Record"},
         {"mnuRecordDelete", &frmMain::mnuRecordDelete, "Tallybook Pocket : Delete Record"},
         {"mnuRecordDeleteAll", &frmMain::mnuRecordDeleteAll, "Tallybook Pocket : Delete All Records"},
@@ -107,6 +118,47 @@ void frmMain::mnuEditPaste() {
     QLineEdit* text = m_document->editors().openText();
     if (!document::refuseBlock(*m_doc, m_services) && text != nullptr)
         text->paste();
+}
+
+void frmMain::mnuFind() {
+    askWhatToFind(m_find);
+}
+
+void frmMain::mnuFindNext() {
+    findAgain(true);
+}
+
+void frmMain::mnuFindPrevious() {
+    findAgain(false);
+}
+
+// Before anything was sought there is nothing to repeat: the dialog asks, set to the direction of the command.
+void frmMain::findAgain(bool forward) {
+    if (m_find.settings.text.empty()) {
+        document::FindMemory asked = m_find;
+        asked.settings.optForward = forward;
+        askWhatToFind(asked);
+        return;
+    }
+    if (document::findAgain(*m_doc, m_services, m_find, forward))
+        showHit();
+}
+
+void frmMain::askWhatToFind(const document::FindMemory& shown) {
+    document::saveCell(*m_doc, m_services);
+    m_document->showDocument();
+    frmFindForm form(shown, this);
+    form.setAcceptor([this](const document::FindSettings& settings) {
+        return document::findFromDialog(*m_doc, m_services, m_find, settings);
+    });
+    if (form.exec() == QDialog::Accepted)
+        showHit();
+}
+
+void frmMain::showHit() {
+    const int row = m_doc->grd.row();
+    if (m_doc->grd.rowHeight(row) == 0)
+        statusBar()->showMessage(toQt(platform::texts::foundHidden(row - model::kFirstDataRow + 1)), kMessageTime);
 }
 
 void frmMain::mnuRecordAdd() {

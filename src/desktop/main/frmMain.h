@@ -1,6 +1,7 @@
 // The program's frame: menus, tool bars, status bar, and the one document window in it.
 #pragma once
 
+#include "core/document/Find.h"
 #include "core/document/GridDisplay.h"
 #include "core/model/Document.h"
 #include "core/platform/Services.h"
@@ -56,6 +57,9 @@ private:
     void mnuEditCut();
     void mnuEditCopy();
     void mnuEditPaste();
+    void mnuFind();
+    void mnuFindNext();
+    void mnuFindPrevious();
     void mnuRecordAdd();
     void mnuRecordDelete();
     void mnuRecordDeleteAll();
@@ -85,6 +89,9 @@ private:
     void makeDocumentWindow();
     void restore();
     void run(const QString& name);
+    void findAgain(bool forward);
+    void askWhatToFind(const document::FindMemory& shown);
+    void showHit();
     void loadDocument(std::unique_ptr<model::Document> doc);
     bool closeDocument();
     bool mayCloseDocument();
@@ -108,6 +115,7 @@ private:
     QLabel* m_record = nullptr;
     shell::DocState m_docState = 0;
     document::DisplayChoices m_choices;
+    document::FindMemory m_find;
     shell::RecentList m_recent;
     std::filesystem::path m_folder; // where the open dialog begins
 };
