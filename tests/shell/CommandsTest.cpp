@@ -184,10 +184,9 @@ TEST(Commands, withoutADocumentOnlyTheFiveButtonsAnswer) {
 }
 
 TEST(Commands, whatIsStillToComeStaysDisabled) {
-    for (const auto name :
-         {"mnuFileImport", "mnuFileExport", "mnuFileSaveInstall", "mnuFilePageSetup", "mnuFilePrint",
-          "mnuFilePrintPreview", "mnuFind", "mnuFindNext", "mnuFindPrevious", "mnuFormDesigner", "mnuToolsPDBPorps",
-          "mnuViewFieldProp", "mnuFieldProps", "mnuRecalculateExpressions", "mnuEditUndo"})
+    for (const auto name : {"mnuFileImport", "mnuFileExport", "mnuFileSaveInstall", "mnuFilePageSetup",
+                            "mnuFilePrint", "mnuFilePrintPreview", "mnuFormDesigner", "mnuToolsPDBPorps",
+                            "mnuViewFieldProp", "mnuFieldProps", "mnuRecalculateExpressions", "mnuEditUndo"})
         EXPECT_FALSE(isEnabled(find(name), 1, 1)) << name;
     for (const auto name : {"mnuRecordAdd", "mnuColumnConvertToKeys", "mnuToolsSecurity", "mnuRowDeleteRec",
                             "mnuColumnSorta", "mnuColumnSortd", "mnuFind", "mnuFindNext", "mnuFindPrevious"})
