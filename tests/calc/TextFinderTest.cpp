@@ -54,6 +54,21 @@ TEST(TextFinder, findsTheSamePlacesAsFindText) {
     }
 }
 
+TEST(TextFinder, findsNeedlesAcrossTheChunksOfALongText) {
+    const std::string needle = "Needle in the hay";
+    const TextFinder folded("needle IN the hay", kFolded);
+    const TextFinder binary(needle, kBinary);
+    for (std::size_t place = 0; place < 200; ++place) {
+        std::string text(300, 'n'); // many places begin as the needle does
+        text.replace(place, needle.size(), needle);
+        EXPECT_EQ(folded.find(text), place);
+        EXPECT_EQ(binary.find(text), place);
+        EXPECT_EQ(folded.find(text, place + 1), kNone);
+        EXPECT_EQ(TextFinder("N", kBinary).find(text), place);
+    }
+    EXPECT_EQ(folded.find(std::string(1000, 'n')), kNone);
+}
+
 TEST(TextFinder, knowsWhetherAnAlphabetCanMakeTheNeedle) {
     std::bitset<256> alphabet;
     for (const char c : std::string_view("0123456789: APM"))

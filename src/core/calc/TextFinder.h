@@ -29,11 +29,25 @@ public:
     std::size_t size() const { return m_needle.size(); }
 
 private:
+    // The bytes that compare as one key: at most an upper and a lower case letter.
+    struct Pair {
+        char one = 0;
+        char other = 0;
+
+        bool is(char c) const { return (c == one) | (c == other); } // without a branch
+    };
+    Pair bytesOf(char key) const;
+
     bool isAt(const char* place) const;
+    bool mayBeginIn(const char* chunk) const;
+    std::size_t findInChunk(const char* chunk) const;
+    std::size_t findBySkipping(std::string_view text, std::size_t from) const;
 
     std::string m_needle;                 // as compared
     std::array<std::uint8_t, 256> m_key;  // what a byte is compared as
     std::array<std::uint8_t, 256> m_skip; // by the byte under the needle's last place: how far to go on at least
+    Pair m_first;                         // of the needle's first place
+    Pair m_last;
 };
 
 } // namespace tallybook::calc

@@ -149,36 +149,50 @@ const CellSearch::Columns& CellSearch::candidates(std::uint32_t block) {
 // The texts of a block lie together and are searched in one go; only where something is found there are they looked
 // at one by one.
 bool CellSearch::mayMatch(Column& column, std::uint32_t block) {
-    return m_emptyMatches || m_matcher.mayMatchIn(column.texts->plainTexts(block)) || hasMatchingWord(column, block);
+    return m_emptyMatches || m_matcher.mayMatchIn(column.texts->plainTexts(block)) ||
+           mayHoldMatchingWord(column, block);
 }
 
-bool CellSearch::hasMatchingWord(Column& column, std::uint32_t block) {
+bool CellSearch::mayHoldMatchingWord(Column& column, std::uint32_t block) {
     if (column.words == Words::None)
         return false;
+    m_block.clear();
     const std::uint32_t begin = block * model::kBlockRows;
     for (std::uint32_t row = begin; row < begin + model::kBlockRows; ++row) {
         const StoredCell cell = column.texts->stored(row);
-        if (cell.kind == StoredCell::Kind::Word && wordMatches(column, cell.word))
+        if (cell.kind != StoredCell::Kind::Word)
+            continue;
+        if (column.words == Words::Items && itemMatches(column, cell.word))
             return true;
+        if (column.words == Words::Each)
+            appendText(column, cell.word);
     }
-    return false;
+    return m_matcher.mayMatchIn(m_block);
+}
+
+// Puts the texts of a block one behind the other, as plain ones lie in their column.
+void CellSearch::appendText(const Column& column, std::uint32_t word) {
+    m_block += column.texts->coder()->text(word, m_scratch);
+    m_block += '\0';
 }
 
 bool CellSearch::wordMatches(Column& column, std::uint32_t word) {
-    if (column.words == Words::Items && word < kMostItems)
-        return itemMatches(column, word);
-    return m_matcher.matches(column.texts->coder()->text(word, m_scratch));
+    return column.words == Words::Items ? itemMatches(column, word) : textMatches(column, word);
 }
 
 // An item of a list is looked at once, however many records have it.
 bool CellSearch::itemMatches(Column& column, std::uint32_t word) {
+    if (word >= kMostItems)
+        return textMatches(column, word);
     if (word >= column.items.size())
         column.items.resize(word + 1);
-    if (column.items[word] == ItemMatch::Unknown) {
-        const std::string_view text = column.texts->coder()->text(word, m_scratch);
-        column.items[word] = m_matcher.matches(text) ? ItemMatch::Yes : ItemMatch::No;
-    }
+    if (column.items[word] == ItemMatch::Unknown)
+        column.items[word] = textMatches(column, word) ? ItemMatch::Yes : ItemMatch::No;
     return column.items[word] == ItemMatch::Yes;
+}
+
+bool CellSearch::textMatches(const Column& column, std::uint32_t word) {
+    return m_matcher.matches(column.texts->coder()->text(word, m_scratch));
 }
 
 bool CellSearch::cellMatches(int column, std::uint32_t id) {

@@ -63,8 +63,10 @@ private:
     void addColumn(int column);
     const Columns& candidates(std::uint32_t block);
     bool mayMatch(Column& column, std::uint32_t block);
-    bool hasMatchingWord(Column& column, std::uint32_t block);
+    bool mayHoldMatchingWord(Column& column, std::uint32_t block);
+    void appendText(const Column& column, std::uint32_t word);
     bool wordMatches(Column& column, std::uint32_t word);
+    bool textMatches(const Column& column, std::uint32_t word);
     bool itemMatches(Column& column, std::uint32_t word);
     bool cellMatches(int column, std::uint32_t id);
 
@@ -74,6 +76,7 @@ private:
     std::vector<Column> m_columns;                    // by grid column; those that are not searched have no texts
     std::vector<std::optional<Columns>> m_candidates; // by block of rows: the columns in which one may match
     std::string m_scratch;
+    std::string m_block; // the texts of a block's words, each with a NUL behind it
 };
 
 } // namespace tallybook::document

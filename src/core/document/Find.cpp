@@ -10,9 +10,6 @@ namespace tallybook::document {
 
 namespace {
 
-constexpr std::string_view kNoText = "Please input a search text.";
-constexpr std::string_view kNotFound = "Search string not found.";
-
 bool matchesAnyPart(std::string_view text, std::string_view patterns, calc::TextCase mode) {
     for (;;) {
         const std::size_t plus = patterns.find('+');
@@ -39,7 +36,7 @@ CellSearch::Place startOf(const model::GridModel& grd, bool forward) {
 bool findOrTell(model::Document& doc, platform::Services& services, const FindSettings& settings, bool forward) {
     if (FindText(doc, services, settings, forward))
         return true;
-    tell(services, kNotFound);
+    tell(services, kSearchTextNotFound);
     return false;
 }
 
@@ -72,7 +69,7 @@ bool FindText(model::Document& doc, platform::Services& services, const FindSett
 bool findFromDialog(model::Document& doc, platform::Services& services, FindMemory& memory,
                     const FindSettings& settings) {
     if (settings.text.empty()) {
-        tell(services, kNoText);
+        tell(services, kNoSearchText);
         return false;
     }
     memory.settings = settings;

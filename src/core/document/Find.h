@@ -10,6 +10,10 @@
 
 namespace tallybook::document {
 
+// What the user is told.
+inline constexpr std::string_view kNoSearchText = "Please input a search text.";
+inline constexpr std::string_view kSearchTextNotFound = "Search string not found.";
+
 // What the dialog asks for. The names are those of its boxes.
 struct FindSettings {
     std::string text;
@@ -42,7 +46,7 @@ bool ExpressionMatchText(std::string_view cellText, std::string_view patterns);
 // without a message, when there is none or the text is empty.
 bool FindText(model::Document& doc, platform::Services& services, const FindSettings& settings, bool forward);
 
-// OK of the dialog: "Please input a search text." and "Search string not found." are told. True when a cell was
+// OK of the dialog: kNoSearchText and kSearchTextNotFound are told. True when a cell was
 // found. The settings and the text are kept unless the text is empty.
 bool findFromDialog(model::Document& doc, platform::Services& services, FindMemory& memory,
                     const FindSettings& settings);
