@@ -1,14 +1,21 @@
 // tallybook cells FILE: the grid as text.
+#include "cli/FieldNames.h"
 #include "cli/GridRows.h"
 #include "cli/Session.h"
 #include "cli/Verbs.h"
+#include "core/calc/Ansi.h"
+#include "core/document/Sort.h"
 
 #include <CLI/CLI.hpp>
 #include <memory>
+#include <string_view>
+#include <variant>
 
 namespace tallybook::cli {
 
 namespace {
+
+constexpr std::string_view kDescending = ":desc";
 
 struct CellsOptions {
     CommonOptions common;
@@ -17,13 +24,32 @@ struct CellsOptions {
     bool tsv = false;
     bool json = false;
     bool numbers = false;
+    std::string sort; // FIELD[:desc]; empty: the order of the grid after opening
 
     RowForm form() const { return json ? RowForm::Json : (tsv ? RowForm::Tsv : RowForm::Csv); }
 };
 
+// Sorts as the option says. False when that is refused; the reason then stands on standard error.
+bool sortRecords(Session& session, std::string field) {
+    document::SortDirection direction = document::SortDirection::Ascending;
+    if (field.ends_with(kDescending)) {
+        field.erase(field.size() - kDescending.size());
+        direction = document::SortDirection::Descending;
+    }
+    const auto column = columnNamedOrNumbered(session.document(), field);
+    if (const auto* reason = std::get_if<std::string>(&column)) {
+        session.user().say(calc::ansi::fromUtf8(*reason));
+        return false;
+    }
+    document::SortGrid(session.document(), session.services(), model::slotOfColumn(std::get<int>(column)), direction);
+    return !session.user().spoke();
+}
+
 ExitCode cells(const CellsOptions& options, Terminal& terminal) {
     Session session(terminal, options.common);
     if (!session.open(options.file))
+        return ExitCode::Refused;
+    if (!options.sort.empty() && !sortRecords(session, options.sort))
         return ExitCode::Refused;
     const RecordNumbers numbers = options.numbers ? RecordNumbers::Yes : RecordNumbers::No;
     writeRows(session.document(), options.form(), numbers, terminal.out);
@@ -42,6 +68,8 @@ void addCells(CLI::App& app, Terminal& terminal, ExitCode& code) {
     forms->add_flag("--json", options->json, "An object with the fields and the records");
     forms->require_option(0, 1);
     verb->add_flag("-n,--numbers", options->numbers, "Begin each row with the number of its record");
+    verb->add_option("--sort", options->sort,
+                     "Sort on FIELD (a name, or @ and a slot), with :desc the greatest first");
     addOpenOptions(*verb, options->common);
     verb->callback([options, &terminal, &code] { code = cells(*options, terminal); });
 }

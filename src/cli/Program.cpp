@@ -26,6 +26,7 @@ ExitCode run(const std::vector<std::string>& arguments, Terminal& terminal) {
     ExitCode code = ExitCode::Done;
     addInfo(app, terminal, code);
     addCells(app, terminal, code);
+    addFind(app, terminal, code);
     addDump(app, terminal, code);
     addSave(app, terminal, code);
     addCheck(app, terminal, code);

@@ -133,6 +133,8 @@ const std::vector<ScriptCommand>& scriptCommands() {
         {"delete-all", 0, 0, "delete-all"},
         {"select", 1, 2, "select ROW FIELD, or select all|row|column"},
         {"copy", 0, 0, "copy"},
+        {"sort", 1, 2, "sort FIELD [desc]"},
+        {"find", 1, 5, "find \"TEXT\" [case] [whole-word] [expression] [backward], or find next|previous"},
         {"show", 0, 1, "show [all]"},
         {"answer", 1, 2, "answer yes|no|ok|cancel [\"QUESTION\"]"},
         {"password", 1, 1, "password \"TEXT\""},

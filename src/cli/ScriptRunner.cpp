@@ -1,14 +1,14 @@
 #include "cli/ScriptRunner.h"
 
+#include "cli/FieldNames.h"
 #include "cli/GridRows.h"
 #include "cli/TerminalUser.h"
 #include "core/calc/Ansi.h"
-#include "core/calc/Text.h"
 #include "core/document/GridDisplay.h"
 #include "core/document/OpenSave.h"
 #include "core/document/Records.h"
+#include "core/document/Sort.h"
 
-#include <array>
 #include <charconv>
 #include <ostream>
 #include <utility>
@@ -42,7 +42,7 @@ ScriptRunner::Handler ScriptRunner::handlerOf(const std::string& command) {
         std::string_view name;
         Handler handler;
     };
-    static constexpr std::array<Row, 25> kHandlers = {{
+    static constexpr Row kHandlers[] = {
         {"goto", &ScriptRunner::doGoto},
         {"click", &ScriptRunner::doClick},
         {"type", &ScriptRunner::doType},
@@ -58,6 +58,8 @@ ScriptRunner::Handler ScriptRunner::handlerOf(const std::string& command) {
         {"select", &ScriptRunner::doSelect},
         {"copy", &ScriptRunner::doCopy},
         {"show", &ScriptRunner::doShow},
+        {"sort", &ScriptRunner::doSort},
+        {"find", &ScriptRunner::doFind},
         {"answer", &ScriptRunner::doAnswer},
         {"password", &ScriptRunner::doPassword},
         {"save", &ScriptRunner::doSave},
@@ -68,7 +70,7 @@ ScriptRunner::Handler ScriptRunner::handlerOf(const std::string& command) {
         {"expect-message", &ScriptRunner::expectMessage},
         {"expect-modified", &ScriptRunner::expectModified},
         {"expect-records", &ScriptRunner::expectRecords},
-    }};
+    };
     for (const Row& row : kHandlers)
         if (row.name == command)
             return row.handler;
@@ -140,32 +142,7 @@ std::variant<int, std::string> ScriptRunner::rowOf(const ScriptWord& word) const
 }
 
 std::variant<int, std::string> ScriptRunner::columnOf(const ScriptWord& word) const {
-    if (!word.quoted && word.text.starts_with('@')) {
-        const std::optional<int> slot = wholeNumber(std::string_view(word.text).substr(1));
-        if (!slot || *slot < 0 || *slot > model::MaxUserFields)
-            return "no such field: " + word.text;
-        return columnOfSlot(*slot);
-    }
-    const std::string name = calc::ansi::fromUtf8(word.text);
-    int found = 0;
-    int exact = 0;
-    int matches = 0;
-    for (const int column : usedColumns(m_doc)) {
-        const std::string header = m_doc.grd.text(0, column);
-        if (header == name && exact == 0)
-            exact = column;
-        if (!calc::equalText(header, name, calc::TextCase::Folded))
-            continue;
-        found = column;
-        ++matches;
-    }
-    if (exact != 0)
-        return exact;
-    if (matches == 0)
-        return "no such field: " + word.text;
-    if (matches > 1)
-        return "more than one field has this name but for its case: " + word.text;
-    return found;
+    return word.quoted ? columnNamed(m_doc, word.text) : columnNamedOrNumbered(m_doc, word.text);
 }
 
 std::variant<ScriptRunner::Place, std::string> ScriptRunner::placeOf(const ScriptWord& rowWord,
@@ -274,6 +251,51 @@ ScriptRunner::Failure ScriptRunner::doShow(const Words& words) {
         line.add(calc::ansi::toUtf8(cellText(m_doc.grd.row(), column)));
         m_out << line.finish();
     }
+    return std::nullopt;
+}
+
+// Sorting and finding --------------------------------------------------------------------------------------
+
+ScriptRunner::Failure ScriptRunner::doSort(const Words& words) {
+    if (Failure failure = noModal())
+        return failure;
+    const bool descending = words.size() > 1;
+    if (descending && !words[1].is("desc"))
+        return "usage: sort FIELD [desc]";
+    const auto column = columnOf(words[0]);
+    if (const auto* reason = std::get_if<std::string>(&column))
+        return *reason;
+    document::SortGrid(m_doc, m_services, model::slotOfColumn(std::get<int>(column)),
+                       descending ? document::SortDirection::Descending : document::SortDirection::Ascending);
+    return std::nullopt;
+}
+
+ScriptRunner::Failure ScriptRunner::findAgain(bool forward) {
+    if (m_find.settings.text.empty())
+        return "nothing has been looked for yet";
+    document::findAgain(m_doc, m_services, m_find, forward);
+    return std::nullopt;
+}
+
+ScriptRunner::Failure ScriptRunner::doFind(const Words& words) {
+    if (Failure failure = noModal())
+        return failure;
+    if (words.size() == 1 && (words[0].is("next") || words[0].is("previous")))
+        return findAgain(words[0].is("next"));
+    document::FindSettings settings{.text = calc::ansi::fromUtf8(words[0].text)};
+    for (auto word = words.begin() + 1; word != words.end(); ++word) {
+        if (word->is("case"))
+            settings.chkCase = true;
+        else if (word->is("whole-word"))
+            settings.chkWholeWord = true;
+        else if (word->is("expression"))
+            settings.chkExpression = true;
+        else if (word->is("backward"))
+            settings.optForward = false;
+        else
+            return "not an option: " + word->text + " (case, whole-word, expression or backward)";
+    }
+    document::findFromDialog(m_doc, m_services, m_find, settings);
     return std::nullopt;
 }
 

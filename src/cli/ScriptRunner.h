@@ -4,6 +4,7 @@
 #include "cli/Script.h"
 #include "cli/ScriptUser.h"
 #include "core/document/CellEditing.h"
+#include "core/document/Find.h"
 #include "core/model/Document.h"
 #include "core/platform/Services.h"
 
@@ -71,6 +72,9 @@ private:
     Failure doSelect(const Words& words);
     Failure doCopy(const Words& words);
     Failure doShow(const Words& words);
+    Failure doSort(const Words& words);
+    Failure doFind(const Words& words);
+    Failure findAgain(bool forward);
     Failure doAnswer(const Words& words);
     Failure doPassword(const Words& words);
     Failure doSave(const Words& words);
@@ -87,6 +91,7 @@ private:
     ScriptUser& m_user;
     std::ostream& m_out;
     std::optional<std::filesystem::path> m_saveTo;
+    document::FindMemory m_find;
     document::EditAction m_modal; // the window that is open over the grid, if any
 };
 

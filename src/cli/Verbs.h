@@ -13,6 +13,7 @@ namespace tallybook::cli {
 
 void addInfo(CLI::App& app, Terminal& terminal, ExitCode& code);
 void addCells(CLI::App& app, Terminal& terminal, ExitCode& code);
+void addFind(CLI::App& app, Terminal& terminal, ExitCode& code);
 void addDump(CLI::App& app, Terminal& terminal, ExitCode& code);
 void addSave(CLI::App& app, Terminal& terminal, ExitCode& code);
 void addCheck(CLI::App& app, Terminal& terminal, ExitCode& code);

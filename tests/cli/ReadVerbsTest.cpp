@@ -37,6 +37,7 @@ INSTANTIATE_TEST_SUITE_P(
                     UsageCase{"twoForms", {"cells", "MS2_Small.pdb", "--csv", "--json"}},
                     UsageCase{"unknownRegion", {"cells", "MS2_Small.pdb", "--region", "fr"}},
                     UsageCase{"missingPasswordFile", {"cells", "MS2_Small.pdb", "--password-file", "none"}},
+                    UsageCase{"findWithoutText", {"find", "MS2_Small.pdb"}},
                     UsageCase{"saveWithoutOut", {"save", "MS2_Small.pdb"}},
                     UsageCase{"editWithoutScript", {"edit", "MS2_Small.pdb"}},
                     UsageCase{"missingScript", {"edit", "MS2_Small.pdb", "--script", "none"}}),
@@ -46,7 +47,7 @@ TEST(CommandLineTest, helpIsAnAnswer) {
     const CommandResult result = CommandTest().run({"--help"});
     EXPECT_EQ(result.code, 0);
     EXPECT_EQ(result.err, "");
-    for (const char* verb : {"info", "cells", "dump", "save", "check", "edit"})
+    for (const char* verb : {"info", "cells", "find", "dump", "save", "check", "edit"})
         EXPECT_NE(result.out.find(verb), std::string::npos) << verb;
 }
 
@@ -247,6 +248,37 @@ TEST(CellsTest, followsTheRegion) {
     const std::string german = test.run({"cells", "MS2_Small.pdb", "--tsv", "--region", "de"}).out;
     EXPECT_NE(german.find("\t3,50\t"), std::string::npos) << german;
     EXPECT_NE(german.find("\t02.01.2003\t13:05:09\t"), std::string::npos) << german;
+}
+
+TEST(CellsTest, sortsTheRecords) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    struct Row {
+        const char* sort;
+        const char* titles; // first letters in order
+    };
+    const Row rows[] = {{"Title", "ST\xC3"},    {"title:desc", "\xC3TS"}, {"Count", "TS\xC3"},
+                        {"@2:desc", "\xC3ST"},  {"Categories", "TS\xC3"}, {"Done", "ST\xC3"},
+                        {"Done:desc", "\xC3ST"}};
+    for (const Row& row : rows) {
+        const CommandResult result = test.run({"cells", "MS2_Small.pdb", "--json", "--sort", row.sort});
+        std::string titles;
+        const Json json = Json::parse(result.out);
+        for (const Json& record : json["records"])
+            titles += record[1].get<std::string>()[0];
+        EXPECT_EQ(titles, row.titles) << row.sort;
+    }
+}
+
+TEST(CellsTest, refusesToSortOnAFieldThatIsNotThere) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    for (const char* field : {"Nothing", "@81", "@", ":desc"}) {
+        const CommandResult result = test.run({"cells", "MS2_Small.pdb", "--sort", field});
+        EXPECT_EQ(result.code, 1) << field;
+        EXPECT_EQ(result.out, "");
+        EXPECT_TRUE(result.err.starts_with("no such field: ")) << result.err;
+    }
 }
 
 TEST(CellsTest, writesTheHeaderAloneOfAnEmptyDatabase) {

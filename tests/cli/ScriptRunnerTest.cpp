@@ -88,6 +88,33 @@ INSTANTIATE_TEST_SUITE_P(
     caseName());
 
 INSTANTIATE_TEST_SUITE_P(
+    SortingAndFinding, ScriptRunTest,
+    testing::Values(
+        ScriptCase{"sortAscending", "goto 1 Title\nsort Count\nexpect-at 1 Title\nexpect-cell 1 Title \"Third\"", ""},
+        ScriptCase{"sortDescending",
+                   "sort Count desc\nexpect-cell 1 Count \"12\"\nexpect-cell last Count \"-5\"\nexpect-modified no",
+                   ""},
+        ScriptCase{"sortTakesAnOpenEdit", "goto 2 Count\ntype \"-9\"\nsort Count\nexpect-cell 1 Title \"Second\"",
+                   ""},
+        ScriptCase{"sortOnWhatIsNotThere", "sort Nothing", "1: no such field: Nothing"},
+        ScriptCase{"sortWithAnotherWord", "sort Count up", "1: usage: sort FIELD [desc]"},
+        ScriptCase{
+            "find",
+            "find \"second\"\nexpect-at 1 Notes\nfind next\nexpect-at 2 Title\nfind previous\nexpect-at 1 Notes", ""},
+        ScriptCase{"findWithOptions", "goto last Changed\nfind \"SECOND\" whole-word backward\nexpect-at 2 Title",
+                   ""},
+        ScriptCase{"findByExpression",
+                   "find \"S*+T*\" expression case\nexpect-at 2 Title\nfind next\nexpect-at 3 Title", ""},
+        ScriptCase{"findNothing", "find \"second\" case whole-word\nfind next", "2: Search string not found."},
+        ScriptCase{"findNothingAsExpected", "find \"absent\"\nexpect-message \"Search string not found.\"", ""},
+        ScriptCase{"findNoText", "find \"\"", "1: Please input a search text."},
+        ScriptCase{"findAgainTooEarly", "find next", "1: nothing has been looked for yet"},
+        ScriptCase{"findTheWordNext", "goto 1 Title\nfind \"next\"", "2: Search string not found."},
+        ScriptCase{"findWithAnotherWord", "find \"x\" quickly",
+                   "1: not an option: quickly (case, whole-word, expression or backward)"}),
+    caseName());
+
+INSTANTIATE_TEST_SUITE_P(
     Typing, ScriptRunTest,
     testing::Values(
         ScriptCase{"replacesAText", "goto 2 Title\ntype \"New\"\nkey enter\nexpect-cell 2 Title \"New\"", ""},
