@@ -1,5 +1,9 @@
 #include "SqliteTable.h"
 
+#include "Queries.h"
+#include "core/calc/Dates.h"
+#include "core/calc/Numbers.h"
+
 #include <stdexcept>
 
 namespace tallybook::bench {
@@ -42,18 +46,34 @@ void bind(sqlite3_stmt* insert, int place, const SqliteValues::Column& column, s
                           SQLITE_STATIC);
 }
 
+// A date of the measured tables in SQLite's own form.
+std::string isoDate(const std::string& shown) {
+    const auto serial = calc::readDate(shown, platform::Regional{}, 2003);
+    if (!serial)
+        return {};
+    const calc::Date date = calc::dateOf(*serial);
+    const auto digits = [](int number, std::size_t count) {
+        return calc::zeroPadded(static_cast<std::uint64_t>(number), count);
+    };
+    return digits(date.year, 4) + '-' + digits(date.month, 2) + '-' + digits(date.day, 2);
+}
+
 } // namespace
 
-SqliteValues::SqliteValues(const model::Document& doc) : m_rows(static_cast<std::size_t>(doc.NumDataRecs)) {
+SqliteValues::SqliteValues(const model::Document& doc, Dates dates)
+    : m_rows(static_cast<std::size_t>(doc.NumDataRecs)) {
     const int used = model::highestField(doc.CurrDB20);
     for (int slot = 1; slot < used; ++slot) {
         Column& column = m_columns.emplace_back();
-        column.kind = kindOf(doc.CurrDB20.Fields[static_cast<std::size_t>(slot)].Type);
+        const model::FieldType type = doc.CurrDB20.Fields[static_cast<std::size_t>(slot)].Type;
+        column.kind = kindOf(type);
         for (int record = 0; record < doc.NumDataRecs; ++record) {
             const int row = record + model::kFirstDataRow;
             std::string text = doc.grd.text(row, model::columnOfSlot(slot));
             if (doc.grd.picture(row, model::columnOfSlot(slot)) == model::Picture::CheckOn)
                 text = "1";
+            if (dates == Dates::Iso && type == model::FieldType::Date)
+                text = isoDate(text);
             column.present.push_back(!text.empty());
             if (column.kind == Kind::Whole)
                 column.wholes.push_back(text.empty() ? 0 : std::stoll(text));
@@ -77,6 +97,8 @@ SqliteTable::SqliteTable(const std::filesystem::path& file) {
 SqliteTable::~SqliteTable() {
     sqlite3_finalize(m_scan);
     sqlite3_finalize(m_update);
+    for (const auto& [select, statement] : m_selects)
+        sqlite3_finalize(statement);
     sqlite3_close(m_db);
 }
 
@@ -124,6 +146,19 @@ std::uint64_t SqliteTable::scan() {
     }
     check(sqlite3_reset(m_scan) == SQLITE_OK, m_db);
     return length;
+}
+
+std::uint64_t SqliteTable::ids(const std::string& select, const std::string& text) {
+    sqlite3_stmt*& statement = m_selects[select];
+    if (statement == nullptr)
+        statement = prepare(select);
+    if (sqlite3_bind_parameter_count(statement) > 0)
+        sqlite3_bind_text(statement, 1, text.data(), static_cast<int>(text.size()), SQLITE_STATIC);
+    ResultCheck result;
+    while (sqlite3_step(statement) == SQLITE_ROW)
+        result.add(static_cast<std::uint64_t>(sqlite3_column_int64(statement, 0)));
+    check(sqlite3_reset(statement) == SQLITE_OK, m_db);
+    return result.value();
 }
 
 void SqliteTable::beginUpdates(int column) {

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <map>
 #include <sqlite3.h>
 #include <string>
 #include <vector>
@@ -14,7 +15,9 @@ namespace tallybook::bench {
 // The values of a table as SQLite takes them, made beforehand so that only its own work is measured.
 class SqliteValues {
 public:
-    explicit SqliteValues(const model::Document& doc);
+    // Dates as the cells show them, or as SQLite has them (2003-01-31), so that they can be sorted.
+    enum class Dates : std::uint8_t { AsShown, Iso };
+    explicit SqliteValues(const model::Document& doc, Dates dates = Dates::AsShown);
 
     struct Column {
         enum class Kind : std::uint8_t { Text, Whole, Real } kind = Kind::Text;
@@ -34,7 +37,8 @@ private:
 // An open database. Every failure throws.
 class SqliteTable {
 public:
-    explicit SqliteTable(const std::filesystem::path& file); // mapped, with a cache that holds all
+    // Mapped, with a cache that holds all. ":memory:" is a table without a file.
+    explicit SqliteTable(const std::filesystem::path& file);
     ~SqliteTable();
     SqliteTable(const SqliteTable&) = delete;
     SqliteTable& operator=(const SqliteTable&) = delete;
@@ -44,6 +48,10 @@ public:
 
     // Reads every column of every row as text and gives the sum of the lengths.
     std::uint64_t scan();
+
+    // Runs a SELECT of row ids, with a text for its parameter if it has one, and gives the check value of the ids in
+    // their order. The statement is prepared once and kept.
+    std::uint64_t ids(const std::string& select, const std::string& text = {});
 
     // One transaction with an UPDATE by row id for each of the rows. The column takes the texts in turn.
     void beginUpdates(int column);
@@ -57,6 +65,7 @@ private:
     sqlite3* m_db = nullptr;
     sqlite3_stmt* m_scan = nullptr;
     sqlite3_stmt* m_update = nullptr;
+    std::map<std::string, sqlite3_stmt*> m_selects;
 };
 
 } // namespace tallybook::bench

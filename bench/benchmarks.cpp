@@ -4,6 +4,7 @@
 #include "Comparison.h"
 #include "FontMeasure.h"
 #include "FreshProcess.h"
+#include "Queries.h"
 #include "Samples.h"
 #include "SqliteTable.h"
 #include "Workbench.h"
@@ -62,6 +63,8 @@ struct Subject {
         fs::remove(sqliteFile(folder, name));
         SqliteTable(sqliteFile(folder, name)).createAndInsert(SqliteValues(*doc));
         sqlite = std::make_unique<SqliteTable>(sqliteFile(folder, name));
+        inMemory = std::make_unique<SqliteTable>(":memory:");
+        inMemory->createAndInsert(SqliteValues(*doc, SqliteValues::Dates::Iso));
     }
     fs::path folder() { return bench.services().applicationFolder; }
     fs::path file() { return tallybookFile(folder(), name); }
@@ -78,9 +81,10 @@ struct Subject {
 
     Workbench bench;
     std::string name;
-    std::unique_ptr<model::Document> doc; // its texts change with the edits, its records stay
-    std::unique_ptr<SqliteTable> sqlite;  // open already, with its cache warm: SQLite's best
-    unsigned edits = 0;                   // how many times, so that they are others each time
+    std::unique_ptr<model::Document> doc;  // its texts change with the edits, its records stay
+    std::unique_ptr<SqliteTable> sqlite;   // open already, with its cache warm: SQLite's best
+    std::unique_ptr<SqliteTable> inMemory; // for questions, with dates that can be sorted
+    unsigned edits = 0;                    // how many times, so that they are others each time
 
 private:
     std::unique_ptr<model::Document> worn;
@@ -142,6 +146,84 @@ Nanoseconds deleteInMiddle(Subject& subject) {
     return time;
 }
 
+Nanoseconds sortText(Subject& subject) {
+    return sortOn(subject.bench, *subject.doc, model::FieldType::Text).time;
+}
+
+Nanoseconds sortDate(Subject& subject) {
+    return sortOn(subject.bench, *subject.doc, model::FieldType::Date).time;
+}
+
+Nanoseconds findAbsent(Subject& subject) {
+    return findIn(*subject.doc, kAbsentText).time;
+}
+
+Nanoseconds findDigits(Subject& subject) {
+    return findIn(*subject.doc, kDigits).time;
+}
+
+std::string columnOf(int slot) {
+    return "f" + std::to_string(slot);
+}
+
+std::string orderBy(const Subject& subject, model::FieldType type) {
+    return "SELECT id FROM t ORDER BY " + columnOf(slotsOf(subject.doc->CurrDB20, type).front());
+}
+
+std::string anyLike(const std::vector<int>& slots) {
+    std::string select = "SELECT id FROM t WHERE ";
+    for (const int slot : slots)
+        select += (slot == slots.front() ? "" : " OR ") + columnOf(slot) + " LIKE ?1";
+    return select;
+}
+
+std::vector<int> allSlots(const Subject& subject) {
+    std::vector<int> slots;
+    for (int slot = 1; slot < model::highestField(subject.doc->CurrDB20); ++slot)
+        slots.push_back(slot);
+    return slots;
+}
+
+std::string contains(const char* text) {
+    return "%" + std::string(text) + "%";
+}
+
+Nanoseconds sqliteIds(Subject& subject, const std::string& select, const std::string& text = {}) {
+    return timed([&] { benchmark::DoNotOptimize(subject.inMemory->ids(select, text)); });
+}
+
+Nanoseconds sqliteSortText(Subject& subject) {
+    return sqliteIds(subject, orderBy(subject, model::FieldType::Text));
+}
+
+Nanoseconds sqliteSortDate(Subject& subject) {
+    return sqliteIds(subject, orderBy(subject, model::FieldType::Date));
+}
+
+Nanoseconds sqliteFind(Subject& subject) {
+    return sqliteIds(subject, anyLike(slotsOf(subject.doc->CurrDB20, model::FieldType::Text)), contains(kAbsentText));
+}
+
+Nanoseconds sqliteFindDigits(Subject& subject) {
+    return sqliteIds(subject, anyLike(allSlots(subject)), contains(kDigits));
+}
+
+// Both sides must find the same, or their times say nothing.
+void compareResults(Subject& subject) {
+    const auto same = [](const char* what, std::uint64_t ours, std::uint64_t theirs) {
+        if (ours != theirs)
+            throw std::runtime_error(std::string(what) + ": the results differ");
+    };
+    const auto ordered = [&](model::FieldType type) { return subject.inMemory->ids(orderBy(subject, type)); };
+    same("sort by text", sortOn(subject.bench, *subject.doc, model::FieldType::Text).check,
+         ordered(model::FieldType::Text));
+    same("sort by date", sortOn(subject.bench, *subject.doc, model::FieldType::Date).check,
+         ordered(model::FieldType::Date));
+    const std::string likeAll = anyLike(allSlots(subject));
+    for (const char* text : {kAbsentText, kDigits})
+        same(text, findIn(*subject.doc, text).check, subject.inMemory->ids(likeAll, contains(text)));
+}
+
 Nanoseconds sqliteScan(Subject& subject) {
     return timed([&] { benchmark::DoNotOptimize(subject.sqlite->scan()); });
 }
@@ -191,7 +273,15 @@ const std::vector<Measure>& measures() {
                                              {"sqlite_update", sqliteUpdate, 1},
                                              {"add_record", addRecord, 200},
                                              {"delete_in_middle", deleteInMiddle, 200},
-                                             {"best_fit", bestFit, 1}};
+                                             {"best_fit", bestFit, 1},
+                                             {"sort_text", sortText, 1},
+                                             {"sqlite_sort_text", sqliteSortText, 1},
+                                             {"sort_date", sortDate, 1},
+                                             {"sqlite_sort_date", sqliteSortDate, 1},
+                                             {"find", findAbsent, 1},
+                                             {"sqlite_find", sqliteFind, 1},
+                                             {"find_digits", findDigits, 1},
+                                             {"sqlite_find_digits", sqliteFindDigits, 1}};
     return all;
 }
 
@@ -227,6 +317,7 @@ int main(int argc, char** argv) {
         Subject& subject = *subjects.emplace_back(std::make_unique<Subject>(dataFolder(), table));
         facts.push_back({subject.name, table.records, filledCells(*subject.doc), fs::file_size(subject.file()),
                          freshMemory(dataFolder(), subject.name)});
+        compareResults(subject);
         for (const Measure& measure : measures())
             registerMeasure(measure, subject);
     }

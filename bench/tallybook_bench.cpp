@@ -1,6 +1,7 @@
 // tallybook-bench OPERATION -n RUNS FILE: one operation on a file, one line of figures, so that any other program
 // can be run beside it.
 
+#include "Queries.h"
 #include "Workbench.h"
 
 #include <CLI/CLI.hpp>
@@ -106,6 +107,37 @@ Outcome edit(Workbench& bench, const fs::path& file, int runs) {
     return outcome;
 }
 
+// Runs a question as often as asked; every answer must be the same.
+template <class Ask> Outcome query(Workbench& bench, const fs::path& file, int runs, Ask ask) {
+    Outcome outcome;
+    const auto doc = bench.open(file);
+    outcome.rows = doc->NumDataRecs;
+    for (int run = 0; run < runs; ++run) {
+        const Measured measured = ask(*doc);
+        outcome.times.push_back(measured.time);
+        if (run > 0 && measured.check != outcome.check)
+            throw std::runtime_error("the runs gave different results");
+        outcome.check = measured.check;
+    }
+    return outcome;
+}
+
+Outcome sortText(Workbench& bench, const fs::path& file, int runs) {
+    return query(bench, file, runs, [&](model::Document& doc) { return sortOn(bench, doc, model::FieldType::Text); });
+}
+
+Outcome sortDate(Workbench& bench, const fs::path& file, int runs) {
+    return query(bench, file, runs, [&](model::Document& doc) { return sortOn(bench, doc, model::FieldType::Date); });
+}
+
+Outcome find(Workbench& bench, const fs::path& file, int runs) {
+    return query(bench, file, runs, [](model::Document& doc) { return findIn(doc, kAbsentText); });
+}
+
+Outcome findDigits(Workbench& bench, const fs::path& file, int runs) {
+    return query(bench, file, runs, [](model::Document& doc) { return findIn(doc, kDigits); });
+}
+
 long peakKilobytes() {
     struct rusage usage {};
     getrusage(RUSAGE_SELF, &usage);
@@ -126,15 +158,17 @@ void print(const std::string& operation, Outcome outcome) {
 int main(int argc, char** argv) {
     using Operation = std::function<Outcome(Workbench&, const fs::path&, int)>;
     const std::map<std::string, Operation> operations = {
-        {"open", open}, {"open-text", openText}, {"save", save}, {"edit", edit}};
+        {"open", open},          {"open-text", openText}, {"save", save}, {"edit", edit},
+        {"sort-text", sortText}, {"sort-date", sortDate}, {"find", find}, {"find-digits", findDigits}};
+    std::vector<std::string> names;
+    for (const auto& [name, run] : operations)
+        names.push_back(name);
 
     CLI::App app("Times one operation on a Tallybook file", "tallybook-bench");
     std::string operation;
     int runs = 9;
     std::string file;
-    app.add_option("OPERATION", operation, "open, open-text, save or edit")
-        ->required()
-        ->check(CLI::IsMember({"open", "open-text", "save", "edit"}));
+    app.add_option("OPERATION", operation, "What is timed")->required()->check(CLI::IsMember(names));
     app.add_option("-n", runs, "How many times")->check(CLI::Range(1, 1000000))->capture_default_str();
     app.add_option("FILE", file, "A Tallybook file; it is not changed")->required();
     try {
