@@ -4,7 +4,6 @@
 #include "core/calc/Text.h"
 #include "core/platform/OwnTexts.h"
 
-#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -16,31 +15,6 @@ namespace own = platform::texts;
 using Kind = ExpressionValue::Kind;
 using Value = ExpressionValue;
 
-constexpr Value number(double value) {
-    return {Kind::Number, value, {}};
-}
-constexpr Value truth(bool holds) {
-    return number(holds ? 1 : 0);
-}
-constexpr Value date(double day) {
-    return {Kind::Date, day, {}};
-}
-constexpr Value time(double seconds) {
-    return {Kind::Time, seconds, {}};
-}
-constexpr Value text(std::string_view characters) {
-    return {Kind::Text, 0, characters};
-}
-
-// What a trial goes on with where a made-up value has no meaning: 1 January 2000, noon.
-constexpr Value kSomeNumber = number(1);
-constexpr Value kSomeDate = date(36526);
-constexpr Value kSomeTime = time(43200);
-
-bool isBlank(std::string_view characters) {
-    return characters.find_first_not_of(' ') == std::string_view::npos;
-}
-
 // A calculated number comes as a single and as a long: where a single has no room for all of its digits, the long
 // has.
 double calculatedNumber(const FieldValues& values) {
@@ -48,10 +22,6 @@ double calculatedNumber(const FieldValues& values) {
     if (std::fabs(values.singleValue) >= kWholeSingles && static_cast<float>(values.longValue) == values.singleValue)
         return values.longValue;
     return shownNumber(values.singleValue);
-}
-
-Date dateParts(double day) {
-    return dateOfDay(static_cast<int>(day));
 }
 
 } // namespace
@@ -70,22 +40,22 @@ Value ExpressionEvaluator::failed(const Node& node, std::string_view reason, Val
 Value ExpressionEvaluator::finite(const Node& node, double value) {
     if (!std::isfinite(value))
         return failed(node, own::kNumberTooLarge, kSomeNumber);
-    return number(value);
+    return numberValue(value);
 }
 
 Value ExpressionEvaluator::evaluate(int place) {
     const Node& node = at(place);
     switch (node.kind) {
     case Node::Kind::Number:
-        return number(node.number);
+        return numberValue(node.number);
     case Node::Kind::Text:
-        return text(node.text);
+        return textValue(node.text);
     case Node::Kind::Today:
-        return date(node.number);
+        return dateValue(node.number);
     case Node::Kind::Now:
-        return time(node.number);
+        return timeValue(node.number);
     case Node::Kind::PrevIndex:
-        return number(static_cast<double>(m_record) - 1);
+        return numberValue(static_cast<double>(m_record) - 1);
     case Node::Kind::Field:
         return field(node);
     case Node::Kind::ColourAhead:
@@ -119,23 +89,23 @@ Value ExpressionEvaluator::field(const Node& node) {
     case FieldForm::Free:
         return wrong(own::kFreeSlotInExpression);
     case FieldForm::Whole:
-        return number(values.longValue);
+        return numberValue(values.longValue);
     case FieldForm::Check:
-        return truth(values.longValue != 0);
+        return truthValue(values.longValue != 0);
     case FieldForm::Number:
         if (!std::isfinite(values.singleValue))
             return failed(node, own::kNumberTooLarge, kSomeNumber);
-        return number(calculatedNumber(values));
+        return numberValue(calculatedNumber(values));
     case FieldForm::Date:
         return dateField(values.longValue);
     case FieldForm::Time:
         if (const auto seconds = unpackTime(values.longValue))
-            return time(*seconds);
+            return timeValue(*seconds);
         return failed(node, own::kTextIsNoTime, kSomeTime);
     case FieldForm::DayTime:
-        return time(*secondsLater(values.longValue, 0));
+        return timeValue(*secondsLater(values.longValue, 0));
     case FieldForm::Text:
-        return text(values.textValue);
+        return textValue(values.textValue);
     case FieldForm::Conditional:
         return conditional(values);
     }
@@ -144,131 +114,18 @@ Value ExpressionEvaluator::field(const Node& node) {
 
 Value ExpressionEvaluator::dateField(std::int32_t packed) {
     if (const auto day = unpackDate(packed))
-        return date(*day);
+        return dateValue(*day);
     return isTrial() ? kSomeDate : wrong(own::kDateOutOfRange);
 }
 
 // The text of a Conditional Expression is what its conditions chose: a number, a date or any text.
 Value ExpressionEvaluator::conditional(const FieldValues& values) {
     if (const auto numeric = parseNumber(values.textValue, m_settings.regional))
-        return number(*numeric);
+        return numberValue(*numeric);
     if (values.longValue != 0)
         if (const auto day = unpackDate(values.longValue))
-            return date(*day);
-    return text(values.textValue);
-}
-
-// Conversions -------------------------------------------------------------------------------------------------
-
-// A blank text is 0, as every blank field is.
-bool ExpressionEvaluator::toNumber(int place, Value& value) {
-    if (value.kind == Kind::Number)
-        return true;
-    if (value.kind == Kind::Fault)
-        return false;
-    if (value.kind != Kind::Text)
-        value = wrong(own::kNumberWanted);
-    else if (isBlank(value.text))
-        value = number(0);
-    else if (const auto numeric = parseNumber(value.text, m_settings.regional))
-        value = number(*numeric);
-    else
-        value = failed(at(place), own::kTextIsNoNumber, kSomeNumber);
-    return value.kind != Kind::Fault;
-}
-
-bool ExpressionEvaluator::toDate(int place, Value& value) {
-    if (value.kind == Kind::Date)
-        return true;
-    if (value.kind == Kind::Fault)
-        return false;
-    if (value.kind != Kind::Text)
-        value = wrong(own::kDateWanted);
-    else if (isBlank(value.text))
-        value = date(0);
-    else if (const auto serial = readDate(value.text, m_settings.regional, m_settings.thisYear))
-        value = date(dayNumber(dateOf(*serial)));
-    else
-        value = failed(at(place), own::kTextIsNoDate, kSomeDate);
-    return value.kind != Kind::Fault;
-}
-
-bool ExpressionEvaluator::toTime(int place, Value& value) {
-    if (!toSeconds(place, value))
-        return false;
-    if (value.kind == Kind::Time)
-        return true;
-    const auto seconds = secondsLater(0, value.number);
-    value = seconds ? time(*seconds) : failed(at(place), own::kNumberTooLarge, kSomeTime);
-    return value.kind != Kind::Fault;
-}
-
-// A time, or a number that counts seconds.
-bool ExpressionEvaluator::toSeconds(int place, Value& value) {
-    if (value.kind == Kind::Time || value.kind == Kind::Number)
-        return true;
-    if (value.kind == Kind::Fault)
-        return false;
-    if (value.kind != Kind::Text) {
-        value = wrong(own::kTimeWanted);
-    } else if (isBlank(value.text)) {
-        value = time(0);
-    } else if (const auto numeric = parseNumber(value.text, m_settings.regional)) {
-        value = number(*numeric);
-    } else if (const auto serial = readDate(value.text, m_settings.regional, m_settings.thisYear)) {
-        const TimeOfDay read = timeOf(*serial);
-        value = time(*timeFromParts(read.hour, read.minute, read.second));
-    } else {
-        value = failed(at(place), own::kTextIsNoTime, kSomeTime);
-    }
-    return value.kind != Kind::Fault;
-}
-
-// Seconds that are shown as hours, minutes and seconds: files have no room for a day.
-bool ExpressionEvaluator::toDuration(int place, Value& value) {
-    if (!toSeconds(place, value))
-        return false;
-    const double seconds = std::nearbyint(value.number);
-    value =
-        seconds >= 0 && seconds < kSecondsOfDay ? number(seconds) : failed(at(place), own::kNoDuration, kSomeTime);
-    return value.kind != Kind::Fault;
-}
-
-bool ExpressionEvaluator::toTruth(int place, bool& holds) {
-    Value value = evaluate(place);
-    if (value.kind == Kind::Text && !isBlank(value.text)) {
-        if (const auto read = toBoolean(value.text, m_settings.regional)) {
-            holds = *read;
-            return true;
-        }
-        holds = true;
-        return failed(at(place), own::kTextIsNoCondition, kSomeNumber).kind != Kind::Fault;
-    }
-    if (!toNumber(place, value))
-        return false;
-    holds = value.number != 0;
-    return true;
-}
-
-bool ExpressionEvaluator::numberAt(int place, double& result) {
-    Value value = evaluate(place);
-    if (!toNumber(place, value))
-        return false;
-    result = value.number;
-    return true;
-}
-
-std::string_view ExpressionEvaluator::textOf(const Value& value) {
-    if (value.kind == Kind::Text)
-        return value.text;
-    std::string& made = m_texts.emplace_front();
-    if (value.kind == Kind::Date)
-        m_settings.datePattern.append(dateParts(value.number), made);
-    else if (value.kind == Kind::Time)
-        m_settings.timePattern.append(timeOf(value.number / kSecondsOfDay), made);
-    else
-        made = decimalText(value.number, m_settings.regional);
-    return made;
+            return dateValue(*day);
+    return textValue(values.textValue);
 }
 
 // Operators ---------------------------------------------------------------------------------------------------
@@ -284,12 +141,12 @@ Value ExpressionEvaluator::coloured(const Node& node) {
 
 Value ExpressionEvaluator::negate(const Node& node) {
     double value = 0;
-    return numberAt(node.first, value) ? number(0 - value) : Value{};
+    return numberAt(node.first, value) ? numberValue(0 - value) : Value{};
 }
 
 Value ExpressionEvaluator::invert(const Node& node) {
     bool holds = false;
-    return toTruth(node.first, holds) ? truth(!holds) : Value{};
+    return toTruth(node.first, holds) ? truthValue(!holds) : Value{};
 }
 
 Value ExpressionEvaluator::join(const Value& left, const Value& right) {
@@ -298,7 +155,7 @@ Value ExpressionEvaluator::join(const Value& left, const Value& right) {
     std::string& made = m_texts.emplace_front();
     made.reserve(ahead.size() + behind.size());
     made.append(ahead).append(behind);
-    return text(made);
+    return textValue(made);
 }
 
 Value ExpressionEvaluator::add(const Node& node) {
@@ -330,7 +187,7 @@ bool ExpressionEvaluator::fitForDifference(const Node& node, Value& left, Value&
     const int second = at(first).next;
     if (left.kind == Kind::Text && isMoment(right))
         return fit(first, left, right.kind);
-    if (isMoment(left) && right.kind == Kind::Text && !isBlank(right.text) &&
+    if (isMoment(left) && right.kind == Kind::Text && !isBlankText(right.text) &&
         !parseNumber(right.text, m_settings.regional) && isDate(right.text, m_settings.regional, m_settings.thisYear))
         return fit(second, right, left.kind);
     if (left.kind == right.kind && isMoment(left))
@@ -354,10 +211,10 @@ Value ExpressionEvaluator::subtract(const Node& node) {
 Value ExpressionEvaluator::later(const Node& node, const Value& moment, double amount) {
     if (moment.kind == Kind::Date) {
         const auto day = daysLater(moment.number, amount);
-        return day ? date(*day) : failed(node, own::kDateOutOfRange, kSomeDate);
+        return day ? dateValue(*day) : failed(node, own::kDateOutOfRange, kSomeDate);
     }
     const auto seconds = secondsLater(moment.number, amount);
-    return seconds ? time(*seconds) : failed(node, own::kNumberTooLarge, kSomeTime);
+    return seconds ? timeValue(*seconds) : failed(node, own::kNumberTooLarge, kSomeTime);
 }
 
 Value ExpressionEvaluator::multiply(const Node& node) {
@@ -405,7 +262,7 @@ Value ExpressionEvaluator::arithmetic(const Node& node) {
     }
     if (right == 0)
         return failed(at(at(node.first).next), own::kDivisionByZero, kSomeNumber);
-    return number(std::fmod(left, right));
+    return numberValue(std::fmod(left, right));
 }
 
 // Both sides are always looked at, so that a colour in either counts.
@@ -416,11 +273,11 @@ Value ExpressionEvaluator::logical(const Node& node) {
         return {};
     switch (node.operation) {
     case Operator::And:
-        return truth(left && right);
+        return truthValue(left && right);
     case Operator::Or:
-        return truth(left || right);
+        return truthValue(left || right);
     default:
-        return truth(left != right);
+        return truthValue(left != right);
     }
 }
 
@@ -429,17 +286,17 @@ namespace {
 Value outcome(Operator operation, int order) {
     switch (operation) {
     case Operator::Less:
-        return truth(order < 0);
+        return truthValue(order < 0);
     case Operator::LessEqual:
-        return truth(order <= 0);
+        return truthValue(order <= 0);
     case Operator::Greater:
-        return truth(order > 0);
+        return truthValue(order > 0);
     case Operator::GreaterEqual:
-        return truth(order >= 0);
+        return truthValue(order >= 0);
     case Operator::Equal:
-        return truth(order == 0);
+        return truthValue(order == 0);
     default:
-        return truth(order != 0);
+        return truthValue(order != 0);
     }
 }
 
@@ -467,10 +324,10 @@ Value ExpressionEvaluator::compareTextWith(const Node& node, const Value& left, 
     const std::string_view characters = textIsLeft ? left.text : right.text;
     std::optional<double> read;
     if (other.kind == Kind::Number) {
-        read = isBlank(characters) ? 0 : parseNumber(characters, m_settings.regional);
+        read = isBlankText(characters) ? 0 : parseNumber(characters, m_settings.regional);
     } else if (other.kind == Kind::Date || other.kind == Kind::Time) {
-        const auto serial =
-            isBlank(characters) ? std::optional(0.0) : readDate(characters, m_settings.regional, m_settings.thisYear);
+        const auto serial = isBlankText(characters) ? std::optional(0.0)
+                                                    : readDate(characters, m_settings.regional, m_settings.thisYear);
         if (serial && other.kind == Kind::Date)
             read = dayNumber(dateOf(*serial));
         else if (serial)
@@ -480,198 +337,6 @@ Value ExpressionEvaluator::compareTextWith(const Node& node, const Value& left, 
         return outcome(node.operation, compareText(textOf(left), textOf(right), TextCase::Binary));
     const int order = compareShown(*read, other.number);
     return outcome(node.operation, textIsLeft ? order : -order);
-}
-
-// Functions ---------------------------------------------------------------------------------------------------
-
-Value ExpressionEvaluator::call(const Node& node) {
-    switch (node.function) {
-    case Function::If: {
-        bool holds = false;
-        if (!toTruth(node.first, holds))
-            return {};
-        const int then = at(node.first).next;
-        return evaluate(holds ? then : at(then).next);
-    }
-    case Function::Sel:
-        return choose(node);
-    case Function::Sqrt:
-        return squareRoot(node);
-    case Function::Round:
-        return round(node);
-    case Function::Date:
-    case Function::Time:
-        return fromParts(node);
-    case Function::Day:
-    case Function::Month:
-    case Function::Year:
-    case Function::Weekday:
-        return datePart(node);
-    case Function::Hour:
-    case Function::Minute:
-    case Function::Second:
-        return timePart(node);
-    default:
-        return numberFunction(node);
-    }
-}
-
-Value ExpressionEvaluator::choose(const Node& node) {
-    double index = 0;
-    if (!numberAt(node.first, index))
-        return {};
-    int chosen = at(node.first).next;
-    for (double place = 1; place < index && chosen >= 0; ++place)
-        chosen = at(chosen).next;
-    const bool exists = index >= 1 && std::nearbyint(index) == index && chosen >= 0;
-    if (exists)
-        return evaluate(chosen);
-    if (isTrialOf(at(node.first)))
-        return evaluate(at(node.first).next);
-    return wrong(own::kNoSuchChoice);
-}
-
-Value ExpressionEvaluator::numberFunction(const Node& node) {
-    double value = 0;
-    if (!numberAt(node.first, value))
-        return {};
-    switch (node.function) {
-    case Function::Abs:
-        return number(std::fabs(value));
-    case Function::Sign:
-        return number(value > 0 ? 1 : (value < 0 ? -1 : 0));
-    case Function::Ceil:
-        return number(ceilShown(value));
-    default:
-        return number(floorShown(value));
-    }
-}
-
-Value ExpressionEvaluator::squareRoot(const Node& node) {
-    double value = 0;
-    if (!numberAt(node.first, value))
-        return {};
-    return value < 0 ? failed(node, own::kRootOfNegative, kSomeNumber) : number(std::sqrt(value));
-}
-
-Value ExpressionEvaluator::round(const Node& node) {
-    constexpr double kMostDigits = 400; // beyond every digit of a double
-    double value = 0;
-    double digits = 0;
-    const int second = at(node.first).next;
-    if (!numberAt(node.first, value) || (second >= 0 && !numberAt(second, digits)))
-        return {};
-    return finite(node, roundShown(value, static_cast<int>(std::clamp(digits, -kMostDigits, kMostDigits))));
-}
-
-Value ExpressionEvaluator::fromParts(const Node& node) {
-    const int second = at(node.first).next;
-    double a = 0;
-    double b = 0;
-    double c = 0;
-    if (!numberAt(node.first, a) || !numberAt(second, b) || !numberAt(at(second).next, c))
-        return {};
-    if (node.function == Function::Date) {
-        const auto day = dateFromParts(a, b, c);
-        return day ? date(*day) : failed(node, own::kDateOutOfRange, kSomeDate);
-    }
-    const auto seconds = timeFromParts(a, b, c);
-    return seconds ? time(*seconds) : failed(node, own::kNumberTooLarge, kSomeTime);
-}
-
-Value ExpressionEvaluator::datePart(const Node& node) {
-    Value value = evaluate(node.first);
-    if (!toDate(node.first, value))
-        return {};
-    const Date parts = dateParts(value.number);
-    switch (node.function) {
-    case Function::Day:
-        return number(parts.day);
-    case Function::Month:
-        return number(parts.month);
-    case Function::Year:
-        return number(parts.year);
-    default:
-        return number(weekday(value.number));
-    }
-}
-
-Value ExpressionEvaluator::timePart(const Node& node) {
-    Value value = evaluate(node.first);
-    if (!toTime(node.first, value))
-        return {};
-    const auto seconds = static_cast<int>(value.number);
-    switch (node.function) {
-    case Function::Hour:
-        return number(seconds / 3600);
-    case Function::Minute:
-        return number(seconds / 60 % 60);
-    default:
-        return number(seconds % 60);
-    }
-}
-
-// Results -----------------------------------------------------------------------------------------------------
-
-bool ExpressionEvaluator::compute(std::uint8_t resultType, std::uint8_t decimals, ExpressionResult& result) {
-    const Value value = evaluate(m_tree.root());
-    if (value.kind == Kind::Fault || !finish(value, resultType, decimals, result))
-        return false;
-    result.colour = m_colour;
-    return true;
-}
-
-namespace {
-
-// Seconds in the unit of the formats for whole hours, minutes and seconds.
-double secondsIn(std::uint8_t resultType) {
-    if (resultType == result::kHours)
-        return 3600;
-    return resultType == result::kMinutes ? 60 : 1;
-}
-
-} // namespace
-
-bool ExpressionEvaluator::finish(const Value& found, std::uint8_t resultType, std::uint8_t decimals,
-                                 ExpressionResult& result) {
-    using Form = ExpressionResult::Form;
-    constexpr std::uint8_t kMostDecimals = 3;
-    Value value = found;
-    const int root = m_tree.root();
-    result.decimals = 0;
-    switch (resultType) {
-    case result::kDateAndDays:
-    case result::kDateAndMonths:
-    case result::kDateAndYears:
-        result.form = Form::Date;
-        result.value = toDate(root, value) ? value.number : 0;
-        break;
-    case result::kTime:
-        result.form = Form::Time;
-        result.value = toTime(root, value) ? value.number : 0;
-        break;
-    case result::kHours:
-    case result::kMinutes:
-    case result::kSeconds:
-        result.form = Form::Number;
-        result.value = toSeconds(root, value) ? std::trunc(value.number / secondsIn(resultType)) : 0;
-        break;
-    case result::kHoursMinutesSeconds:
-    case result::kHoursMinutes:
-        result.form = Form::Duration;
-        result.value = toDuration(root, value) ? value.number : 0;
-        break;
-    case result::kText:
-        result.form = Form::PlainText;
-        result.text = textOf(value);
-        break;
-    default:
-        // More digits than the file's formats know leave nothing to be shown.
-        result.form = Form::Number;
-        result.decimals = decimals <= kMostDecimals ? decimals : 0;
-        result.value = toNumber(root, value) && decimals <= kMostDecimals ? value.number : 0;
-    }
-    return value.kind != Kind::Fault;
 }
 
 } // namespace tallybook::calc

@@ -22,6 +22,32 @@ struct ExpressionValue {
     std::string_view text{};
 };
 
+constexpr ExpressionValue numberValue(double value) {
+    return {ExpressionValue::Kind::Number, value, {}};
+}
+constexpr ExpressionValue truthValue(bool holds) {
+    return numberValue(holds ? 1 : 0);
+}
+constexpr ExpressionValue dateValue(double day) {
+    return {ExpressionValue::Kind::Date, day, {}};
+}
+constexpr ExpressionValue timeValue(double seconds) {
+    return {ExpressionValue::Kind::Time, seconds, {}};
+}
+constexpr ExpressionValue textValue(std::string_view characters) {
+    return {ExpressionValue::Kind::Text, 0, characters};
+}
+
+// What a trial goes on with where a made-up value has no meaning: 1 January 2000, noon.
+inline constexpr ExpressionValue kSomeNumber = numberValue(1);
+inline constexpr ExpressionValue kSomeDate = dateValue(36526);
+inline constexpr ExpressionValue kSomeTime = timeValue(43200);
+
+// A text of blanks alone counts as 0, as every blank field does.
+inline bool isBlankText(std::string_view characters) {
+    return characters.find_first_not_of(' ') == std::string_view::npos;
+}
+
 inline constexpr double kSecondsOfDay = 86400;
 
 // A single as the number that people see: the double of its shortest decimal form. The value is finite.
