@@ -1,8 +1,10 @@
 #include "core/calc/CellCoders.h"
 
+#include "core/calc/SingleText.h"
 #include "support/Regions.h"
 
 #include <bit>
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <limits>
 #include <random>
@@ -121,6 +123,23 @@ TEST(DecimalCoder, takesEveryNumberOfSixDigits) {
         const auto word = coder->encode(text);
         ASSERT_EQ(word, bitsOf(std::stof(text))) << text;
         ASSERT_EQ(textOf(*coder, *word), text);
+    }
+}
+
+// The single nearest to a text is its word exactly when it is shown as that text.
+TEST(DecimalCoder, takesANumberOfAnyLengthWhenItsNearestSingleIsShownAlike) {
+    std::mt19937_64 random(5);
+    for (int i = 0; i < 40000; ++i) {
+        const int decimals = static_cast<int>(random() % 4);
+        std::uint64_t scaled = random() >> (random() % 63);
+        scaled = scaled % 1'000'000'000'000'000 - (random() % 3 == 0 ? scaled % 1000 : 0);
+        std::string text;
+        appendScaled(random() % 4 == 0, scaled, decimals, '.', text);
+        const float nearest = std::strtof(text.c_str(), nullptr);
+        std::string shown;
+        appendSingleByDigits(nearest, decimals, '.', shown);
+        const auto expected = shown == text ? std::optional(std::bit_cast<std::uint32_t>(nearest)) : std::nullopt;
+        ASSERT_EQ(makeDecimalCoder(decimals, {})->encode(text), expected) << text;
     }
 }
 

@@ -1,8 +1,10 @@
 #include "core/calc/Numbers.h"
 
+#include "core/calc/Decimal.h"
 #include "support/Regions.h"
 
 #include <bit>
+#include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
 #include <random>
@@ -324,6 +326,51 @@ TEST(Numbers, formatsNumericTextAndLeavesOtherTextAlone) {
     EXPECT_EQ(formatDecimals("(5)", 1, test::us()), "-5.0");
     EXPECT_EQ(formatDecimals("abc", 2, test::us()), "abc");
     EXPECT_EQ(formatDecimals("", 2, test::us()), "");
+}
+
+// The format on the 15 significant digits, without a way round them.
+std::string formatByDigits(double value, int decimals) {
+    Decimal number = significantDigits(value, 15);
+    roundToPlaces(number, decimals);
+    std::string text;
+    appendPlain(number, decimals, '.', text);
+    return text;
+}
+
+// Halves, numbers a few bits beside halves, and any others, of every size.
+double numberByChance(std::mt19937_64& random) {
+    const double size = std::pow(10.0, static_cast<double>(random() % 22) - 4);
+    double value = static_cast<double>(random()) / 18446744073709551616.0 * size;
+    if (random() % 2 == 0)
+        value = (std::floor(value * 2000) + 1) / 2000;
+    for (std::uint64_t steps = random() % 8; steps > 0; --steps)
+        value = std::nextafter(value, random() % 2 == 0 ? 0 : 1e300);
+    return random() % 4 == 0 ? -value : value;
+}
+
+TEST(Numbers, formatsDoublesByTheirFifteenDigits) {
+    std::mt19937_64 random(11);
+    int quick = 0;
+    constexpr int kNumbers = 40000;
+    for (int i = 0; i < kNumbers; ++i) {
+        const double value = numberByChance(random);
+        const int decimals = static_cast<int>(random() % 4);
+        quick += scaledMagnitude(value, decimals).has_value() ? 1 : 0;
+        ASSERT_EQ(formatDecimals(value, decimals, {}), formatByDigits(value, decimals))
+            << std::bit_cast<std::uint64_t>(value) << " with " << decimals;
+    }
+    EXPECT_GT(quick, kNumbers / 2);
+}
+
+TEST(Numbers, leavesLongDoublesToTheirDigits) {
+    EXPECT_EQ(scaledMagnitude(12.5, 2), 1250U);
+    EXPECT_EQ(scaledMagnitude(-12.5, 0), 13U);
+    EXPECT_EQ(scaledMagnitude(1.005, 2), 101U);
+    EXPECT_EQ(scaledMagnitude(0, 3), 0U);
+    EXPECT_EQ(scaledMagnitude(99999999999999, 0), 99999999999999U);
+    EXPECT_EQ(scaledMagnitude(100000000000000, 0), kNo);
+    EXPECT_EQ(scaledMagnitude(std::numeric_limits<double>::infinity(), 0), kNo);
+    EXPECT_EQ(scaledMagnitude(std::numeric_limits<double>::quiet_NaN(), 0), kNo);
 }
 
 } // namespace

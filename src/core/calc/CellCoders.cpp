@@ -71,12 +71,16 @@ public:
         const std::string_view whole = text;
         const bool negative = takeSign(text);
         auto scaled = takeWhole(text);
-        if (!scaled || *scaled >= kAlwaysReadsBack || !takePlaces(text, *scaled) || *scaled >= kAlwaysReadsBack)
+        if (!scaled || *scaled >= kLongestPart || !takePlaces(text, *scaled))
             return encodeAnyLength(whole);
         if (*scaled == 0)
             return negative ? std::nullopt : std::optional<std::uint32_t>(0);
-        const float value = static_cast<float>(*scaled) / static_cast<float>(kPowersOfTen[m_decimals]);
-        return std::bit_cast<std::uint32_t>(negative ? -value : value);
+        if (const auto word = decimalWord(negative, *scaled, m_decimals))
+            return word;
+        const std::uint32_t power = kPowersOfTen[m_decimals];
+        if (*scaled % power == 0)
+            return wholeWord(negative, *scaled / power);
+        return isTooLong(*scaled) ? std::nullopt : encodeAnyLength(whole);
     }
 
     std::string_view text(std::uint32_t word, std::string& scratch) const override {
@@ -86,9 +90,7 @@ public:
     model::CellForm form() const override { return {model::WordForm::Decimal, m_decimals}; }
 
 private:
-    // Numbers of fewer units of the last place are further apart than singles, and both they and the power of ten
-    // are exact singles, so that their quotient is the nearest single and its display is the text again.
-    static constexpr std::uint64_t kAlwaysReadsBack = 1u << 23;
+    static constexpr std::uint64_t kLongestPart = 1'000'000'000'000'000; // the places still fit behind it
 
     bool takePlaces(std::string_view text, std::uint64_t& scaled) const {
         if (m_decimals == 0)
@@ -101,6 +103,25 @@ private:
             scaled = scaled * 10 + static_cast<std::uint64_t>(c - '0');
         }
         return true;
+    }
+
+    // Singles from 2^23 on are whole numbers and are shown with all their digits.
+    static std::optional<std::uint32_t> wholeWord(bool negative, std::uint64_t whole) {
+        const auto value = static_cast<float>(whole);
+        if (static_cast<std::uint64_t>(value) != whole)
+            return std::nullopt;
+        return std::bit_cast<std::uint32_t>(negative ? -value : value);
+    }
+
+    // The shortest form of a single with a fraction has nine significant digits at most, and what is shown of it has
+    // no more.
+    bool isTooLong(std::uint64_t scaled) const {
+        constexpr std::uint64_t kFirstWithoutFraction = 1u << 23;
+        if (scaled / kPowersOfTen[m_decimals] >= kFirstWithoutFraction)
+            return true;
+        while (scaled % 10 == 0)
+            scaled /= 10;
+        return scaled >= 1'000'000'000;
     }
 
     std::optional<std::uint32_t> encodeAnyLength(std::string_view text) const {
@@ -206,6 +227,16 @@ std::unique_ptr<CellCoder> coderForResult(int resultType, int decimals, const pl
 }
 
 } // namespace
+
+std::optional<std::uint32_t> decimalWord(bool negative, std::uint64_t magnitude, int decimals) {
+    // Numbers of fewer units of the last place are further apart than singles, and both they and the power of ten
+    // are exact singles, so that their quotient is the nearest single and its display is the text again.
+    constexpr std::uint64_t kAlwaysReadsBack = 1u << 23;
+    if (magnitude >= kAlwaysReadsBack)
+        return std::nullopt;
+    const float value = static_cast<float>(magnitude) / static_cast<float>(kPowersOfTen[decimals]);
+    return std::bit_cast<std::uint32_t>(negative && magnitude != 0 ? -value : value);
+}
 
 std::unique_ptr<CellCoder> makeWholeCoder() {
     return std::make_unique<WholeCoder>();

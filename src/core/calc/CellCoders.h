@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace tallybook::calc {
@@ -19,6 +20,10 @@ std::unique_ptr<model::CellCoder> makeWholeCoder();
 // same single back is never a word of encode(); text() takes every single. Infinities and what is no number
 // stand for no text.
 std::unique_ptr<model::CellCoder> makeDecimalCoder(int decimals, const platform::Regional& regional);
+
+// The word of a decimal coder for magnitude * 10^-decimals, where no look at digits is needed to tell it; nothing for
+// larger numbers, which may have a word all the same. Minus zero is zero.
+std::optional<std::uint32_t> decimalWord(bool negative, std::uint64_t magnitude, int decimals);
 
 // Short dates. Word: year * 65536 + month * 256 + day, the four bytes of a file.
 std::unique_ptr<model::CellCoder> makeDateCoder(const platform::Regional& regional);

@@ -91,6 +91,15 @@ std::optional<double> CellReader::date(std::uint32_t row) const {
     return readDate(m_texts->text(row, scratch), *m_regional, m_thisYear);
 }
 
+std::optional<double> CellReader::toDate(std::uint32_t row) const {
+    if (const auto serial = date(row))
+        return serial;
+    if (!m_texts->has(row))
+        return std::nullopt;
+    std::string scratch;
+    return calc::toDate(m_texts->text(row, scratch), *m_regional, m_thisYear);
+}
+
 bool CellReader::isChecked(std::uint32_t row) const {
     return m_pictures->get(row) == static_cast<std::uint32_t>(model::Picture::CheckOn);
 }

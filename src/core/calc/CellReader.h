@@ -32,6 +32,9 @@ public:
     // The serial of a text that reads as a date, a time or both, as readDate.
     std::optional<double> date(std::uint32_t row) const;
 
+    // The same, and otherwise a numeric text within the range is the serial itself, as toDate.
+    std::optional<double> toDate(std::uint32_t row) const;
+
     // The cell shows the checked picture.
     bool isChecked(std::uint32_t row) const;
 

@@ -3,6 +3,8 @@
 #include "core/calc/Numbers.h"
 #include "core/calc/SingleText.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <limits>
 #include <string>
@@ -48,7 +50,38 @@ int digitsThatReadBack(float value) {
     return digits;
 }
 
+// By the count of digits ahead of the point: what one unit of the 15th significant digit is worth.
+constexpr double kLastDigit[] = {1e-15, 1e-14, 1e-13, 1e-12, 1e-11, 1e-10, 1e-9, 1e-8,
+                                 1e-7,  1e-6,  1e-5,  1e-4,  1e-3,  1e-2,  1e-1};
+
+std::size_t digitsOf(std::uint64_t whole) {
+    std::size_t digits = 0;
+    for (; whole != 0; whole /= 10)
+        ++digits;
+    return digits;
+}
+
 } // namespace
+
+// The value counts with its 15 significant digits, so one that is a half but for its last bits rounds as the half
+// does. The product is off by a ninth of such a digit at most: all that lies nearer to the border between the half
+// and its neighbours is left to the digits.
+std::optional<std::uint64_t> scaledMagnitude(double value, int decimals) {
+    constexpr double kFourteenDigits = 1e14;
+    const double scaled = std::fabs(value) * kPowersOfTen[decimals];
+    if (!(scaled < kFourteenDigits))
+        return std::nullopt;
+    const auto whole = static_cast<std::uint64_t>(scaled);
+    const double fromHalf = scaled - static_cast<double>(whole) - 0.5;
+    if (std::fabs(fromHalf) > std::max(scaled, 1.0) * 1e-14)
+        return whole + (fromHalf > 0 ? 1 : 0);
+    const double digits = std::fabs(fromHalf) / kLastDigit[digitsOf(whole)];
+    if (digits < 0.35)
+        return whole + 1;
+    if (digits < 0.65)
+        return std::nullopt;
+    return whole + (fromHalf > 0 ? 1 : 0);
+}
 
 std::string decimalText(double value, const Regional& regional) {
     return generalText(significantDigits(value, kDoubleDigits), kDoubleDigits, regional.decimal);
@@ -75,6 +108,11 @@ std::string zeroPadded(std::uint64_t value, std::size_t digits) {
 }
 
 std::string formatDecimals(double value, int decimals, const Regional& regional) {
+    std::string quick;
+    if (const auto scaled = scaledMagnitude(value, decimals)) {
+        appendScaled(value < 0, *scaled, decimals, regional.decimal, quick);
+        return quick;
+    }
     Decimal number = significantDigits(value, kDoubleDigits);
     roundToPlaces(number, decimals);
     std::string text;

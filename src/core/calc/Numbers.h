@@ -49,6 +49,11 @@ std::string zeroPadded(std::uint64_t value, std::size_t digits);
 // The formats "0", "0.0", "0.00", "0.000": decimals 0..3, halves away from zero, on the 15 significant digits of
 // a double (which is finite) and on the shortest decimal form of a single. Zero has no sign.
 std::string formatDecimals(double value, int decimals, const Regional& regional);
+
+// The digits that formatDecimals writes for a double, as a whole number (12.50 with two decimals is 1250), without
+// the sign. Nothing where integer arithmetic alone cannot tell, from 14 digits on for one.
+std::optional<std::uint64_t> scaledMagnitude(double value, int decimals);
+
 std::string formatDecimals(float value, int decimals, const Regional& regional);
 
 // The same for a text; one that is not numeric comes back unchanged.

@@ -4,6 +4,7 @@
 #include "core/document/GridDisplay.h"
 #include "core/document/OpenSave.h"
 #include "core/document/Progress.h"
+#include "core/document/Recalculate.h"
 #include "core/document/Seams.h"
 #include "core/pdb/Database.h"
 #include "core/pdb/Names.h"

@@ -6,8 +6,6 @@ namespace tallybook::document {
 
 void loadExternalData(model::Document&, platform::Services&) {}
 
-void recalcExpressions(model::Document&, platform::Services&) {}
-
 void AddViewFilterInfo(model::Document& doc, platform::Services&) {
     doc.CurrentView.clear();
     doc.CurrentFilter = 0;

@@ -1,4 +1,4 @@
-// What a read and an edit call of the work that is still to come: joins, calculation, views. Each does nothing yet
+// What a read and an edit call of the work that is still to come: joins, views. Each does nothing yet
 // beyond what its comment says.
 #pragma once
 
@@ -9,9 +9,6 @@ namespace tallybook::document {
 
 // Fills join and lookup columns from the other databases. Until then a join shows its stored key.
 void loadExternalData(model::Document& doc, platform::Services& services);
-
-// Fills calculated columns. Until then they show the results that the file carries.
-void recalcExpressions(model::Document& doc, platform::Services& services);
 
 // Applies the start view and filter. Until then all fields and records are shown. Remembers the columns' widths.
 void AddViewFilterInfo(model::Document& doc, platform::Services& services);

@@ -85,7 +85,7 @@ constexpr std::array kCommands = {
     Command{"mnuToolsPDBPorps", "Tallybook &Properties...", "", 25, "prop", "Tallybook Properties", WithDocument,
             kToCome, "mnuTools", false, "Change what holds for the whole Tallybook"},
     Command{"mnuRecalculateExpressions", "&Recalculate Expressions", "F9", 19, "calc", "Recalculate Expressions",
-            WithDocument, kToCome, "mnuTools", kLine, "Fill the calculated columns anew"},
+            WithDocument, kBuilt, "mnuTools", kLine, "Fill the calculated columns anew"},
 
     Command{"mnuHelpContents", "&Contents", "F1", 28, "help", "Help", Always, kBuilt, "mnuHelp", false,
             "Open the handbook"},

@@ -1,6 +1,7 @@
 // What each command of the main window does: one call of the core, its result shown.
 #include "core/document/CellEditing.h"
 #include "core/document/OpenSave.h"
+#include "core/document/Recalculate.h"
 #include "core/document/Records.h"
 #include "core/document/SecuritySetting.h"
 #include "core/document/Sort.h"
@@ -57,6 +58,8 @@ std::span<const frmMain::Route> frmMain::routes() {
         {"mnuViewNotUsedFields", &frmMain::changeDisplay, "Tallybook Pocket : Not Used Fields"},
         {"mnuViewFieldTypes", &frmMain::changeDisplay, "Tallybook Pocket : Field Types"},
         {"mnuToolsSecurity", &frmMain::mnuToolsSecurity, "Tallybook Pocket : Security Setting"},
+        {"mnuRecalculateExpressions", &frmMain::mnuRecalculateExpressions,
+         "Tallybook Pocket : Recalculate Expressions"},
         {"mnuHelpContents", &frmMain::mnuHelp, "Tallybook Pocket : Help Contents"},
         {"mnuHelpSearchForHelpOn", &frmMain::mnuHelp, "Tallybook Pocket : Search for Help on"},
         {"mnuHelpAbout", &frmMain::mnuHelpAbout, "Tallybook Pocket : About"},
@@ -196,6 +199,11 @@ void frmMain::mnuToolsSecurity() {
     document::saveCell(*m_doc, m_services);
     if (document::SecuritySetting::mayOpen(*m_doc, m_services))
         frmPwd(*m_doc, m_services, this).exec();
+}
+
+void frmMain::mnuRecalculateExpressions() {
+    if (document::saveCell(*m_doc, m_services))
+        document::recalcExpressions(*m_doc, m_services);
 }
 
 void frmMain::mnuHelp() {

@@ -67,6 +67,7 @@ private:
     void mnuViewStatusBar();
     void changeDisplay(); // mnuViewNotUsedFields, mnuViewFieldTypes
     void mnuToolsSecurity();
+    void mnuRecalculateExpressions();
     void mnuHelp();
     void mnuHelpAbout();
     void mnuColumnConvertToKeys();

@@ -1,0 +1,107 @@
+#include "core/calc/CellResult.h"
+
+#include "core/calc/CellCoders.h"
+#include "core/calc/Dates.h"
+#include "core/calc/Numbers.h"
+#include "core/calc/SingleText.h"
+
+#include <charconv>
+
+namespace tallybook::calc {
+
+namespace {
+
+using Form = CellResult::Form;
+using model::StoredCell;
+using model::WordForm;
+
+constexpr Date kNoDate; // of serial 0: a time alone
+
+void appendNumber(const CellResult& result, const platform::Regional& regional, std::string& out) {
+    if (const auto scaled = scaledMagnitude(result.value, result.decimals))
+        appendScaled(result.value < 0, *scaled, result.decimals, regional.decimal, out);
+    else
+        out += formatDecimals(result.value, result.decimals, regional);
+}
+
+void appendWhole(int value, std::string& out) {
+    char digits[12];
+    const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
+    out.append(digits, static_cast<std::size_t>(end - digits));
+}
+
+void appendDuration(const CellResult& result, std::string& out) {
+    const int seconds = static_cast<int>(result.value);
+    appendWhole(seconds / 3600, out);
+    out += ':';
+    appendWhole(seconds / 60 % 60, out);
+    if (result.form == Form::HoursMinutes)
+        return;
+    out += ':';
+    appendWhole(seconds % 60, out);
+}
+
+} // namespace
+
+void appendResult(const CellResult& result, const platform::Regional& regional, std::string& out) {
+    switch (result.form) {
+    case Form::Nothing:
+        break;
+    case Form::Number:
+        appendNumber(result, regional, out);
+        break;
+    case Form::Moment:
+        out += generalDate(result.value, regional);
+        break;
+    case Form::TimeOfDay:
+        out += longTime(timeOf(result.value), regional);
+        break;
+    case Form::HoursMinutesSeconds:
+    case Form::HoursMinutes:
+        appendDuration(result, out);
+        break;
+    }
+}
+
+ResultColumn::ResultColumn(model::TextColumn& texts, const platform::Regional& regional)
+    : m_texts(texts), m_regional(regional) {
+    if (const model::CellCoder* coder = texts.coder())
+        m_form = coder->form();
+}
+
+// A word only where the text of the result is the one that the coder writes for it.
+std::optional<std::uint32_t> ResultColumn::wordOf(const CellResult& result) const {
+    if (result.form == Form::Number && m_form.words == WordForm::Decimal && m_form.decimals == result.decimals) {
+        const auto scaled = scaledMagnitude(result.value, result.decimals);
+        return scaled ? decimalWord(result.value < 0, *scaled, result.decimals) : std::nullopt;
+    }
+    if (result.form == Form::Moment && m_form.words == WordForm::Date && timeOf(result.value) == TimeOfDay{}) {
+        const Date date = dateOf(result.value);
+        return date == kNoDate ? std::nullopt : std::optional(packDate(date.year, date.month, date.day));
+    }
+    if (result.form == Form::TimeOfDay && m_form.words == WordForm::Time) {
+        const TimeOfDay time = timeOf(result.value);
+        return packTime(time.hour, time.minute, time.second);
+    }
+    return std::nullopt;
+}
+
+void ResultColumn::set(std::uint32_t row, const CellResult& result) {
+    if (const auto word = wordOf(result)) {
+        m_texts.setWord(row, *word);
+        return;
+    }
+    m_text.clear();
+    appendResult(result, m_regional, m_text);
+    setText(row, m_text);
+}
+
+// Most results are the ones that are there already; a text that is not written again leaves no gap behind.
+void ResultColumn::setText(std::uint32_t row, std::string_view text) {
+    const StoredCell before = m_texts.stored(row);
+    if (before.kind == StoredCell::Kind::Text && before.text == text)
+        return;
+    m_texts.setText(row, text);
+}
+
+} // namespace tallybook::calc

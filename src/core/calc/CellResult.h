@@ -1,0 +1,55 @@
+// What a calculated field comes to for a record, and how it becomes the text of its cell.
+#pragma once
+
+#include "core/calc/DatePatterns.h"
+#include "core/model/CellCoder.h"
+#include "core/model/TextColumn.h"
+#include "core/platform/Regional.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace tallybook::calc {
+
+struct CellResult {
+    enum class Form : std::uint8_t {
+        Nothing,             // the empty text
+        Number,              // value with `decimals` digits
+        Moment,              // a serial, as a general date
+        TimeOfDay,           // the time of a serial, as a long time
+        HoursMinutesSeconds, // a count of seconds, as "h:m:s" without leading zeros
+        HoursMinutes,        // the same without the seconds
+    };
+    Form form = Form::Nothing;
+    double value = 0;
+    int decimals = 0;
+
+    bool operator==(const CellResult&) const = default;
+};
+
+// What every evaluator gives where it has no result.
+inline constexpr CellResult kNumberZero{CellResult::Form::Number, 0, 0};
+
+// Appends the text of a result.
+void appendResult(const CellResult& result, const platform::Regional& regional, std::string& out);
+
+// Writes the results of a pass into the column of the calculated field, by row id, as words where the column's coder
+// has one. The column must keep its coder meanwhile; whoever draws the grid is to be told afterwards.
+class ResultColumn {
+public:
+    ResultColumn(model::TextColumn& texts, const platform::Regional& regional);
+
+    void set(std::uint32_t row, const CellResult& result);
+    void setText(std::uint32_t row, std::string_view text);
+
+private:
+    std::optional<std::uint32_t> wordOf(const CellResult& result) const;
+
+    model::TextColumn& m_texts;
+    const platform::Regional& m_regional;
+    model::CellForm m_form;
+    std::string m_text;
+};
+
+} // namespace tallybook::calc
