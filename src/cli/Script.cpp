@@ -131,6 +131,7 @@ const std::vector<ScriptCommand>& scriptCommands() {
         {"add", 0, 0, "add"},
         {"delete", 0, 0, "delete"},
         {"delete-all", 0, 0, "delete-all"},
+        {"recalc", 0, 0, "recalc"},
         {"select", 1, 2, "select ROW FIELD, or select all|row|column"},
         {"copy", 0, 0, "copy"},
         {"sort", 1, 2, "sort FIELD [desc]"},

@@ -6,6 +6,7 @@
 #include "core/calc/Ansi.h"
 #include "core/document/GridDisplay.h"
 #include "core/document/OpenSave.h"
+#include "core/document/Recalculate.h"
 #include "core/document/Records.h"
 #include "core/document/Sort.h"
 
@@ -55,6 +56,7 @@ ScriptRunner::Handler ScriptRunner::handlerOf(const std::string& command) {
         {"add", &ScriptRunner::doAdd},
         {"delete", &ScriptRunner::doDelete},
         {"delete-all", &ScriptRunner::doDeleteAll},
+        {"recalc", &ScriptRunner::doRecalc},
         {"select", &ScriptRunner::doSelect},
         {"copy", &ScriptRunner::doCopy},
         {"show", &ScriptRunner::doShow},
@@ -226,6 +228,15 @@ ScriptRunner::Failure ScriptRunner::doSelect(const Words& words) {
     else if (!words[0].is("all"))
         return "not a selection: " + words[0].text + " (all, row or column)";
     document::leftClick(m_doc, m_services, place);
+    return std::nullopt;
+}
+
+// As the command does it: the open edit is committed, and a value that is refused ends it.
+ScriptRunner::Failure ScriptRunner::doRecalc(const Words&) {
+    if (Failure failure = noModal())
+        return failure;
+    if (document::saveCell(m_doc, m_services))
+        document::recalcExpressions(m_doc, m_services);
     return std::nullopt;
 }
 

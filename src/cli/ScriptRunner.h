@@ -69,6 +69,7 @@ private:
     Failure doAdd(const Words& words);
     Failure doDelete(const Words& words);
     Failure doDeleteAll(const Words& words);
+    Failure doRecalc(const Words& words);
     Failure doSelect(const Words& words);
     Failure doCopy(const Words& words);
     Failure doShow(const Words& words);

@@ -133,8 +133,8 @@ TEST(DecimalCoder, takesANumberOfAnyLengthWhenItsNearestSingleIsShownAlike) {
         const int decimals = static_cast<int>(random() % 4);
         std::uint64_t scaled = random() >> (random() % 63);
         scaled = scaled % 1'000'000'000'000'000 - (random() % 3 == 0 ? scaled % 1000 : 0);
-        std::string text;
-        appendScaled(random() % 4 == 0, scaled, decimals, '.', text);
+        char room[kSingleRoom];
+        const std::string text(formScaled(random() % 4 == 0, scaled, decimals, '.', room));
         const float nearest = std::strtof(text.c_str(), nullptr);
         std::string shown;
         appendSingleByDigits(nearest, decimals, '.', shown);

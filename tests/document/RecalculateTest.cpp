@@ -130,5 +130,29 @@ TEST(RecalcExpressions, storesUsualResultsAsWords) {
     EXPECT_EQ(table.doc.grd.column(3).stored(table.doc.grd.order().id(0)).kind, model::StoredCell::Kind::Word);
 }
 
+TEST(RecalcExpressions, fillsAdvancedAndConditionalFieldsToo) {
+    CalculatedFields table(2);
+    table.field(1, FieldType::Integer);
+    table.expression(2, FieldType::AdvExpression, 0, {89, 1, 92, 1});
+    table.constant(2, 0, "\x03");
+    table.doc.CurrDB20.CondExprs[3].CondFields = {2, 0, 0};
+    table.doc.CurrDB20.CondExprs[3].CondOps = {'>', 0, 0};
+    table.doc.CurrDB20.CondExprs[3].CondValues = {"10", "", ""};
+    table.doc.CurrDB20.CondExprs[3].TrueText = "much";
+    table.doc.CurrDB20.CondExprs[3].TrueKind = 1;
+    table.doc.CurrDB20.CondExprs[3].FalseText = "little";
+    table.field(3, FieldType::ConditionalExpression);
+    table.set(0, 1, "3");
+    table.set(1, 1, "4");
+    recalcExpressions(table.doc, table.t.services);
+    EXPECT_EQ(table.cell(0, 2), "9");
+    EXPECT_EQ(table.cell(1, 2), "16");
+    EXPECT_EQ(table.doc.grd.colour(2, 3), 16711680U);
+    EXPECT_EQ(table.cell(0, 3), "little"); // goes by the new result
+    EXPECT_EQ(table.cell(1, 3), "much");
+    EXPECT_EQ(table.doc.grd.colour(3, 4), 255U);
+    EXPECT_TRUE(table.t.user.atRest());
+}
+
 } // namespace
 } // namespace tallybook::document

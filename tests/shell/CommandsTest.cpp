@@ -55,7 +55,9 @@ TEST(Commands, itemsStandInMenuOrder) {
                                                "mnuEditCut",
                                                "mnuEditCopy",
                                                "mnuEditPaste",
-
+                                               "mnuFind",
+                                               "mnuFindNext",
+                                               "mnuFindPrevious",
                                                "mnuRecordAdd",
                                                "mnuRecordDelete",
                                                "mnuRecordDeleteAll",

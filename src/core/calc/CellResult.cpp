@@ -2,10 +2,9 @@
 
 #include "core/calc/CellCoders.h"
 #include "core/calc/Dates.h"
+#include "core/calc/Digits.h"
 #include "core/calc/Numbers.h"
 #include "core/calc/SingleText.h"
-
-#include <charconv>
 
 namespace tallybook::calc {
 
@@ -18,16 +17,23 @@ using model::WordForm;
 constexpr Date kNoDate; // of serial 0: a time alone
 
 void appendNumber(const CellResult& result, const platform::Regional& regional, std::string& out) {
+    char room[kSingleRoom];
     if (const auto scaled = scaledMagnitude(result.value, result.decimals))
-        appendScaled(result.value < 0, *scaled, result.decimals, regional.decimal, out);
+        out += formScaled(result.value < 0, *scaled, result.decimals, regional.decimal, room);
     else
         out += formatDecimals(result.value, result.decimals, regional);
 }
 
 void appendWhole(int value, std::string& out) {
-    char digits[12];
-    const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
-    out.append(digits, static_cast<std::size_t>(end - digits));
+    char room[kWholeRoom];
+    out += formWhole(value, room);
+}
+
+// The text is a short date and nothing else.
+bool isDateAlone(const CellResult& result) {
+    if (result.form == Form::ShortDate)
+        return true;
+    return result.form == Form::Moment && timeOf(result.value) == TimeOfDay{} && dateOf(result.value) != kNoDate;
 }
 
 void appendDuration(const CellResult& result, std::string& out) {
@@ -53,12 +59,18 @@ void appendResult(const CellResult& result, const platform::Regional& regional, 
     case Form::Moment:
         out += generalDate(result.value, regional);
         break;
+    case Form::ShortDate:
+        out += shortDate(dateOf(result.value), regional);
+        break;
     case Form::TimeOfDay:
         out += longTime(timeOf(result.value), regional);
         break;
     case Form::HoursMinutesSeconds:
     case Form::HoursMinutes:
         appendDuration(result, out);
+        break;
+    case Form::PlainText:
+        out += result.text;
         break;
     }
 }
@@ -75,9 +87,9 @@ std::optional<std::uint32_t> ResultColumn::wordOf(const CellResult& result) cons
         const auto scaled = scaledMagnitude(result.value, result.decimals);
         return scaled ? decimalWord(result.value < 0, *scaled, result.decimals) : std::nullopt;
     }
-    if (result.form == Form::Moment && m_form.words == WordForm::Date && timeOf(result.value) == TimeOfDay{}) {
+    if (m_form.words == WordForm::Date && isDateAlone(result)) {
         const Date date = dateOf(result.value);
-        return date == kNoDate ? std::nullopt : std::optional(packDate(date.year, date.month, date.day));
+        return packDate(date.year, date.month, date.day);
     }
     if (result.form == Form::TimeOfDay && m_form.words == WordForm::Time) {
         const TimeOfDay time = timeOf(result.value);
@@ -89,6 +101,10 @@ std::optional<std::uint32_t> ResultColumn::wordOf(const CellResult& result) cons
 void ResultColumn::set(std::uint32_t row, const CellResult& result) {
     if (const auto word = wordOf(result)) {
         m_texts.setWord(row, *word);
+        return;
+    }
+    if (result.form == Form::PlainText) {
+        setText(row, result.text);
         return;
     }
     m_text.clear();

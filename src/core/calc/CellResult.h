@@ -1,12 +1,12 @@
 // What a calculated field comes to for a record, and how it becomes the text of its cell.
 #pragma once
 
-#include "core/calc/DatePatterns.h"
 #include "core/model/CellCoder.h"
 #include "core/model/TextColumn.h"
 #include "core/platform/Regional.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -17,19 +17,22 @@ struct CellResult {
         Nothing,             // the empty text
         Number,              // value with `decimals` digits
         Moment,              // a serial, as a general date
+        ShortDate,           // the day of a serial
         TimeOfDay,           // the time of a serial, as a long time
         HoursMinutesSeconds, // a count of seconds, as "h:m:s" without leading zeros
         HoursMinutes,        // the same without the seconds
+        PlainText,           // `text`, which lies elsewhere
     };
     Form form = Form::Nothing;
     double value = 0;
     int decimals = 0;
+    std::string_view text = {};
 
     bool operator==(const CellResult&) const = default;
 };
 
 // What every evaluator gives where it has no result.
-inline constexpr CellResult kNumberZero{CellResult::Form::Number, 0, 0};
+inline constexpr CellResult kNumberZero{CellResult::Form::Number};
 
 // Appends the text of a result.
 void appendResult(const CellResult& result, const platform::Regional& regional, std::string& out);
@@ -41,9 +44,9 @@ public:
     ResultColumn(model::TextColumn& texts, const platform::Regional& regional);
 
     void set(std::uint32_t row, const CellResult& result);
-    void setText(std::uint32_t row, std::string_view text);
 
 private:
+    void setText(std::uint32_t row, std::string_view text);
     std::optional<std::uint32_t> wordOf(const CellResult& result) const;
 
     model::TextColumn& m_texts;

@@ -108,11 +108,9 @@ std::string zeroPadded(std::uint64_t value, std::size_t digits) {
 }
 
 std::string formatDecimals(double value, int decimals, const Regional& regional) {
-    std::string quick;
-    if (const auto scaled = scaledMagnitude(value, decimals)) {
-        appendScaled(value < 0, *scaled, decimals, regional.decimal, quick);
-        return quick;
-    }
+    char room[kSingleRoom];
+    if (const auto scaled = scaledMagnitude(value, decimals))
+        return std::string(formScaled(value < 0, *scaled, decimals, regional.decimal, room));
     Decimal number = significantDigits(value, kDoubleDigits);
     roundToPlaces(number, decimals);
     std::string text;

@@ -4,6 +4,7 @@
 #include "core/calc/CellResult.h"
 #include "core/calc/ExpressionTokens.h"
 #include "core/calc/Operands.h"
+#include "core/calc/RecordRows.h"
 #include "core/model/Document.h"
 #include "core/platform/Clock.h"
 #include "core/platform/Regional.h"
@@ -11,29 +12,14 @@
 
 #include <array>
 #include <cstdint>
-#include <optional>
-#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tallybook::calc {
 
 inline constexpr int kSimpleOperands = 8;
 inline constexpr int kSimpleOperators = 7;
-
-// A record as a pass meets it: the row's id, and that of the row above; the first record has none.
-struct RecordRows {
-    std::uint32_t row = 0;
-    std::optional<std::uint32_t> above;
-};
-
-// The record at a position from 0.
-inline RecordRows recordRows(const model::GridModel& grid, int record) {
-    RecordRows rows{grid.order().id(record), std::nullopt};
-    if (record > 0)
-        rows.above = grid.order().id(record - 1);
-    return rows;
-}
 
 // An Expression field made ready for a pass over the records: which cells are read and how is settled once. The
 // document must outlive it; its fields and coders must not change meanwhile.

@@ -64,7 +64,8 @@ char* putPlaces(std::uint32_t places, int decimals, char point, char* out) {
     return out + 1 + decimals;
 }
 
-// scaled * 10^-decimals; the sign is left out for zero. The whole part has at most kMostDigits digits.
+} // namespace
+
 std::string_view formScaled(bool negative, std::uint64_t scaled, int decimals, char point, char* room) {
     const std::uint64_t whole = wholePart(scaled, decimals);
     char* end = room + 1 + kMostDigits;
@@ -73,8 +74,6 @@ std::string_view formScaled(bool negative, std::uint64_t scaled, int decimals, c
         end = putPlaces(static_cast<std::uint32_t>(scaled - whole * kPowersOfTen[decimals]), decimals, point, end);
     return {start, static_cast<std::size_t>(end - start)};
 }
-
-} // namespace
 
 void appendSingleByDigits(float value, int decimals, char point, std::string& out) {
     if (!std::isfinite(value))

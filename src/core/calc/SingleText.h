@@ -17,7 +17,10 @@ inline constexpr std::size_t kSingleRoom = 48; // the largest single has 39 digi
 // number are empty.
 std::string_view formSingle(float value, int decimals, char point, char* room);
 
-// Appends the same.
+// scaled * 10^-decimals in the same room; the sign is left out for zero. The whole part has at most 16 digits.
+std::string_view formScaled(bool negative, std::uint64_t scaled, int decimals, char point, char* room);
+
+// Appends the text of a single.
 void appendSingle(float value, int decimals, char point, std::string& out);
 
 // The double that the display of the single reads as; nothing when there is none.

@@ -1,6 +1,8 @@
 #include "core/document/Recalculate.h"
 
+#include "core/calc/AdvancedField.h"
 #include "core/calc/CellResult.h"
+#include "core/calc/EvalCond.h"
 #include "core/calc/SimpleExpression.h"
 #include "core/document/Progress.h"
 #include "core/platform/Guards.h"
@@ -47,12 +49,36 @@ void recalcSimple(Document& doc, const Services& services, int field, FieldProgr
     }
 }
 
+void recalcAdvanced(Document& doc, const Services& services, int field, FieldProgress& progress) {
+    const int column = model::columnOfSlot(field);
+    calc::AdvancedField expression(doc, field, services.regional, services.clock.now());
+    calc::ResultColumn results(doc.grd.column(column), services.regional);
+    for (int record = 0; record < doc.NumDataRecs; ++record) {
+        progress.at(record);
+        const calc::RecordRows rows = calc::recordRows(doc.grd, record);
+        const calc::AdvancedField::Outcome outcome = expression.evaluate(rows, record);
+        results.set(rows.row, outcome.cell);
+        calc::setResultColour(doc.grd.colours(column), rows.row, outcome.colour);
+    }
+}
+
 void recalcField(Document& doc, Services& services, int field, FieldProgress& progress) {
     const model::FieldDef& def = doc.CurrDB20.Fields[static_cast<std::size_t>(field)];
-    if (def.Type != FieldType::Expression)
+    switch (def.Type) {
+    case FieldType::Expression:
+        progress.begin(def);
+        recalcSimple(doc, services, field, progress);
+        break;
+    case FieldType::AdvExpression:
+        progress.begin(def);
+        recalcAdvanced(doc, services, field, progress);
+        break;
+    case FieldType::ConditionalExpression:
+        calc::CalcCondExppression(doc, services, field);
+        break;
+    default:
         return;
-    progress.begin(def);
-    recalcSimple(doc, services, field, progress);
+    }
     doc.grd.touch();
 }
 

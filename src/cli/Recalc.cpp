@@ -1,0 +1,46 @@
+// tallybook recalc FILE --out OUT: the calculated fields computed anew, and saved.
+#include "cli/Session.h"
+#include "cli/Verbs.h"
+#include "core/document/OpenSave.h"
+#include "core/document/Recalculate.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+namespace tallybook::cli {
+
+namespace {
+
+struct RecalcOptions {
+    CommonOptions common;
+    std::filesystem::path file;
+    std::filesystem::path out;
+};
+
+// Opening computes the fields already; the command does so once more, which settles fields that name later ones.
+ExitCode recalc(const RecalcOptions& options, Terminal& terminal) {
+    Session session(terminal, options.common);
+    if (!session.open(options.file))
+        return ExitCode::Refused;
+    document::recalcExpressions(session.document(), session.services());
+    const document::Outcome outcome =
+        document::savePDBFile20(session.document(), session.services(), std::filesystem::absolute(options.out));
+    if (outcome == document::Outcome::Done)
+        return ExitCode::Done;
+    session.explainRefusal();
+    return ExitCode::Refused;
+}
+
+} // namespace
+
+void addRecalc(CLI::App& app, Terminal& terminal, ExitCode& code) {
+    auto options = std::make_shared<RecalcOptions>();
+    CLI::App* verb =
+        app.add_subcommand("recalc", "Compute the calculated fields anew and save the database elsewhere");
+    addFileArgument(*verb, options->file);
+    verb->add_option("--out", options->out, "The file to write, replaced whole when it exists")->required();
+    addOpenOptions(*verb, options->common);
+    verb->callback([options, &terminal, &code] { code = recalc(*options, terminal); });
+}
+
+} // namespace tallybook::cli
