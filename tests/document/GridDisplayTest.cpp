@@ -1,5 +1,6 @@
 #include "core/document/GridDisplay.h"
 
+#include "core/document/Views.h"
 #include "document/DocumentFixture.h"
 
 namespace tallybook::document {

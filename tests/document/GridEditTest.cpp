@@ -114,6 +114,7 @@ TEST_F(GridEditing, nothingOpensWhileAViewIsShown) {
     field(1, FieldType::Text);
     records(1);
     doc.CurrentView = "Prices";
+    doc.ViewShown = true;
     EXPECT_EQ(edit(0, 1).open, Open::Nothing);
 }
 

@@ -131,6 +131,7 @@ TEST_F(GridMouse, rightButtonCommitsTheOpenEdit) {
 TEST_F(GridMouse, viewPopsUpNoMenu) {
     records(2);
     doc.CurrentView = "Prices";
+    doc.ViewShown = true;
     EXPECT_EQ(rightClick(doc, t, {0, 3}), PopUp::None);
     EXPECT_EQ(rightClick(doc, t, {3, 0}), PopUp::None);
 }

@@ -154,6 +154,7 @@ TEST_F(Records, addingCommitsTheOpenEditAndLeavesAView) {
     EXPECT_EQ(cell(0, 1), "typed");
     EXPECT_FALSE(doc.editor.open());
     doc.CurrentView = "Prices";
+    doc.ViewShown = true;
     RecordAdd(doc, t);
     EXPECT_EQ(doc.CurrentView, "");
 }

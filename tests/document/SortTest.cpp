@@ -309,6 +309,7 @@ TEST_F(Sort, toolBarRefusesWhileAViewIsShown) {
     EXPECT_TRUE(sortFromToolBar(doc, t, Ascending));
     EXPECT_EQ(test::columnTexts(doc, kSlot), (Texts{"a", "b"}));
     doc.CurrentView = "Short";
+    doc.ViewShown = true;
     EXPECT_FALSE(sortFromToolBar(doc, t, Descending));
     EXPECT_EQ(lastMessage().text, "Sort not available in the Views.");
     EXPECT_EQ(test::columnTexts(doc, kSlot), (Texts{"a", "b"}));

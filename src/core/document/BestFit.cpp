@@ -1,6 +1,7 @@
 // The width that each column needs.
 #include "core/document/Cells.h"
 #include "core/document/GridDisplay.h"
+#include "core/document/Views.h"
 #include "core/platform/Guards.h"
 
 #include <algorithm>
@@ -86,6 +87,7 @@ void bestFit1(model::Document& doc, platform::Services& services, const TextMeas
     for (int column = 1; column < model::kScratchColumn; ++column)
         if (fieldOfColumn(doc, column).Type != FieldType::NotUsed)
             doc.grd.setColumnWidth(column, fittingWidth(doc, column, widths, measure));
+    takeColumnLook(doc);
     doc.grd.setCell(model::kFirstDataRow, 1);
 }
 
@@ -93,6 +95,7 @@ void bestFitColumn(model::Document& doc, platform::Services& services, const Tex
     saveCell(doc, services);
     if (fieldOfColumn(doc, column).Type != FieldType::NotUsed)
         doc.grd.setColumnWidth(column, fittingWidth(doc, column, widthsOf(measure), measure));
+    takeColumnLook(doc);
 }
 
 } // namespace tallybook::document

@@ -3,6 +3,7 @@
 #include "core/calc/CellCoders.h"
 #include "core/calc/Text.h"
 #include "core/document/Cells.h"
+#include "core/document/Views.h"
 #include "core/platform/Guards.h"
 
 #include <algorithm>
@@ -62,7 +63,9 @@ void FormatGrid(model::Document& doc, const DisplayChoices& choices) {
             doc.grd.setColumnWidth(column, model::kDefaultSize); // a slot that has come into use
         doc.grd.setAlignment(column, alignmentOf(type));
     }
-    doc.grd.setRowHeight(1, choices.fieldTypes ? model::kDefaultSize : 0);
+    for (model::GridModel* grid : {&doc.grd, &doc.ViewGrd})
+        grid->setRowHeight(1, choices.fieldTypes ? model::kDefaultSize : 0);
+    takeColumnLook(doc);
 }
 
 void gridResized(model::Document& doc) {
@@ -101,25 +104,6 @@ bool refuseBlock(const model::Document& doc, platform::Services& services) {
                          .icon = platform::Icon::Information,
                          .title = {}});
     return true;
-}
-
-std::vector<std::string> viewEntries(const model::DatabaseModel& db) {
-    std::vector<std::string> entries{"Show All Fields"};
-    for (std::size_t slot = 0; slot + 1 < db.Views.size(); ++slot) // the last slot is carried, not offered
-        if (!db.Views[slot].Name.empty())
-            entries.push_back(db.Views[slot].Name);
-    entries.push_back("Edit Views...");
-    return entries;
-}
-
-std::vector<std::string> filterEntries(const model::DatabaseModel& db) {
-    std::vector<std::string> entries{"No Filter"};
-    for (std::size_t slot = 0; slot < model::MaxFilters; ++slot)
-        if (!db.Filters[slot].Name.empty())
-            entries.push_back(db.Filters[slot].Name);
-    entries.push_back("Multiple");
-    entries.push_back("Edit Filters...");
-    return entries;
 }
 
 } // namespace tallybook::document

@@ -7,7 +7,6 @@
 
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace tallybook::document {
 
@@ -72,9 +71,5 @@ bool hasBlock(const model::Document& doc);
 
 // True, with the message, when a block is selected: Cut and Paste know one cell only.
 bool refuseBlock(const model::Document& doc, platform::Services& services);
-
-// The views and filters of the document as the entries of CmbView and CmbFilter.
-std::vector<std::string> viewEntries(const model::DatabaseModel& db);
-std::vector<std::string> filterEntries(const model::DatabaseModel& db);
 
 } // namespace tallybook::document

@@ -5,7 +5,7 @@
 #include "core/calc/Text.h"
 #include "core/document/CellEditing.h"
 #include "core/document/Cells.h"
-#include "core/document/Seams.h"
+#include "core/document/Views.h"
 #include "core/pdb/Passwords.h"
 
 #include <algorithm>

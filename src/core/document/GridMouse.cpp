@@ -1,7 +1,7 @@
 // What a click does on the grid.
 #include "core/document/Cells.h"
 #include "core/document/GridDisplay.h"
-#include "core/document/Seams.h"
+#include "core/document/Views.h"
 #include "core/pdb/Passwords.h"
 
 namespace tallybook::document {

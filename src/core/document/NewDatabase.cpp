@@ -1,6 +1,6 @@
 #include "core/document/GridDisplay.h"
 #include "core/document/OpenSave.h"
-#include "core/document/Seams.h"
+#include "core/document/Views.h"
 #include "core/platform/Guards.h"
 
 namespace tallybook::document {

@@ -6,6 +6,7 @@
 #include "core/document/Progress.h"
 #include "core/document/Recalculate.h"
 #include "core/document/Seams.h"
+#include "core/document/Views.h"
 #include "core/pdb/Database.h"
 #include "core/pdb/Names.h"
 #include "core/pdb/Passwords.h"

@@ -4,7 +4,7 @@
 #include "core/calc/Numbers.h"
 #include "core/document/CellEditing.h"
 #include "core/document/Cells.h"
-#include "core/document/Seams.h"
+#include "core/document/Views.h"
 #include "core/platform/Guards.h"
 #include "core/platform/OwnTexts.h"
 
@@ -139,7 +139,8 @@ bool RecordAdd(model::Document& doc, platform::Services& services) {
     if (refuseFull(doc, services))
         return false;
     doc.CurrDB20.LastKey = oneMore(doc.CurrDB20.LastKey);
-    doc.CurrentView.clear();
+    if (isViewShown(doc))
+        showAllFields(doc);
     const int row = model::appendRecord(doc);
     doc.RecKeys.set(row - model::kFirstDataRow, doc.CurrDB20.LastKey);
     addRow(doc, AddRow::InPlace);
@@ -151,7 +152,7 @@ bool RecordAdd(model::Document& doc, platform::Services& services) {
 bool deleteRecord(model::Document& doc, platform::Services& services) {
     if (refuseReadOnly(doc, services))
         return false;
-    if (model::hasNoRecords(doc) || !isShownRow(doc, doc.grd.row())) {
+    if (model::hasNoRecords(doc) || !isShownRow(doc, shownGrid(doc).row())) {
         sayNothingToDelete(services);
         return false;
     }

@@ -8,7 +8,7 @@
 #include "core/document/CellEditing.h"
 #include "core/document/Cells.h"
 #include "core/document/RowKeys.h"
-#include "core/document/Seams.h"
+#include "core/document/Views.h"
 #include "core/platform/Guards.h"
 
 #include <algorithm>

@@ -37,6 +37,10 @@ void clearDocument(Document& doc) {
     doc.GridReady = false;
     doc.CurrField = 0;
     doc.CurrentView.clear();
+    doc.ViewGrd.reset(1);
+    doc.ViewShown = false;
+    doc.RecordOfView = false;
+    doc.ViewFields.clear();
     doc.CurrentFilter = 0;
     doc.MultiFilterSel.reset();
     doc.ViewColWidths.fill(0);

@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace tallybook::model {
 
@@ -24,6 +25,8 @@ struct FileMark {
     bool operator==(const FileMark&) const = default;
 };
 
+inline constexpr std::uint8_t kMultipleFilter = MaxFilters + 1; // in CurrentFilter: the filters of MultiFilterSel
+
 // The program owns exactly one for its window. Reading another database's structure fills one of its own.
 struct Document {
     Document() = default;
@@ -32,6 +35,7 @@ struct Document {
 
     DatabaseModel CurrDB20;
     GridModel grd;
+    GridModel ViewGrd; // the shown columns of a view: a snapshot of grd
     RecordKeys RecKeys{grd.order()};
     CellLongTable CellLongs{grd.order()};
     CellValTable CellVals{grd.order()};
@@ -51,9 +55,12 @@ struct Document {
     FileMark fileMark;   // of CurrFilePath
     std::string Caption; // of the document window
 
-    std::uint8_t CurrField = 0;     // slot of the cell being edited
-    std::string CurrentView;        // empty: all fields
-    std::uint8_t CurrentFilter = 0; // 0 none, slot + 1
+    std::uint8_t CurrField = 0;           // slot of the cell being edited
+    std::string CurrentView;              // empty: all fields
+    bool ViewShown = false;               // ViewGrd is shown instead of grd
+    bool RecordOfView = false;            // grd is shown for editing a record of the view; cmdEdit is "&Done"
+    std::vector<std::uint8_t> ViewFields; // field slots of ViewGrd's columns, from column 1 on
+    std::uint8_t CurrentFilter = 0;       // 0 none, slot + 1, or kMultipleFilter
     std::bitset<MaxFilters> MultiFilterSel;
     std::array<std::int16_t, kGridColumns> ViewColWidths{};
     int LastRowInView = 0;

@@ -19,6 +19,7 @@ GridModel::GridModel() {
 
 void GridModel::reset(int dataRows) {
     m_order.reset(dataRows);
+    m_cols = kGridColumns;
     for (auto& row : m_headers)
         row.fill({});
     for (int c = 0; c < kGridColumns; ++c) {
@@ -134,13 +135,65 @@ void GridModel::setRowHeight(int row, int height) {
     if (m_heights.empty()) {
         if (height == kDefaultSize)
             return;
-        std::uint32_t highest = 0;
-        for (int r = kHeaderRows; r < rows(); ++r)
-            highest = std::max(highest, rowId(r));
-        m_heights.assign(highest + 1, kDefaultSize);
+        m_heights.assign(highestId() + 1, kDefaultSize);
     }
     m_heights[rowId(row)] = height;
     rowsChanged();
+}
+
+std::uint32_t GridModel::highestId() const {
+    std::uint32_t highest = 0;
+    for (int place = 0; place < m_order.count(); ++place)
+        highest = std::max(highest, m_order.id(place));
+    return highest;
+}
+
+void GridModel::showOnly(std::vector<int> rows) {
+    rowsChanged();
+    m_heights.clear();
+    if (static_cast<int>(rows.size()) == dataRows())
+        return;
+    m_heights.assign(highestId() + 1, 0);
+    for (const int row : rows)
+        m_heights[rowId(row)] = kDefaultSize;
+    m_visible = std::move(rows);
+    m_visibleKnown = true;
+}
+
+std::vector<std::uint64_t> GridModel::visibleIds() const {
+    std::vector<std::uint64_t> ids(highestId() / kGroupRows + 1);
+    for (int position = 0; position < visibleRows(); ++position) {
+        const std::uint32_t id = rowId(visibleRow(position));
+        ids[id / kGroupRows] |= std::uint64_t{1} << (id % kGroupRows);
+    }
+    return ids;
+}
+
+void GridModel::copyVisible(const GridModel& source, const std::vector<int>& columns) {
+    reset(1);
+    m_order = source.m_order;
+    m_cols = static_cast<int>(columns.size()) + 1;
+    m_heights = source.m_heights;
+    m_headerHeights = source.m_headerHeights;
+    const std::vector<std::uint64_t> ids = source.visibleIds();
+    copyColumn(source, kNumberColumn, kNumberColumn, {});
+    int column = kNumberColumn;
+    for (const int sourceColumn : columns)
+        copyColumn(source, sourceColumn, ++column, ids);
+    rowsChanged();
+}
+
+void GridModel::copyColumn(const GridModel& source, int sourceColumn, int column,
+                           std::span<const std::uint64_t> ids) {
+    const std::size_t from = index(sourceColumn);
+    const std::size_t to = index(column);
+    for (auto row = m_headers.begin(); const auto& header : source.m_headers)
+        (*row++)[to] = header[from];
+    m_widths[to] = source.m_widths[from];
+    m_alignments[to] = source.m_alignments[from];
+    m_texts[to].copyRows(source.m_texts[from], ids);
+    m_pictures[to].copyRows(source.m_pictures[from], ids);
+    m_colours[to].copyRows(source.m_colours[from], ids);
 }
 
 void GridModel::setColumnWidth(int column, int width) {

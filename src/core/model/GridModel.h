@@ -9,6 +9,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -41,7 +42,7 @@ public:
 
     int rows() const { return kHeaderRows + m_order.count(); }
     int dataRows() const { return m_order.count(); }
-    int cols() const { return kGridColumns; }
+    int cols() const { return m_cols; }
     int fixedRows() const { return kHeaderRows; }
 
     // Shape. reset() empties every cell, height, width and alignment and leaves the given number of data rows
@@ -52,6 +53,11 @@ public:
     void clearRow(int row);    // texts, pictures and colours of a data row
     // Puts data row order[i] at place i, both from 0. Heights travel with their rows.
     void permuteRows(const std::vector<std::uint32_t>& order);
+
+    // Becomes a snapshot of a source's columns (at most kGridColumns - 1), which stand from column 1 on in the order
+    // given, with their headers, widths and alignments. Rows, heights and column 0 are the source's; texts, colours
+    // and pictures come from its visible rows alone.
+    void copyVisible(const GridModel& source, const std::vector<int>& columns);
 
     // Cells. Column 0 of a data row always reads as the record's number from 1 and takes no text.
     std::string_view text(int row, int column, std::string& scratch) const;
@@ -75,6 +81,8 @@ public:
     // Measures: 0 hides, -1 is the default; otherwise twips.
     int rowHeight(int row) const;
     void setRowHeight(int row, int height);
+    // Gives the listed data rows, in rising order, the default height and hides all others.
+    void showOnly(std::vector<int> rows);
     int columnWidth(int column) const { return m_widths[static_cast<std::size_t>(column)]; }
     void setColumnWidth(int column, int width);
     Alignment alignment(int column) const { return m_alignments[static_cast<std::size_t>(column)]; }
@@ -103,7 +111,12 @@ private:
     void rowsChanged();
     const std::vector<int>& visibleIndex() const;
 
+    std::uint32_t highestId() const;
+    void copyColumn(const GridModel& source, int sourceColumn, int column, std::span<const std::uint64_t> ids);
+    std::vector<std::uint64_t> visibleIds() const; // bit n of number g for id g * 64 + n
+
     RowOrder m_order;
+    int m_cols = kGridColumns;
     std::array<std::array<std::string, kGridColumns>, kHeaderRows> m_headers;
     std::array<TextColumn, kGridColumns> m_texts;
     std::array<WordColumn, kGridColumns> m_pictures;

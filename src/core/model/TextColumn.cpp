@@ -1,5 +1,7 @@
 #include "core/model/TextColumn.h"
 
+#include <bit>
+
 namespace tallybook::model {
 
 namespace {
@@ -62,6 +64,10 @@ void TextColumn::setText(std::uint32_t row, std::string_view text) {
             return;
         }
     }
+    setPlainText(row, text);
+}
+
+void TextColumn::setPlainText(std::uint32_t row, std::string_view text) {
     const std::uint32_t place = row % kBlockRows;
     Block& block = blockFor(row);
     const std::uint32_t position = block.texts.append(text);
@@ -88,6 +94,20 @@ void TextColumn::setCoder(std::unique_ptr<CellCoder> coder) {
         if (has(row))
             changed.setText(row, text(row, scratch));
     *this = std::move(changed);
+}
+
+void TextColumn::copyRows(const TextColumn& source, std::span<const std::uint64_t> rows) {
+    clear();
+    m_coder = source.m_coder;
+    for (std::uint32_t group = 0; group < rows.size(); ++group)
+        for (std::uint64_t bits = source.filled(group) & rows[group]; bits != 0; bits &= bits - 1) {
+            const std::uint32_t row = group * kGroupRows + static_cast<std::uint32_t>(std::countr_zero(bits));
+            const StoredCell cell = source.stored(row);
+            if (cell.kind == StoredCell::Kind::Word)
+                setWord(row, cell.word);
+            else
+                setPlainText(row, cell.text);
+        }
 }
 
 } // namespace tallybook::model

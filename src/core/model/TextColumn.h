@@ -6,6 +6,7 @@
 #include "core/model/WordColumn.h"
 
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -99,6 +100,10 @@ public:
     void setCoder(std::unique_ptr<CellCoder> coder);
     CellCoder* coder() const { return m_coder.get(); }
 
+    // Becomes a copy of the rows that have a bit in `rows`; bit n of number g is row g * 64 + n. The coder is shared:
+    // what its words stand for never changes.
+    void copyRows(const TextColumn& source, std::span<const std::uint64_t> rows);
+
 private:
     struct Block {
         WordBlock words;
@@ -114,6 +119,7 @@ private:
         return m_blocks[index];
     }
     void beginBlock(std::uint32_t index);
+    void setPlainText(std::uint32_t row, std::string_view text);
     static void forgetText(Block& block, std::uint32_t place) {
         if (bitOf(block.plain, place))
             forgetPlainText(block, place);
@@ -122,7 +128,7 @@ private:
     static void compact(Block& block);
 
     std::vector<Block> m_blocks;
-    std::unique_ptr<CellCoder> m_coder;
+    std::shared_ptr<CellCoder> m_coder;
 };
 
 } // namespace tallybook::model

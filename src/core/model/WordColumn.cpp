@@ -1,6 +1,7 @@
 #include "core/model/WordColumn.h"
 
 #include <algorithm>
+#include <bit>
 
 namespace tallybook::model {
 
@@ -55,6 +56,15 @@ void WordColumn::erase(std::uint32_t row) {
 
 bool WordColumn::empty() const {
     return std::all_of(m_blocks.begin(), m_blocks.end(), [](const WordBlock& block) { return block.empty(); });
+}
+
+void WordColumn::copyRows(const WordColumn& source, std::span<const std::uint64_t> rows) {
+    clear();
+    for (std::uint32_t group = 0; group < rows.size(); ++group)
+        for (std::uint64_t bits = source.filled(group) & rows[group]; bits != 0; bits &= bits - 1) {
+            const std::uint32_t row = group * kGroupRows + static_cast<std::uint32_t>(std::countr_zero(bits));
+            set(row, *source.get(row));
+        }
 }
 
 } // namespace tallybook::model

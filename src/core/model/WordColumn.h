@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace tallybook::model {
@@ -109,6 +110,9 @@ public:
     void erase(std::uint32_t row);
     void clear() { m_blocks.clear(); }
     bool empty() const; // no row has a value
+
+    // Becomes a copy of the rows that have a bit in `rows`; bit n of number g is row g * 64 + n.
+    void copyRows(const WordColumn& source, std::span<const std::uint64_t> rows);
 
 private:
     void beginBlock(std::uint32_t index);

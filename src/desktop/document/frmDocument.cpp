@@ -1,5 +1,6 @@
 #include "desktop/document/frmDocument.h"
 
+#include "core/document/Views.h"
 #include "core/platform/OwnTexts.h"
 #include "desktop/dialogs/dlgRadio.h"
 #include "desktop/dialogs/frmMemoAw.h"

@@ -1,0 +1,231 @@
+#include "core/document/Views.h"
+
+#include "core/calc/EvalCond.h"
+#include "core/document/CellEditing.h"
+#include "core/document/Progress.h"
+#include "core/document/Sort.h"
+#include "core/pdb/Passwords.h"
+#include "core/platform/Guards.h"
+
+#include <algorithm>
+#include <bit>
+#include <utility>
+
+namespace tallybook::document {
+
+namespace {
+
+using model::kFirstDataRow;
+
+constexpr int kRowsAStep = 1024; // between two looks at the progress bar
+
+// The last slot is carried, not offered.
+const model::ViewDef* findView(const model::DatabaseModel& db, std::string_view name) {
+    const auto last = db.Views.end() - 1;
+    const auto found = std::find_if(db.Views.begin(), last, [&](const auto& view) { return view.Name == name; });
+    return name.empty() || found == last ? nullptr : &*found;
+}
+
+// The fields of a view's columns. One beyond the last slot, which only a damaged file names, is left out.
+std::vector<std::uint8_t> fieldsOf(const model::ViewDef& view) {
+    const std::size_t columns = std::min<std::size_t>(view.NumCols, view.Columns.size());
+    std::vector<std::uint8_t> fields;
+    for (std::size_t i = 0; i < columns; ++i)
+        if (view.Columns[i].Field <= model::MaxUserFields)
+            fields.push_back(view.Columns[i].Field);
+    return fields;
+}
+
+// The second and third keys are the handheld's.
+void sortByView(model::Document& doc, platform::Services& services, const model::ViewDef& view) {
+    SortGrid(doc, services, view.SortFields[0],
+             view.SortDirs[0] == 1 ? SortDirection::Descending : SortDirection::Ascending);
+}
+
+// A slot that neither has a name nor compares a field.
+bool isFree(const model::FilterDef& filter) {
+    return filter.Name.empty() && filter.CondFields[0] == 0;
+}
+
+std::vector<calc::ConditionSet> filtersInForce(const model::Document& doc, const platform::Services& services,
+                                               int filterSlot) {
+    std::vector<calc::ConditionSet> filters;
+    for (int slot = 0; slot < model::MaxFilters; ++slot) {
+        const auto at = static_cast<std::size_t>(slot);
+        const bool wanted = filterSlot == kSeveralFilters ? doc.MultiFilterSel[at] : slot == filterSlot;
+        if (wanted && !isFree(doc.CurrDB20.Filters[at]))
+            filters.emplace_back(doc, services, doc.CurrDB20.Filters[at]);
+    }
+    return filters;
+}
+
+bool passes(const std::vector<calc::ConditionSet>& filters, std::uint32_t row) {
+    return std::all_of(filters.begin(), filters.end(), [row](const auto& filter) { return filter.holds(row); });
+}
+
+// A hidden record cannot stay the current one.
+void leaveHiddenRow(model::GridModel& grid) {
+    if (grid.row() >= kFirstDataRow && grid.row() < grid.rows() && grid.rowHeight(grid.row()) == 0 &&
+        grid.visibleRows() > 0)
+        grid.setCell(grid.visibleRow(0), grid.col());
+}
+
+void hideRows(model::Document& doc, platform::Services& services, const std::vector<calc::ConditionSet>& filters) {
+    const int rows = doc.grd.rows();
+    ProgressBar bar(services.ui, "Filtering record ");
+    bar.show("Filtering...", 0, rows - 1);
+    if (model::hasNoRecords(doc))
+        return;
+    std::vector<int> shown;
+    shown.reserve(static_cast<std::size_t>(doc.NumDataRecs));
+    for (int row = kFirstDataRow; row < rows; ++row) {
+        if (row % kRowsAStep == 0)
+            bar.step(row, rows - 2, rows - 1);
+        if (passes(filters, doc.grd.rowId(row)))
+            shown.push_back(row);
+    }
+    doc.grd.showOnly(std::move(shown));
+    leaveHiddenRow(doc.grd);
+}
+
+void fillView(model::Document& doc, const model::ViewDef* view) {
+    doc.ViewFields = view ? fieldsOf(*view) : std::vector<std::uint8_t>{};
+    std::vector<int> columns;
+    for (const int slot : doc.ViewFields)
+        columns.push_back(model::columnOfSlot(slot));
+    doc.ViewGrd.copyVisible(doc.grd, columns);
+    const int first = doc.ViewGrd.visibleRows() > 0 ? doc.ViewGrd.visibleRow(0) : kFirstDataRow;
+    doc.ViewGrd.setCell(first, columns.empty() ? model::kNumberColumn : 1);
+}
+
+// The view that opens first.
+std::string startView(const model::DatabaseModel& db) {
+    if (db.HdrByte2 + 1 >= model::MaxViews)
+        return {};
+    const model::ViewDef& view = db.Views[db.HdrByte2];
+    return fieldsOf(view).empty() ? std::string{} : view.Name;
+}
+
+// The column of grd with a header, from column 1 on; 0 when none has it.
+int columnHeaded(const model::GridModel& grid, std::string_view header) {
+    std::string scratch;
+    for (int column = 1; column < model::kScratchColumn; ++column)
+        if (grid.text(0, column, scratch) == header)
+            return column;
+    return 0;
+}
+
+// What CurrentFilter stands for.
+int filterSlotOf(const model::Document& doc) {
+    return doc.CurrentFilter == model::kMultipleFilter ? kSeveralFilters : doc.CurrentFilter - 1;
+}
+
+std::uint8_t filterOfSlot(int slot) {
+    return slot == kSeveralFilters ? model::kMultipleFilter : static_cast<std::uint8_t>(slot + 1);
+}
+
+} // namespace
+
+int GetDefaultFilter(std::uint16_t mask) {
+    const unsigned slots = mask & ((1u << model::MaxFilters) - 1);
+    if (slots == 0)
+        return kNoFilter;
+    return std::has_single_bit(slots) ? std::countr_zero(slots) : kSeveralFilters;
+}
+
+void SetViewFilter(model::Document& doc, platform::Services& services, std::string_view viewName, int filterSlot) {
+    const model::ViewDef* view = findView(doc.CurrDB20, viewName);
+    if (view)
+        sortByView(doc, services, *view);
+    const platform::Freeze freeze(services.ui, doc);
+    hideRows(doc, services, filtersInForce(doc, services, filterSlot));
+    fillView(doc, view);
+    doc.ViewShown = !viewName.empty();
+    doc.RecordOfView = false;
+}
+
+void AddViewFilterInfo(model::Document& doc, platform::Services& services, Reset reset) {
+    if (reset == Reset::Yes) {
+        showAllFields(doc);
+        doc.CurrentFilter = 0;
+    } else {
+        if (doc.CurrentView.empty())
+            doc.CurrentView = startView(doc.CurrDB20);
+        const int filter = GetDefaultFilter(doc.CurrDB20.HdrWord1);
+        doc.CurrentFilter = filterOfSlot(filter);
+        SetViewFilter(doc, services, doc.CurrentView, filter);
+    }
+    rememberWidths(doc);
+}
+
+void rememberWidths(model::Document& doc) {
+    for (int column = 0; column < model::kGridColumns; ++column)
+        doc.ViewColWidths[static_cast<std::size_t>(column)] = static_cast<std::int16_t>(doc.grd.columnWidth(column));
+}
+
+bool isViewShown(const model::Document& doc) {
+    return doc.ViewShown;
+}
+
+void showAllFields(model::Document& doc) {
+    doc.ViewShown = false;
+    doc.RecordOfView = false;
+    doc.CurrentView.clear();
+}
+
+model::GridModel& shownGrid(model::Document& doc) {
+    return doc.ViewShown ? doc.ViewGrd : doc.grd;
+}
+
+const model::GridModel& shownGrid(const model::Document& doc) {
+    return doc.ViewShown ? doc.ViewGrd : doc.grd;
+}
+
+void takeColumnLook(model::Document& doc) {
+    if (!doc.ViewShown)
+        return;
+    int column = model::kNumberColumn;
+    for (const int slot : doc.ViewFields) {
+        doc.ViewGrd.setColumnWidth(++column, doc.grd.columnWidth(model::columnOfSlot(slot)));
+        doc.ViewGrd.setAlignment(column, doc.grd.alignment(model::columnOfSlot(slot)));
+    }
+}
+
+EditButton editButton(const model::Document& doc) {
+    return {doc.ViewShown || doc.RecordOfView, doc.RecordOfView ? "&Done" : "&Edit"};
+}
+
+bool ModifyRecord(model::Document& doc, platform::Services& services) {
+    if (!pdb::AuthorizeDB(doc, services, model::PasswordKind::Modify))
+        return false;
+    if (!doc.ViewShown)
+        return true;
+    const int row = std::min(doc.ViewGrd.row(), doc.grd.rows() - 1);
+    const int column = columnHeaded(doc.grd, doc.ViewGrd.text(0, doc.ViewGrd.col()));
+    doc.LastRowInView = row;
+    doc.grd.setCell(row, column > 0 ? column : doc.grd.col());
+    doc.ViewShown = false;
+    doc.RecordOfView = true;
+    return true;
+}
+
+void clickView(model::Document& doc, platform::Services& services, MousePlace place) {
+    if (!doc.ViewShown || model::hasNoRecords(doc) || place.row < kFirstDataRow || place.row >= doc.ViewGrd.rows() ||
+        place.col >= doc.ViewGrd.cols())
+        return;
+    doc.ViewGrd.setCell(place.row, place.col);
+    ModifyRecord(doc, services);
+}
+
+void doneEditing(model::Document& doc, platform::Services& services) {
+    if (!doc.RecordOfView)
+        return;
+    saveCell(doc, services);
+    const int row = doc.LastRowInView;
+    const int column = doc.ViewGrd.col();
+    SetViewFilter(doc, services, doc.CurrentView, filterSlotOf(doc));
+    if (row >= kFirstDataRow && row < doc.ViewGrd.rows() && doc.ViewGrd.rowHeight(row) != 0)
+        doc.ViewGrd.setCell(row, std::min(column, doc.ViewGrd.cols() - 1));
+}
+
+} // namespace tallybook::document
