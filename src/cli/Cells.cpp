@@ -3,13 +3,16 @@
 #include "cli/GridRows.h"
 #include "cli/Session.h"
 #include "cli/Verbs.h"
+#include "cli/ViewOptions.h"
 #include "core/calc/Ansi.h"
 #include "core/document/Sort.h"
 
 #include <CLI/CLI.hpp>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 namespace tallybook::cli {
 
@@ -25,6 +28,8 @@ struct CellsOptions {
     bool json = false;
     bool numbers = false;
     std::string sort; // FIELD[:desc]; empty: the order of the grid after opening
+    std::string view;
+    std::vector<std::string> filters;
 
     RowForm form() const { return json ? RowForm::Json : (tsv ? RowForm::Tsv : RowForm::Csv); }
 };
@@ -51,6 +56,10 @@ ExitCode cells(const CellsOptions& options, Terminal& terminal) {
         return ExitCode::Refused;
     if (!options.sort.empty() && !sortRecords(session, options.sort))
         return ExitCode::Refused;
+    if (const auto reason = applyView(session.document(), session.services(), options.view, options.filters)) {
+        session.user().say(*reason);
+        return ExitCode::Refused;
+    }
     const RecordNumbers numbers = options.numbers ? RecordNumbers::Yes : RecordNumbers::No;
     writeRows(session.document(), options.form(), numbers, terminal.out);
     return ExitCode::Done;
@@ -70,6 +79,9 @@ void addCells(CLI::App& app, Terminal& terminal, ExitCode& code) {
     verb->add_flag("-n,--numbers", options->numbers, "Begin each row with the number of its record");
     verb->add_option("--sort", options->sort,
                      "Sort on FIELD (a name, or @ and a slot), with :desc the greatest first");
+    verb->add_option("--view", options->view, "Show this view, or \"Show All Fields\"");
+    verb->add_option("--filter", options->filters, "Use this filter, or \"No Filter\"; several hold together")
+        ->allow_extra_args(false);
     addOpenOptions(*verb, options->common);
     verb->callback([options, &terminal, &code] { code = cells(*options, terminal); });
 }

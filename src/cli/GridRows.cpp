@@ -1,6 +1,7 @@
 #include "cli/GridRows.h"
 
 #include "core/calc/Ansi.h"
+#include "core/document/Views.h"
 
 #include <algorithm>
 #include <ostream>
@@ -11,66 +12,78 @@ namespace {
 
 using model::Document;
 using model::FieldType;
+using model::GridModel;
 
 // A column that is printed, its kind settled once for all records.
 struct PrintedColumn {
-    int column;
+    int column; // of the grid that is shown
+    int slot;
     bool checkbox;
 };
 
+PrintedColumn printedColumn(const Document& doc, int column, int slot) {
+    return {column, slot, doc.CurrDB20.Fields[static_cast<std::size_t>(slot)].Type == FieldType::Checkbox};
+}
+
+// The columns of the view that is shown, or those of the used fields.
 std::vector<PrintedColumn> printedColumns(const Document& doc) {
     std::vector<PrintedColumn> columns;
-    for (const int column : usedColumns(doc)) {
-        const auto slot = static_cast<std::size_t>(model::slotOfColumn(column));
-        columns.push_back({column, doc.CurrDB20.Fields[slot].Type == FieldType::Checkbox});
+    if (document::isViewShown(doc)) {
+        for (int column = model::kNumberColumn; const int slot : doc.ViewFields)
+            columns.push_back(printedColumn(doc, ++column, slot));
+        return columns;
     }
+    for (const int column : usedColumns(doc))
+        columns.push_back(printedColumn(doc, column, model::slotOfColumn(column)));
     return columns;
 }
 
-void addRecord(const Document& doc, const std::vector<PrintedColumn>& columns, int row, RecordNumbers numbers,
+void addRecord(const GridModel& grid, const std::vector<PrintedColumn>& columns, int row, RecordNumbers numbers,
                RowText& line) {
     std::string scratch;
     std::string converted;
     if (numbers == RecordNumbers::Yes)
-        line.add(doc.grd.text(row, model::kNumberColumn, scratch));
+        line.add(grid.text(row, model::kNumberColumn, scratch));
     for (const PrintedColumn& printed : columns) {
         if (printed.checkbox)
-            line.add(doc.grd.picture(row, printed.column) == model::Picture::CheckOn ? "Y" : "N");
+            line.add(grid.picture(row, printed.column) == model::Picture::CheckOn ? "Y" : "N");
         else
-            line.add(utf8(doc.grd.text(row, printed.column, scratch), converted));
+            line.add(utf8(grid.text(row, printed.column, scratch), converted));
     }
 }
 
 void writeTable(const Document& doc, RowForm form, RecordNumbers numbers, std::ostream& out) {
+    const GridModel& grid = document::shownGrid(doc);
     const std::vector<PrintedColumn> columns = printedColumns(doc);
     RowText line(form);
     if (numbers == RecordNumbers::Yes)
         line.add("#");
     for (const PrintedColumn& printed : columns)
-        line.add(calc::ansi::toUtf8(doc.grd.text(0, printed.column)));
+        line.add(calc::ansi::toUtf8(grid.text(0, printed.column)));
     out << line.finish();
-    for (int at = 0; at < doc.grd.visibleRows(); ++at) {
-        addRecord(doc, columns, doc.grd.visibleRow(at), numbers, line);
+    for (int at = 0; at < grid.visibleRows(); ++at) {
+        addRecord(grid, columns, grid.visibleRow(at), numbers, line);
         out << line.finish();
     }
 }
 
 void writeJson(const Document& doc, RecordNumbers numbers, std::ostream& out) {
+    const GridModel& grid = document::shownGrid(doc);
     const std::vector<PrintedColumn> columns = printedColumns(doc);
     out << "{\"fields\": [";
     std::string field;
     for (const PrintedColumn& printed : columns) {
         field += field.empty() ? "\n" : ",\n";
-        field += "{\"slot\": " + std::to_string(model::slotOfColumn(printed.column)) + ", \"name\": ";
-        appendJsonString(calc::ansi::toUtf8(doc.grd.text(0, printed.column)), field);
+        field += "{\"slot\": " + std::to_string(printed.slot) + ", \"name\": ";
+        appendJsonString(calc::ansi::toUtf8(grid.text(0, printed.column)), field);
         field += ", \"type\": ";
-        appendJsonString(calc::ansi::toUtf8(doc.grd.text(1, printed.column)), field);
+        appendJsonString(calc::ansi::toUtf8(grid.text(1, printed.column)), field);
         field += '}';
     }
     out << field << "\n],\n\"records\": [";
     RowText line(RowForm::Json);
-    for (int at = 0; at < doc.grd.visibleRows(); ++at) {
-        addRecord(doc, columns, doc.grd.visibleRow(at), numbers, line);
+    for (int at = 0; at < grid.visibleRows(); ++at) {
+        addRecord(grid, columns, grid.visibleRow(at), numbers, line);
         out << (at == 0 ? "\n[" : ",\n[") << line.finish() << ']';
     }
     out << "\n]}\n";

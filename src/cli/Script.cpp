@@ -1,5 +1,7 @@
 #include "cli/Script.h"
 
+#include "core/model/Limits.h"
+
 #include <algorithm>
 
 namespace tallybook::cli {
@@ -137,6 +139,10 @@ const std::vector<ScriptCommand>& scriptCommands() {
         {"sort", 1, 2, "sort FIELD [desc]"},
         {"find", 1, 5, "find \"TEXT\" [case] [whole-word] [expression] [backward], or find next|previous"},
         {"show", 0, 1, "show [all]"},
+        {"view", 1, 1, "view \"NAME\""},
+        {"filter", 1, model::MaxFilters, "filter \"NAME\"..."},
+        {"edit", 0, 0, "edit"},
+        {"done", 0, 0, "done"},
         {"answer", 1, 2, "answer yes|no|ok|cancel [\"QUESTION\"]"},
         {"password", 1, 1, "password \"TEXT\""},
         {"save", 0, 0, "save"},
@@ -147,6 +153,9 @@ const std::vector<ScriptCommand>& scriptCommands() {
         {"expect-message", 1, 1, "expect-message \"TEXT\""},
         {"expect-modified", 1, 1, "expect-modified yes|no"},
         {"expect-records", 1, 1, "expect-records NUMBER"},
+        {"expect-shown", 1, 1, "expect-shown NUMBER"},
+        {"expect-view", 1, 1, "expect-view \"NAME\""},
+        {"expect-filter", 1, 1, "expect-filter \"NAME\""},
     };
     return kCommands;
 }

@@ -9,6 +9,7 @@
 #include "core/document/Recalculate.h"
 #include "core/document/Records.h"
 #include "core/document/Sort.h"
+#include "core/document/Views.h"
 
 #include <charconv>
 #include <ostream>
@@ -62,6 +63,10 @@ ScriptRunner::Handler ScriptRunner::handlerOf(const std::string& command) {
         {"show", &ScriptRunner::doShow},
         {"sort", &ScriptRunner::doSort},
         {"find", &ScriptRunner::doFind},
+        {"view", &ScriptRunner::doView},
+        {"filter", &ScriptRunner::doFilter},
+        {"edit", &ScriptRunner::doEdit},
+        {"done", &ScriptRunner::doDone},
         {"answer", &ScriptRunner::doAnswer},
         {"password", &ScriptRunner::doPassword},
         {"save", &ScriptRunner::doSave},
@@ -72,6 +77,9 @@ ScriptRunner::Handler ScriptRunner::handlerOf(const std::string& command) {
         {"expect-message", &ScriptRunner::expectMessage},
         {"expect-modified", &ScriptRunner::expectModified},
         {"expect-records", &ScriptRunner::expectRecords},
+        {"expect-shown", &ScriptRunner::expectShown},
+        {"expect-view", &ScriptRunner::expectView},
+        {"expect-filter", &ScriptRunner::expectFilter},
     };
     for (const Row& row : kHandlers)
         if (row.name == command)
@@ -169,6 +177,8 @@ ScriptRunner::Failure ScriptRunner::doGoto(const Words& words) {
     const auto row = rowOf(words[0]);
     if (const auto* reason = std::get_if<std::string>(&row))
         return *reason;
+    if (document::isViewShown(m_doc))
+        return gotoInView(std::get<int>(row), words);
     int column = m_doc.grd.col();
     if (words.size() > 1) {
         const auto named = columnOf(words[1]);

@@ -58,6 +58,7 @@ private:
     Failure typeFurther(const std::string& text);
 
     Failure doGoto(const Words& words);
+    Failure gotoInView(int row, const Words& words);
     Failure doClick(const Words& words);
     Failure doType(const Words& words);
     Failure doKey(const Words& words);
@@ -76,6 +77,10 @@ private:
     Failure doSort(const Words& words);
     Failure doFind(const Words& words);
     Failure findAgain(bool forward);
+    Failure doView(const Words& words);
+    Failure doFilter(const Words& words);
+    Failure doEdit(const Words& words);
+    Failure doDone(const Words& words);
     Failure doAnswer(const Words& words);
     Failure doPassword(const Words& words);
     Failure doSave(const Words& words);
@@ -86,6 +91,9 @@ private:
     Failure expectMessage(const Words& words);
     Failure expectModified(const Words& words);
     Failure expectRecords(const Words& words);
+    Failure expectShown(const Words& words);
+    Failure expectView(const Words& words);
+    Failure expectFilter(const Words& words);
 
     model::Document& m_doc;
     platform::Services& m_services;

@@ -14,4 +14,12 @@ inline constexpr std::string_view kQuestionUnanswered =
 inline constexpr std::string_view kChangesNotSaved = "Changes were not saved.";
 inline constexpr std::string_view kNoTemporaryFolder = "A temporary folder could not be made.";
 
+// The names are Windows-1252.
+inline std::string noSuchView(std::string_view name) {
+    return "There is no view \"" + std::string(name) + "\".";
+}
+inline std::string noSuchFilter(std::string_view name) {
+    return "There is no filter \"" + std::string(name) + "\".";
+}
+
 } // namespace tallybook::cli

@@ -281,6 +281,44 @@ TEST(CellsTest, refusesToSortOnAFieldThatIsNotThere) {
     }
 }
 
+TEST(CellsTest, showsAViewInItsOrder) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    EXPECT_EQ(test.run({"cells", "MS2_Small.pdb", "--view", "Short"}).out,
+              "Title,Count\r\nSecond,\r\nThird,-5\r\n\"Élan, \"\"quoted\"\"\",12\r\n");
+    EXPECT_EQ(test.run({"cells", "MS2_Small.pdb", "--view", "Short", "--filter", "Done", "-n", "--tsv"}).out,
+              "#\tTitle\tCount\n3\tÉlan, \"quoted\"\t12\n");
+    const Json json = Json::parse(test.run({"cells", "MS2_Small.pdb", "--view", "Short", "--json"}).out);
+    EXPECT_EQ(json["fields"][1], (Json{{"slot", 2}, {"name", "Count"}, {"type", "Integer"}}));
+}
+
+TEST(CellsTest, showsWhatFiltersLeave) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    const std::string all = test.run({"cells", "MS2_Small.pdb", "--filter", "No Filter"}).out;
+    EXPECT_NE(all.find("Third"), std::string::npos);
+    for (const std::vector<std::string>& filters :
+         {std::vector<std::string>{"--filter", "Done"}, {"--filter", "Done", "--filter", "Done"}}) {
+        std::vector<std::string> words = {"cells", "MS2_Small.pdb"};
+        words.insert(words.end(), filters.begin(), filters.end());
+        const std::string some = test.run(words).out;
+        EXPECT_NE(some.find("lan, "), std::string::npos) << some;
+        EXPECT_EQ(some.find("Second"), std::string::npos) << some;
+    }
+}
+
+TEST(CellsTest, refusesUnknownViewsAndFilters) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    const CommandResult view = test.run({"cells", "MS2_Small.pdb", "--view", "Élans"});
+    EXPECT_EQ(view.code, 1);
+    EXPECT_EQ(view.out, "");
+    EXPECT_NE(view.err.find("There is no view \"Élans\"."), std::string::npos) << view.err;
+    const CommandResult filter = test.run({"cells", "MS2_Small.pdb", "--filter", "Edit Filters..."});
+    EXPECT_EQ(filter.code, 1);
+    EXPECT_NE(filter.err.find("There is no filter \"Edit Filters...\"."), std::string::npos) << filter.err;
+}
+
 TEST(CellsTest, writesTheHeaderAloneOfAnEmptyDatabase) {
     const CommandTest test;
     test.put("MS2_Empty.pdb", samples::empty());

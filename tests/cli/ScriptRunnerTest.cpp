@@ -392,5 +392,63 @@ TEST(ScriptReadOnlyTest, takesNothing) {
     EXPECT_EQ(session.run("save\nexpect-message \"Tallybook is readonly.\""), "");
 }
 
+// A view of two columns, the count first, and two filters.
+platform::Bytes databaseWithViews() {
+    ScriptSession session;
+    model::DatabaseModel& db = session.doc->CurrDB20;
+    db.NumViews = 1;
+    db.Views[0].Name = "Counts";
+    db.Views[0].NumCols = 2;
+    db.Views[0].Columns[0].Field = 2;
+    db.Views[0].Columns[1].Field = 1;
+    db.Views[0].SortFields[0] = 2;
+    db.HdrByte2 = 11;
+    const auto filter = [&](std::size_t slot, const char* name, char code, const char* constant) {
+        db.Filters[slot].Name = name;
+        db.Filters[slot].CondFields[0] = 2;
+        db.Filters[slot].CondOps[0] = static_cast<std::uint8_t>(code);
+        db.Filters[slot].CondValues[0] = constant;
+    };
+    filter(0, "Some", '!', "0");
+    filter(2, "Below", '<', "10");
+    EXPECT_EQ(document::savePDBFile20(*session.doc, session.services, "/data/MS2_Views.pdb"),
+              document::Outcome::Done);
+    return session.files.bytes("/data/MS2_Views.pdb");
+}
+
+TEST(ScriptViewsTest, filtersHideRecords) {
+    ScriptSession session(databaseWithViews());
+    EXPECT_EQ(session.run("expect-filter \"No Filter\"\nexpect-shown 3\n"
+                          "filter Some\nexpect-filter Some\nexpect-shown 2\n"
+                          "filter Some Below\nexpect-filter Multiple\nexpect-shown 1\nexpect-records 3\n"
+                          "filter \"No Filter\"\nexpect-shown 3"),
+              "");
+}
+
+TEST(ScriptViewsTest, recordsOfAViewAreEditedInTheGrid) {
+    ScriptSession session(databaseWithViews());
+    EXPECT_EQ(session.run("view Counts\nexpect-view Counts\n"
+                          "goto 1 Count\nclick\nexpect-editor none\n"
+                          "edit\nexpect-at 1 Count\ntype \"50\"\ndone\nexpect-view Counts\n"
+                          "expect-cell 3 Title \"Third\"\nexpect-cell 3 Count \"50\"\nshow all"),
+              "");
+    EXPECT_EQ(session.out.str(), "Count\tTitle\n\tSecond\n12\t\xC3\x89lan, \"quoted\"\n50\tThird\n");
+}
+
+TEST(ScriptViewsTest, whatIsNotThereIsRefused) {
+    ScriptSession session(databaseWithViews());
+    EXPECT_EQ(session.run("view Nowhere"), "1: There is no view \"Nowhere\".");
+    EXPECT_EQ(session.run("view \"Edit Views...\""), "1: There is no view \"Edit Views...\".");
+    EXPECT_EQ(session.run("filter Multiple"), "1: There is no filter \"Multiple\".");
+    EXPECT_EQ(session.run("filter Some \"No Filter\""), "1: There is no filter \"No Filter\".");
+    EXPECT_EQ(session.run("edit"), "1: no view is shown");
+    EXPECT_EQ(session.run("done"), "1: no record of a view is being edited");
+    EXPECT_EQ(session.run("view Counts\ngoto 1 Price"), "2: the view does not show this field: Price");
+    EXPECT_EQ(session.run("filter Some\ngoto 2"), "2: a filter hides this record: 2");
+    EXPECT_EQ(session.run("expect-view \"Show All Fields\""),
+              "1: \"Counts\" is chosen, expected \"Show All Fields\"");
+    EXPECT_EQ(session.run("expect-shown 7"), "1: 2 records are shown, expected 7");
+}
+
 } // namespace
 } // namespace tallybook::cli
