@@ -73,7 +73,8 @@ TEST_F(Accessibility, anEmptyGridHasNoCells) {
 
 TEST_F(Accessibility, everyControlHasAName) {
     openSample();
-    for (const char* name : {"CmbView", "CmbFilter", "cmdEdit", "Text1", "MebSpin", "cmb1", "DTPickerMS2", "grd"}) {
+    for (const char* name :
+         {"CmbView", "CmbFilter", "cmdEdit", "Text1", "MebSpin", "cmb1", "DTPickerMS2", "grd", "ViewGrd"}) {
         QAccessibleInterface* control = QAccessible::queryAccessibleInterface(find<QWidget>(name));
         ASSERT_NE(control, nullptr) << name;
         EXPECT_FALSE(control->text(QAccessible::Name).isEmpty()) << name;

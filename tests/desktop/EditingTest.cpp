@@ -232,18 +232,24 @@ TEST_F(Editing, anEditStampsTheRecord) {
 }
 
 struct StoppedClock : platform::Clock {
-    platform::LocalTime now() const override { throw std::runtime_error("the clock has stopped"); }
+    bool stopped = false;
+    platform::LocalTime now() const override {
+        if (stopped)
+            throw std::runtime_error("the clock has stopped");
+        return {2003, 3, 5, 13, 5, 9};
+    }
 };
 
 TEST_F(Editing, anUnexpectedErrorIsShownUnderItsOperation) {
     putSample();
     show();
-    const StoppedClock stopped;
-    platform::Services timeless{user, files, stopped, regional, "/app"};
+    StoppedClock watch;
+    platform::Services timeless{user, files, watch, regional, "/app"};
     desktop::frmMain frame(timeless, user, settings);
     frame.resize(1000, 600);
     frame.show();
-    frame.openFile(kSamplePath);
+    frame.openFile(kSamplePath); // which calculates by the clock
+    watch.stopped = true;
     QApplication::setActiveWindow(&frame);
     desktop::GridView& cells = frame.documentWindow().grid();
     const auto clickOn = [&cells](int row) {

@@ -20,6 +20,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPalette>
+#include <QPushButton>
 #include <QStyle>
 #include <QTest>
 #include <QToolBar>
@@ -118,6 +119,31 @@ TEST_P(Pictures, mainWindow) {
     key(Qt::Key_Down, Qt::ShiftModifier);
     key(Qt::Key_Right, Qt::ShiftModifier);
     keep(window(), "main-block");
+}
+
+TEST_P(Pictures, views) {
+    openSample([](model::Document& sample) {
+        sample.CurrDB20.Filters[0].Name = "Thin";
+        sample.CurrDB20.Filters[0].CondFields[0] = kPages;
+        sample.CurrDB20.Filters[0].CondOps[0] = '<';
+        sample.CurrDB20.Filters[0].CondValues[0] = "200";
+        sample.CurrDB20.HdrWord1 = 1;
+        model::ViewDef& view = sample.CurrDB20.Views[1];
+        view.Name = "Prices and loans";
+        view.NumCols = 3;
+        view.Columns[0].Field = kTitle;
+        view.Columns[1].Field = kLent;
+        view.Columns[2].Field = kPrice;
+        sample.CurrDB20.NumViews = 2;
+        sample.CurrDB20.HdrByte2 = 1;
+    });
+    keep(window(), "main-view");
+    find<QPushButton>("cmdEdit")->click();
+    keep(window(), "main-view-edit");
+    auto* views = find<QComboBox>("CmbView");
+    views->showPopup();
+    keep(*views->view()->window(), "main-views-dropped");
+    views->hidePopup();
 }
 
 TEST_P(Pictures, emptyWindows) {

@@ -1,6 +1,6 @@
 #include "desktop/document/frmDocument.h"
 
-#include "core/document/Views.h"
+#include "core/document/ViewPlace.h"
 #include "core/platform/OwnTexts.h"
 #include "desktop/dialogs/dlgRadio.h"
 #include "desktop/dialogs/frmMemoAw.h"
@@ -8,31 +8,14 @@
 #include "desktop/platform/Text.h"
 #include "ui_frmDocument.h"
 
-#include <QEvent>
 #include <QLineEdit>
 #include <QMenu>
-#include <QStandardItemModel>
 
 namespace tallybook::desktop {
 
 namespace {
 
 using document::EditAction;
-
-constexpr std::string_view kLeaveCell = "Tallybook Form : Leave Cell";
-
-// Lists the entries; only the first can be chosen, since the others' work is still to come.
-void listEntries(QComboBox& combo, const std::vector<std::string>& entries) {
-    const QSignalBlocker quiet(&combo);
-    combo.clear();
-    for (const std::string& entry : entries)
-        combo.addItem(toQt(entry));
-    const auto* items = qobject_cast<QStandardItemModel*>(combo.model());
-    for (int i = 1; items != nullptr && i < combo.count(); ++i)
-        items->item(i)->setEnabled(false);
-    combo.setCurrentIndex(0);
-    combo.setToolTip(toQt(platform::texts::kChoicesToCome));
-}
 
 bool isTextField(model::FieldType type) {
     return type == model::FieldType::Text || type == model::FieldType::Memo;
@@ -43,14 +26,12 @@ bool isTextField(model::FieldType type) {
 frmDocument::frmDocument(platform::Services& services, QWidget* parent)
     : QWidget(parent), m_ui(std::make_unique<Ui::frmDocument>()), m_services(services) {
     m_ui->setupUi(this);
-    m_ui->cmdEdit->setEnabled(false);
-    m_ui->cmdEdit->setToolTip(toQt(platform::texts::kChoicesToCome));
-    m_ui->CmbView->installEventFilter(this);
-    m_ui->CmbFilter->installEventFilter(this);
     m_measure = std::make_unique<QtTextMeasure>(grid());
     m_editors = new CellEditors(grid(), toQt(services.regional.shortDate));
     connectGrid();
     connectEditors();
+    connectChoices();
+    connectView();
     setFocusProxy(&grid());
 }
 
@@ -100,15 +81,8 @@ void frmDocument::setDocument(model::Document* doc) {
     m_doc = doc;
     m_editors->show({});
     grid().setModel(doc != nullptr ? &doc->grd : nullptr);
-    if (doc == nullptr)
-        return;
-    fillChoices();
+    viewGrid().setModel(doc != nullptr ? &doc->ViewGrd : nullptr);
     showDocument();
-}
-
-void frmDocument::fillChoices() {
-    listEntries(*m_ui->CmbView, document::viewEntries(m_doc->CurrDB20));
-    listEntries(*m_ui->CmbFilter, document::filterEntries(m_doc->CurrDB20));
 }
 
 void frmDocument::takeEditor() {
@@ -120,16 +94,25 @@ void frmDocument::showDocument() {
     if (m_doc == nullptr)
         return;
     setWindowTitle(toQt(m_doc->Caption));
-    grid().refresh();
+    showChoices();
+    showGrids();
     const model::EditorState& editor = m_doc->editor;
     if (editor.open()) {
         grid().showCell(editor.row, editor.col);
         grid().placeMarker();
     } else {
-        grid().showCell(m_doc->grd.row(), m_doc->grd.col());
+        const model::GridModel& shown = document::shownGrid(*m_doc);
+        shownGrid().showCell(shown.row(), shown.col());
     }
     m_editors->show(editor);
     emit documentChanged();
+}
+
+void frmDocument::leaveHiddenRows() {
+    if (m_doc == nullptr || m_doc->editor.open())
+        return;
+    document::leaveHiddenRow(m_doc->grd);
+    document::leaveHiddenRow(m_doc->ViewGrd);
 }
 
 void frmDocument::perform(const EditAction& action) {
@@ -281,14 +264,8 @@ void frmDocument::resizeEvent(QResizeEvent* event) {
     if (m_doc == nullptr || !isVisible())
         return;
     document::gridResized(*m_doc);
+    leaveHiddenRows();
     showDocument();
-}
-
-// A click on a choice commits what is being edited.
-bool frmDocument::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::MouseButtonPress)
-        operation(kLeaveCell, &frmDocument::commit)();
-    return QWidget::eventFilter(watched, event);
 }
 
 } // namespace tallybook::desktop

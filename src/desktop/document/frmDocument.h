@@ -3,6 +3,7 @@
 
 #include "core/document/CellEditing.h"
 #include "core/document/GridDisplay.h"
+#include "core/document/Views.h"
 #include "core/model/Document.h"
 #include "core/platform/Operation.h"
 #include "core/platform/Services.h"
@@ -33,7 +34,9 @@ public:
     void setDocument(model::Document* doc);
     void setPopUpMenus(QMenu* column, QMenu* row);
 
-    GridView& grid() const;
+    GridView& grid() const;      // grd
+    GridView& viewGrid() const;  // ViewGrd
+    GridView& shownGrid() const; // the one of them that is shown
     CellEditors& editors() const { return *m_editors; }
     const document::TextMeasure& measure() const { return *m_measure; }
 
@@ -41,7 +44,9 @@ public:
     void takeEditor();
     // After one: shows grid, editor and choices as they are now.
     void showDocument();
-    // The same, and opens what the operation asks for.
+    // After one that may have left the current cell in a row that a filter hides. A search may, on purpose.
+    void leaveHiddenRows();
+    // Shows the document, and opens what the operation asks for.
     void perform(const document::EditAction& action);
     // Ends the open edit as leaving its cell does.
     void commit();
@@ -54,6 +59,8 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    static constexpr std::string_view kLeaveCell = "Tallybook Form : Leave Cell";
+
     // The handler as an operation of its own: what nobody expected is shown under the tag.
     template <class... Arguments> auto operation(std::string_view tag, void (frmDocument::*handler)(Arguments...)) {
         return [this, tag, handler](Arguments... arguments) {
@@ -63,7 +70,21 @@ private:
     }
     void connectGrid();
     void connectEditors();
-    void fillChoices();
+    void connectChoices();
+    void connectView();
+    void showChoices();
+    void showGrids();
+    void chooseView(int entry);
+    void chooseFilter(int entry);
+    void chooseFilters();
+    void pressEdit();
+    void editRecord();
+    void typeOnView(int code, const QString& rest);
+    void resizeViewColumn(int column, int twips);
+    void bestFitViewColumn(int column);
+    void clickView(document::MousePlace place);
+    void afterChoice(document::Choice choice);
+    int gridColumn(int viewColumn) const;
     bool ready() const { return m_doc != nullptr && m_doc->GridReady; }
     void typeOnCell(int code, const QString& rest);
     void clickCell(document::MousePlace place);
@@ -84,6 +105,7 @@ private:
     model::Document* m_doc = nullptr;
     CellEditors* m_editors;
     std::unique_ptr<QtTextMeasure> m_measure;
+    bool m_choosesByKey = false; // in the closed list of a combo: the focus stays there
     QMenu* m_columnMenu = nullptr;
     QMenu* m_rowMenu = nullptr;
 };

@@ -33,7 +33,7 @@ void GridGeometry::update(const model::GridModel& grid, const Measures& measures
         m_headerHeights[index(row)] = grid.rowHeight(row) == 0 ? 0 : measures.rowHeight;
     m_headerHeight = m_headerHeights[0] + m_headerHeights[1];
     for (int column = 0; column < model::kGridColumns; ++column) {
-        const int twips = grid.columnWidth(column);
+        const int twips = column < grid.cols() ? grid.columnWidth(column) : 0;
         m_widths[index(column)] =
             twips == model::kDefaultSize ? measures.defaultWidth : std::max(0, pixelsOf(twips, measures.dpi));
     }

@@ -40,7 +40,7 @@ void GridView::mousePressEvent(QMouseEvent* event) {
     m_pressed = placeAt(point);
     m_blockDragged = false;
     const bool onCell = m_pressed->row >= model::kFirstDataRow && m_pressed->row < m_grid->rows() &&
-                        m_pressed->col >= 1 && m_pressed->col < model::kScratchColumn;
+                        m_pressed->col >= 1 && m_pressed->col <= lastColumn();
     if (onCell && event->modifiers().testFlag(Qt::ShiftModifier)) {
         m_blockDragged = true;
         extendTo(*m_pressed);
@@ -73,11 +73,11 @@ void GridView::updateCursorShape(QPoint point) {
 // The mouse is over another cell with the button down: the block grows or shrinks.
 void GridView::extendTo(const document::MousePlace& place) {
     const bool startedOnCell = m_pressed->row >= model::kFirstDataRow && m_pressed->row < m_grid->rows() &&
-                               m_pressed->col >= 1 && m_pressed->col < model::kScratchColumn;
+                               m_pressed->col >= 1 && m_pressed->col <= lastColumn();
     if (!startedOnCell || m_grid->row() < model::kFirstDataRow)
         return;
     const int row = std::clamp(place.row, model::kFirstDataRow, m_grid->rows() - 1);
-    const int column = std::clamp(place.col, 1, model::kScratchColumn - 1);
+    const int column = std::clamp(place.col, 1, lastColumn());
     if (row == m_grid->place().RowSel && column == m_grid->place().ColSel)
         return;
     m_blockDragged = true;
@@ -227,16 +227,26 @@ int GridView::rowAfter(int row, int positions) const {
     return m_grid->visibleRow(std::clamp(position + positions, 0, last));
 }
 
+// The scratch column behind a full grid's fields is nobody's to reach.
+int GridView::lastColumn() const {
+    return std::min(m_grid->cols(), model::kScratchColumn) - 1;
+}
+
+void GridView::moveSideways(bool back) {
+    if (hasRecords())
+        move(back ? Step::Left : Step::Right, Extend::No);
+}
+
 // The next column with a width in a direction, or the same one when there is none.
 int GridView::columnAfter(int column, int direction) const {
-    for (int next = column + direction; next >= 1 && next < model::kScratchColumn; next += direction)
+    for (int next = column + direction; next >= 1 && next <= lastColumn(); next += direction)
         if (m_geometry.columnWidth(next) > 0)
             return next;
     return column;
 }
 
 int GridView::edgeColumn(int direction) const {
-    return direction > 0 ? columnAfter(model::kScratchColumn, -1) : columnAfter(0, 1);
+    return direction > 0 ? columnAfter(lastColumn() + 1, -1) : columnAfter(0, 1);
 }
 
 void GridView::move(Step step, Extend extend) {

@@ -43,6 +43,9 @@ public:
     // Scrolls just so far that the cell can be seen.
     void showCell(int row, int column);
 
+    // As the keys Left and Right do.
+    void moveSideways(bool back);
+
     // Draws the current cell's frame round an editor that may be wider than its cell; nothing: round the cell.
     void setEditorFrame(std::optional<QRect> editor);
 
@@ -93,6 +96,7 @@ private:
     static std::optional<Step> stepOf(const QKeyEvent& event);
     void move(Step step, Extend extend);
     void goTo(int row, int column, Extend extend);
+    int lastColumn() const;
     int rowAfter(int row, int positions) const;
     int columnAfter(int column, int direction) const;
     int edgeColumn(int direction) const;

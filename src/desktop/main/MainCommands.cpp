@@ -5,6 +5,7 @@
 #include "core/document/Records.h"
 #include "core/document/SecuritySetting.h"
 #include "core/document/Sort.h"
+#include "core/document/ViewPlace.h"
 #include "core/platform/OwnTexts.h"
 #include "core/shell/OpenChoice.h"
 #include "core/shell/ProgramSettings.h"
@@ -143,6 +144,7 @@ void frmMain::findAgain(bool forward) {
         askWhatToFind(asked);
         return;
     }
+    document::takePlaceFromView(*m_doc);
     if (document::findAgain(*m_doc, m_services, m_find, forward))
         showHit();
 }
@@ -150,6 +152,7 @@ void frmMain::findAgain(bool forward) {
 void frmMain::askWhatToFind(const document::FindMemory& shown) {
     document::saveCell(*m_doc, m_services);
     m_document->showDocument();
+    document::takePlaceFromView(*m_doc);
     frmFindForm form(shown, this);
     form.setAcceptor([this](const document::FindSettings& settings) {
         return document::findFromDialog(*m_doc, m_services, m_find, settings);
@@ -159,6 +162,7 @@ void frmMain::askWhatToFind(const document::FindMemory& shown) {
 }
 
 void frmMain::showHit() {
+    document::givePlaceToView(*m_doc);
     const int row = m_doc->grd.row();
     if (m_doc->grd.rowHeight(row) == 0)
         statusBar()->showMessage(toQt(platform::texts::foundHidden(row - model::kFirstDataRow + 1)), kMessageTime);
@@ -168,11 +172,12 @@ void frmMain::mnuRecordAdd() {
     if (!document::RecordAdd(*m_doc, m_services))
         return;
     m_document->showDocument();
-    m_document->grid().setFocus();
+    m_document->setFocus();
 }
 
 void frmMain::mnuRecordDelete() {
     document::deleteRecord(*m_doc, m_services);
+    m_document->leaveHiddenRows();
 }
 
 void frmMain::mnuRecordDeleteAll() {
@@ -220,22 +225,27 @@ void frmMain::mnuColumnConvertToKeys() {
 
 void frmMain::mnuColumnSorta() {
     document::sortCol(*m_doc, m_services, SortDirection::Ascending);
+    m_document->leaveHiddenRows();
 }
 
 void frmMain::mnuColumnSortd() {
     document::sortCol(*m_doc, m_services, SortDirection::Descending);
+    m_document->leaveHiddenRows();
 }
 
 void frmMain::sortAscending() {
     document::sortFromToolBar(*m_doc, m_services, SortDirection::Ascending);
+    m_document->leaveHiddenRows();
 }
 
 void frmMain::sortDescending() {
     document::sortFromToolBar(*m_doc, m_services, SortDirection::Descending);
+    m_document->leaveHiddenRows();
 }
 
 void frmMain::bestFit() {
     document::bestFit1(*m_doc, m_services, m_document->measure());
+    m_document->leaveHiddenRows();
 }
 
 } // namespace tallybook::desktop

@@ -2,6 +2,7 @@
 
 #include "core/document/CellEditing.h"
 #include "core/document/OpenSave.h"
+#include "core/document/Views.h"
 #include "core/platform/Operation.h"
 #include "core/platform/OwnTexts.h"
 #include "core/shell/OpenChoice.h"
@@ -52,6 +53,17 @@ QPoint reachable(const QScreen& screen, QRect window) {
     const QRect room = screen.virtualGeometry();
     return {std::clamp(window.left(), room.left(), std::max(room.left(), room.right() - kWindowMargin)),
             std::clamp(window.top(), room.top(), std::max(room.top(), room.bottom() - kWindowMargin))};
+}
+
+// Which record is current, and how many a filter leaves.
+QString recordText(const model::Document& doc) {
+    if (model::hasNoRecords(doc))
+        return frmMain::tr("No records");
+    const model::GridModel& grid = document::shownGrid(doc);
+    const QString text =
+        frmMain::tr("Record %1 of %2").arg(std::max(1, grid.row() - model::kFirstDataRow + 1)).arg(doc.NumDataRecs);
+    const int shown = grid.visibleRows();
+    return shown == doc.NumDataRecs ? text : frmMain::tr("%1, %2 shown").arg(text).arg(shown);
 }
 
 } // namespace
@@ -149,12 +161,8 @@ void frmMain::showState() {
     m_path->setFullText(open ? pathToQt(m_doc->CurrFilePath) : QString());
     if (!open)
         m_record->clear();
-    else if (model::hasNoRecords(*m_doc))
-        m_record->setText(tr("No records"));
     else
-        m_record->setText(tr("Record %1 of %2")
-                              .arg(std::max(1, m_doc->grd.row() - model::kFirstDataRow + 1))
-                              .arg(m_doc->NumDataRecs));
+        m_record->setText(recordText(*m_doc));
 }
 
 // Shows a document that has been made or read; what was open before is gone.
@@ -165,7 +173,8 @@ void frmMain::loadDocument(std::unique_ptr<model::Document> doc) {
     document::bestFit1(*m_doc, m_services, m_document->measure());
     m_pages->setCurrentWidget(m_document);
     m_document->setDocument(m_doc.get());
-    m_document->grid().setFocus();
+    m_document->leaveHiddenRows();
+    m_document->setFocus();
     setDocState(1);
     showState();
 }

@@ -1,0 +1,249 @@
+// Views and filters: the two lists, the button beside them, the grid of a view.
+#include "desktop/WindowTest.h"
+#include "desktop/document/frmDocument.h"
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTest>
+
+namespace tallybook::test {
+namespace {
+
+using model::columnOfSlot;
+
+void makeFilter(model::Document& sample, std::size_t slot, const char* name, int field, char operation,
+                const char* constant) {
+    model::FilterDef& filter = sample.CurrDB20.Filters[slot];
+    filter.Name = name;
+    filter.CondFields[0] = static_cast<std::uint8_t>(field);
+    filter.CondOps[0] = static_cast<std::uint8_t>(operation);
+    filter.CondValues[0] = constant;
+}
+
+// The view "Prices" of title, loan and price, the dearest first; the filters "Thin" and "Cheap".
+void addViews(model::Document& sample) {
+    makeFilter(sample, 0, "Thin", kPages, '<', "200");
+    makeFilter(sample, 2, "Cheap", kPrice, '<', "5");
+    sample.CurrDB20.NumFilters = 3;
+    model::ViewDef& view = sample.CurrDB20.Views[1];
+    view.Name = "Prices";
+    view.SortFields[0] = kPrice;
+    view.SortDirs[0] = 1;
+    view.NumCols = 3;
+    view.Columns[0].Field = kTitle;
+    view.Columns[1].Field = kLent;
+    view.Columns[2].Field = kPrice;
+    sample.CurrDB20.NumViews = 2;
+    sample.CurrDB20.HdrByte2 = 0; // a free slot: all fields at first
+}
+
+class Views : public WindowTest {
+protected:
+    desktop::GridView& view() { return window().documentWindow().viewGrid(); }
+    // Picks an entry with the mouse.
+    void pick(const char* combo, const char* entry) {
+        auto* box = find<QComboBox>(combo);
+        const int index = box->findText(QString::fromLatin1(entry));
+        ASSERT_GE(index, 0) << entry;
+        QTest::mouseClick(box, Qt::LeftButton);
+        QAbstractItemView* list = box->view();
+        list->setCurrentIndex(list->model()->index(index, 0));
+        QTest::keyClick(list, Qt::Key_Return);
+        QApplication::setActiveWindow(&window());
+    }
+    std::string shown(const char* combo) { return find<QComboBox>(combo)->currentText().toStdString(); }
+    std::string caption() { return find<QPushButton>("cmdEdit")->text().toStdString(); }
+    std::string visibleTitles() {
+        std::string titles;
+        for (int i = 0; i < doc().grd.visibleRows(); ++i)
+            titles += doc().grd.text(doc().grd.visibleRow(i), columnOfSlot(kTitle)) + "; ";
+        return titles;
+    }
+    void clickInView(int record, int column) {
+        QTest::mouseClick(view().viewport(), Qt::LeftButton, {},
+                          view().cellRect(record + model::kFirstDataRow, column).center());
+    }
+};
+
+TEST_F(Views, theListsHaveTheirEntries) {
+    openSample(addViews);
+    EXPECT_EQ(find<QComboBox>("CmbView")->count(), 3);
+    EXPECT_EQ(shown("CmbView"), "Show All Fields");
+    EXPECT_EQ(find<QComboBox>("CmbFilter")->count(), 5);
+    EXPECT_EQ(shown("CmbFilter"), "No Filter");
+    EXPECT_FALSE(find<QPushButton>("cmdEdit")->isEnabled());
+    EXPECT_EQ(caption(), "&Edit");
+    EXPECT_TRUE(visible("grd"));
+    EXPECT_FALSE(visible("ViewGrd"));
+}
+
+TEST_F(Views, aFilterHidesTheOtherRecords) {
+    openSample(addViews);
+    go(2, kTitle);
+    pick("CmbFilter", "Thin");
+    EXPECT_EQ(visibleTitles(), "Sea Charts; Garden Year; ");
+    EXPECT_EQ(shown("CmbFilter"), "Thin");
+    EXPECT_NE(doc().grd.rowHeight(doc().grd.row()), 0); // the current record is one that can be seen
+    EXPECT_EQ(find<QLabel>("lblRecord")->text(), QStringLiteral("Record 1 of 3, 2 shown"));
+    EXPECT_TRUE(grid().hasFocus());
+    EXPECT_EQ(grid().cellRect(3, 1).top(), grid().cellRect(2, 1).bottom() + 1);
+    pick("CmbFilter", "No Filter");
+    EXPECT_EQ(visibleTitles(), "Sea Charts; Garden Year; Old Clocks; ");
+    EXPECT_FALSE(doc().DocModified);
+}
+
+TEST_F(Views, theArrowsGoThroughTheFilters) {
+    openSample(addViews);
+    find<QComboBox>("CmbFilter")->setFocus();
+    key(Qt::Key_Down);
+    EXPECT_EQ(shown("CmbFilter"), "Thin");
+    key(Qt::Key_Down);
+    EXPECT_EQ(shown("CmbFilter"), "Cheap");
+    EXPECT_EQ(visibleTitles(), "Garden Year; ");
+    EXPECT_TRUE(find<QComboBox>("CmbFilter")->hasFocus());
+}
+
+TEST_F(Views, aViewShowsItsColumnsSorted) {
+    openSample(addViews);
+    pick("CmbView", "Prices");
+    EXPECT_TRUE(visible("ViewGrd"));
+    EXPECT_FALSE(visible("grd"));
+    EXPECT_TRUE(view().hasFocus());
+    EXPECT_EQ(doc().ViewGrd.cols(), 4);
+    EXPECT_EQ(doc().ViewGrd.text(0, 3), "Price");
+    EXPECT_EQ(doc().ViewGrd.text(2, 1), "Old Clocks");
+    EXPECT_EQ(doc().ViewGrd.text(4, 1), "Garden Year");
+    EXPECT_EQ(view().geometry().columnWidth(1), grid().geometry().columnWidth(columnOfSlot(kTitle)));
+    EXPECT_TRUE(find<QPushButton>("cmdEdit")->isEnabled());
+    key(Qt::Key_End);
+    EXPECT_EQ(doc().ViewGrd.col(), 3);
+    key(Qt::Key_Tab);
+    EXPECT_EQ(doc().ViewGrd.col(), 3);
+    key(Qt::Key_Down);
+    key(Qt::Key_Backtab);
+    EXPECT_EQ(doc().ViewGrd.place(), (model::GridPlace{3, 2, 3, 2}));
+    EXPECT_EQ(find<QLabel>("lblRecord")->text(), QStringLiteral("Record 2 of 3"));
+    pick("CmbView", "Show All Fields");
+    EXPECT_TRUE(visible("grd"));
+    EXPECT_FALSE(find<QPushButton>("cmdEdit")->isEnabled());
+}
+
+TEST_F(Views, aRecordIsEditedAndTheViewMadeAnew) {
+    openSample(addViews);
+    pick("CmbView", "Prices");
+    clickInView(1, 3); // the price of "Sea Charts"
+    EXPECT_TRUE(visible("grd"));
+    EXPECT_EQ(shown("CmbView"), "Show All Fields");
+    EXPECT_EQ(caption(), "&Done");
+    EXPECT_EQ(doc().grd.row(), 3);
+    EXPECT_EQ(doc().grd.col(), columnOfSlot(kPrice));
+    type("99");
+    find<QPushButton>("cmdEdit")->click();
+    EXPECT_TRUE(visible("ViewGrd"));
+    EXPECT_EQ(shown("CmbView"), "Prices");
+    EXPECT_EQ(caption(), "&Edit");
+    EXPECT_EQ(doc().ViewGrd.text(2, 1), "Sea Charts"); // the dearest now
+    EXPECT_TRUE(view().hasFocus());
+    EXPECT_TRUE(doc().DocModified);
+}
+
+TEST_F(Views, enterAndTheButtonOpenTheRecord) {
+    openSample(addViews);
+    for (const bool byKey : {true, false}) {
+        pick("CmbView", "Prices");
+        key(Qt::Key_Down);
+        type("x"); // nothing can be typed into a view
+        EXPECT_TRUE(visible("ViewGrd"));
+        if (byKey)
+            key(Qt::Key_Return);
+        else
+            find<QPushButton>("cmdEdit")->click();
+        EXPECT_EQ(caption(), "&Done");
+        EXPECT_EQ(doc().grd.row(), 3);
+        EXPECT_TRUE(grid().hasFocus());
+    }
+}
+
+TEST_F(Views, severalFiltersApplyTogether) {
+    openSample(addViews);
+    script.expect([](QWidget& dialog) {
+        auto* list = dialog.findChild<QListWidget*>(QStringLiteral("ListFilters"));
+        ASSERT_EQ(list->count(), 2);
+        EXPECT_EQ(list->item(1)->text(), QStringLiteral("03. Cheap"));
+        QTest::keyClick(list, Qt::Key_Space);
+        QTest::keyClick(list, Qt::Key_Down);
+        QTest::keyClick(list, Qt::Key_Space);
+        QTest::keyClick(list, Qt::Key_Return);
+    });
+    pick("CmbFilter", "Multiple");
+    EXPECT_EQ(visibleTitles(), "Garden Year; ");
+    EXPECT_EQ(shown("CmbFilter"), "Multiple");
+    EXPECT_EQ(doc().CurrDB20.DefaultFilterMask, 0b101);
+    EXPECT_TRUE(doc().DocModified);
+}
+
+TEST_F(Views, cancellingSeveralFiltersKeepsTheOneInForce) {
+    openSample(addViews);
+    pick("CmbFilter", "Thin");
+    script.expect([](QWidget& dialog) { dialog.close(); });
+    pick("CmbFilter", "Multiple");
+    EXPECT_EQ(shown("CmbFilter"), "Thin");
+    EXPECT_EQ(visibleTitles(), "Sea Charts; Garden Year; ");
+}
+
+TEST_F(Views, theDesignersAreStillToCome) {
+    openSample(addViews);
+    script.expectMessage(QStringLiteral("Editing views is not part of this version yet."));
+    pick("CmbView", "Edit Views...");
+    EXPECT_EQ(shown("CmbView"), "Show All Fields");
+    script.expectMessage(QStringLiteral("Editing filters is not part of this version yet."));
+    pick("CmbFilter", "Edit Filters...");
+    EXPECT_EQ(shown("CmbFilter"), "No Filter");
+}
+
+TEST_F(Views, theSortButtonsRefuseInAView) {
+    openSample(addViews);
+    pick("CmbView", "Prices");
+    script.expectMessage(QStringLiteral("Sort not available in the Views."));
+    trigger("sorta");
+    EXPECT_EQ(doc().ViewGrd.text(2, 1), "Old Clocks");
+}
+
+TEST_F(Views, aSearchMovesInTheView) {
+    openSample(addViews);
+    pick("CmbView", "Prices");
+    script.expect([](QWidget&) {
+        QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("garden"));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    });
+    key(Qt::Key_F, Qt::ControlModifier);
+    EXPECT_EQ(doc().ViewGrd.place(), (model::GridPlace{4, 1, 4, 1}));
+    EXPECT_TRUE(visible("ViewGrd"));
+}
+
+TEST_F(Views, aColumnDraggedInAViewKeepsItsWidth) {
+    openSample(addViews);
+    pick("CmbView", "Prices");
+    emit view().columnResized(1, 3000);
+    EXPECT_EQ(doc().ViewGrd.columnWidth(1), 3000);
+    EXPECT_EQ(doc().grd.columnWidth(columnOfSlot(kTitle)), 3000);
+}
+
+TEST_F(Views, theOpeningViewIsShownAtOnce) {
+    openSample([](model::Document& sample) {
+        addViews(sample);
+        sample.CurrDB20.HdrByte2 = 1;
+    });
+    EXPECT_TRUE(visible("ViewGrd"));
+    EXPECT_EQ(shown("CmbView"), "Prices");
+    EXPECT_EQ(view().geometry().columnWidth(1), grid().geometry().columnWidth(columnOfSlot(kTitle)));
+    EXPECT_TRUE(view().hasFocus());
+}
+
+} // namespace
+} // namespace tallybook::test
