@@ -3,6 +3,7 @@
 
 #include "Workbench.h"
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -35,6 +36,24 @@ std::vector<int> slotsOf(const model::DatabaseModel& db, model::FieldType type);
 // Sorts the records on the first field of a type. Throws when there is none. The records are put back into the order
 // of the file afterwards, outside the time.
 Measured sortOn(Workbench& bench, model::Document& doc, model::FieldType type);
+
+// The filters that are measured, on the fields of a table for measuring: three conditions each, the first with a text
+// to be contained in letters of either case. `where` asks SQLite for the same records. A blank cell meets none.
+struct MeasuredFilter {
+    model::FilterDef filter;
+    const char* where;
+};
+std::array<MeasuredFilter, 3> measuredFilters();
+
+// The columns of the view that is measured: the first ten fields.
+inline constexpr int kViewColumns = 10;
+
+// Hides the records that fail the first of the filters.
+Measured filterOnce(Workbench& bench, model::Document& doc);
+
+// Applies the three filters together, and shows the view of the records that are left. The records are put back into
+// the order of the file afterwards, outside the time.
+Measured filterIntoView(Workbench& bench, model::Document& doc);
 
 // Looks for the records of which a cell shows the text, in letters of either case.
 Measured findIn(const model::Document& doc, const std::string& text);

@@ -161,6 +161,20 @@ std::uint64_t SqliteTable::ids(const std::string& select, const std::string& tex
     return result.value();
 }
 
+std::uint64_t SqliteTable::texts(const std::string& select) {
+    sqlite3_stmt*& statement = m_selects[select];
+    if (statement == nullptr)
+        statement = prepare(select);
+    std::uint64_t length = 0;
+    const int columns = sqlite3_column_count(statement);
+    while (sqlite3_step(statement) == SQLITE_ROW)
+        for (int c = 0; c < columns; ++c)
+            if (sqlite3_column_text(statement, c))
+                length += static_cast<std::uint64_t>(sqlite3_column_bytes(statement, c));
+    check(sqlite3_reset(statement) == SQLITE_OK, m_db);
+    return length;
+}
+
 void SqliteTable::beginUpdates(int column) {
     m_update = prepare("UPDATE t SET f" + std::to_string(column) + "=? WHERE id=?");
     run("BEGIN");

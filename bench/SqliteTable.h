@@ -53,6 +53,9 @@ public:
     // their order. The statement is prepared once and kept.
     std::uint64_t ids(const std::string& select, const std::string& text = {});
 
+    // Runs a SELECT, reads every column of its rows as text, and gives the sum of the lengths.
+    std::uint64_t texts(const std::string& select);
+
     // One transaction with an UPDATE by row id for each of the rows. The column takes the texts in turn.
     void beginUpdates(int column);
     void update(std::int64_t row, const std::string& text);

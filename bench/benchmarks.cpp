@@ -208,6 +208,43 @@ Nanoseconds sqliteFindDigits(Subject& subject) {
     return sqliteIds(subject, anyLike(allSlots(subject)), contains(kDigits));
 }
 
+std::string whereFirst() {
+    return "SELECT id FROM t WHERE " + std::string(measuredFilters()[0].where);
+}
+
+std::string whereAll(const std::string& columns) {
+    std::string select = "SELECT " + columns + " FROM t WHERE ";
+    for (const char* link = ""; const MeasuredFilter& filter : measuredFilters()) {
+        select += std::string(link) + '(' + filter.where + ')';
+        link = " AND ";
+    }
+    return select;
+}
+
+std::string viewColumns() {
+    std::string columns = "id";
+    for (int slot = 1; slot <= kViewColumns; ++slot)
+        columns += ", " + columnOf(slot);
+    return columns;
+}
+
+Nanoseconds filter(Subject& subject) {
+    return filterOnce(subject.bench, *subject.doc).time;
+}
+
+Nanoseconds filterView(Subject& subject) {
+    return filterIntoView(subject.bench, *subject.doc).time;
+}
+
+Nanoseconds sqliteFilter(Subject& subject) {
+    return sqliteIds(subject, whereFirst());
+}
+
+Nanoseconds sqliteView(Subject& subject) {
+    static const std::string select = whereAll(viewColumns());
+    return timed([&] { benchmark::DoNotOptimize(subject.inMemory->texts(select)); });
+}
+
 // Both sides must find the same, or their times say nothing.
 void compareResults(Subject& subject) {
     const auto same = [](const char* what, std::uint64_t ours, std::uint64_t theirs) {
@@ -219,6 +256,8 @@ void compareResults(Subject& subject) {
          ordered(model::FieldType::Text));
     same("sort by date", sortOn(subject.bench, *subject.doc, model::FieldType::Date).check,
          ordered(model::FieldType::Date));
+    same("filter", filterOnce(subject.bench, *subject.doc).check, subject.inMemory->ids(whereFirst()));
+    same("view", filterIntoView(subject.bench, *subject.doc).check, subject.inMemory->ids(whereAll("id")));
     const std::string likeAll = anyLike(allSlots(subject));
     for (const char* text : {kAbsentText, kDigits})
         same(text, findIn(*subject.doc, text).check, subject.inMemory->ids(likeAll, contains(text)));
@@ -281,7 +320,11 @@ const std::vector<Measure>& measures() {
                                              {"find", findAbsent, 1},
                                              {"sqlite_find", sqliteFind, 1},
                                              {"find_digits", findDigits, 1},
-                                             {"sqlite_find_digits", sqliteFindDigits, 1}};
+                                             {"sqlite_find_digits", sqliteFindDigits, 1},
+                                             {"filter", filter, 1},
+                                             {"sqlite_filter", sqliteFilter, 1},
+                                             {"filter_view", filterView, 1},
+                                             {"sqlite_view", sqliteView, 1}};
     return all;
 }
 

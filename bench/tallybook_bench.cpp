@@ -138,6 +138,10 @@ Outcome findDigits(Workbench& bench, const fs::path& file, int runs) {
     return query(bench, file, runs, [](model::Document& doc) { return findIn(doc, kDigits); });
 }
 
+Outcome filter(Workbench& bench, const fs::path& file, int runs) {
+    return query(bench, file, runs, [&](model::Document& doc) { return filterOnce(bench, doc); });
+}
+
 long peakKilobytes() {
     struct rusage usage {};
     getrusage(RUSAGE_SELF, &usage);
@@ -158,8 +162,9 @@ void print(const std::string& operation, Outcome outcome) {
 int main(int argc, char** argv) {
     using Operation = std::function<Outcome(Workbench&, const fs::path&, int)>;
     const std::map<std::string, Operation> operations = {
-        {"open", open},          {"open-text", openText}, {"save", save}, {"edit", edit},
-        {"sort-text", sortText}, {"sort-date", sortDate}, {"find", find}, {"find-digits", findDigits}};
+        {"open", open}, {"open-text", openText},     {"save", save},
+        {"edit", edit}, {"sort-text", sortText},     {"sort-date", sortDate},
+        {"find", find}, {"find-digits", findDigits}, {"filter", filter}};
     std::vector<std::string> names;
     for (const auto& [name, run] : operations)
         names.push_back(name);

@@ -245,10 +245,11 @@ int countOf(const Conditions& conditions) {
     return conditions.links[1] == 0 ? 2 : 3;
 }
 
-bool joined(bool left, std::uint8_t link, bool right) {
+// `right` is asked for when it decides: reading a condition has no other effect.
+template <class Right> bool joined(bool left, std::uint8_t link, Right right) {
     if (link == 'A')
-        return left && right;
-    return link == 'O' && (left || right);
+        return left && right();
+    return link == 'O' && (left || right());
 }
 
 // A Conditional Expression has a third link, which never counts.
@@ -346,7 +347,7 @@ public:
             return true;
         bool result = meets(m_conditions[0], row);
         for (std::size_t i = 1; i < m_conditions.size(); ++i)
-            result = joined(result, m_links[i - 1], meets(m_conditions[i], row));
+            result = joined(result, m_links[i - 1], [&] { return meets(m_conditions[i], row); });
         return result;
     }
 

@@ -139,9 +139,11 @@ bool equalFolded(const char* a, const char* b, std::size_t count) {
 std::size_t findFolded(std::string_view text, std::string_view needle) {
     if (needle.empty())
         return 1;
-    const std::uint8_t first = kUpper[byteOf(needle[0])];
+    const char first = upper(needle[0]);
+    const char firstLower = lower(needle[0]);
     for (std::size_t at = 0; at + needle.size() <= text.size(); ++at)
-        if (kUpper[byteOf(text[at])] == first && equalFolded(text.data() + at, needle.data(), needle.size()))
+        if ((text[at] == first || text[at] == firstLower) &&
+            equalFolded(text.data() + at, needle.data(), needle.size()))
             return at + 1;
     return 0;
 }
