@@ -16,7 +16,7 @@ struct Goal {
     bool onlyLarge; // the goal holds for 65,448 records alone
 };
 
-constexpr std::array<Goal, 17> kGoals = {{{"open_text", "sqlite_scan", 0.40, true},
+constexpr std::array<Goal, 19> kGoals = {{{"open_text", "sqlite_scan", 0.40, true},
                                           {"fresh_open_text", "fresh_sqlite_scan", 0.40, true},
                                           {"open", "sqlite_scan", 0.40, true},
                                           {"fresh_open", "fresh_sqlite_scan", 0.40, true},
@@ -32,7 +32,9 @@ constexpr std::array<Goal, 17> kGoals = {{{"open_text", "sqlite_scan", 0.40, tru
                                           {"find", "sqlite_find", 0.20, true},
                                           {"find_digits", "sqlite_find_digits", 0.35, true},
                                           {"filter", "sqlite_filter", 0.35, true},
-                                          {"filter_view", "sqlite_view", 0.50, true}}};
+                                          {"filter_view", "sqlite_view", 0.50, true},
+                                          {"recalc", "sqlite_calculate", 0.15, true},
+                                          {"recalc_adv", "sqlite_calculate_adv", 0.25, true}}};
 
 constexpr int kLargeTable = 65448;
 

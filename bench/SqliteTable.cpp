@@ -148,6 +148,15 @@ std::uint64_t SqliteTable::scan() {
     return length;
 }
 
+std::vector<double> SqliteTable::numbers(const std::string& sql) {
+    std::vector<double> all;
+    sqlite3_stmt* statement = prepare(sql);
+    while (sqlite3_step(statement) == SQLITE_ROW)
+        all.push_back(sqlite3_column_double(statement, 0));
+    sqlite3_finalize(statement);
+    return all;
+}
+
 std::uint64_t SqliteTable::ids(const std::string& select, const std::string& text) {
     sqlite3_stmt*& statement = m_selects[select];
     if (statement == nullptr)

@@ -46,6 +46,10 @@ public:
     // Creates the table and inserts every row, one transaction, synced.
     void createAndInsert(const SqliteValues& values);
 
+    // Runs a statement that gives no rows, and all the numbers of a query of one column.
+    void run(const std::string& sql);
+    std::vector<double> numbers(const std::string& sql);
+
     // Reads every column of every row as text and gives the sum of the lengths.
     std::uint64_t scan();
 
@@ -62,7 +66,6 @@ public:
     void endUpdates();
 
 private:
-    void run(const std::string& sql);
     sqlite3_stmt* prepare(const std::string& sql);
 
     sqlite3* m_db = nullptr;

@@ -1,6 +1,7 @@
 // tallybook_benchmarks: every measured operation at every size, and the comparison with the goals at the end.
 // Takes the options of Google Benchmark.
 
+#include "CalculationPair.h"
 #include "Comparison.h"
 #include "FontMeasure.h"
 #include "FreshProcess.h"
@@ -81,10 +82,11 @@ struct Subject {
 
     Workbench bench;
     std::string name;
-    std::unique_ptr<model::Document> doc;  // its texts change with the edits, its records stay
-    std::unique_ptr<SqliteTable> sqlite;   // open already, with its cache warm: SQLite's best
-    std::unique_ptr<SqliteTable> inMemory; // for questions, with dates that can be sorted
-    unsigned edits = 0;                    // how many times, so that they are others each time
+    std::unique_ptr<model::Document> doc;                         // its texts change with the edits, its records stay
+    std::unique_ptr<SqliteTable> sqlite;                          // open already, with its cache warm: SQLite's best
+    std::unique_ptr<SqliteTable> inMemory;                        // for questions, with dates that can be sorted
+    std::array<std::unique_ptr<CalculationPair>, 2> calculations; // by form
+    unsigned edits = 0;                                           // how many times, so that they are others each time
 
 private:
     std::unique_ptr<model::Document> worn;
@@ -290,6 +292,16 @@ Operation fresh(const std::string& operation) {
     return [operation](Subject& subject) { return freshTime(operation, subject.folder(), subject.name); };
 }
 
+// Both sides of a calculation are made when the first of them is measured.
+Operation calculation(CalculationForm form, Nanoseconds (CalculationPair::*side)()) {
+    return [form, side](Subject& subject) {
+        auto& pair = subject.calculations[static_cast<std::size_t>(form)];
+        if (!pair)
+            pair = std::make_unique<CalculationPair>(subject.bench, subject.file(), form);
+        return ((*pair).*side)();
+    };
+}
+
 struct Measure {
     std::string name;
     Operation operation;
@@ -297,34 +309,39 @@ struct Measure {
 };
 
 const std::vector<Measure>& measures() {
-    static const std::vector<Measure> all = {{"open", open, 1},
-                                             {"open_text", openText, 1},
-                                             {"sqlite_scan", sqliteScan, 1},
-                                             {"fresh_open", fresh("open"), 1},
-                                             {"fresh_open_text", fresh("open-text"), 1},
-                                             {"fresh_sqlite_scan", fresh("sqlite-scan"), 1},
-                                             {"save", save, 1},
-                                             {"save_after_edit", saveAfterEdit, 1},
-                                             {"sqlite_insert", sqliteInsert, 1},
-                                             {"fresh_save", fresh("save"), 1},
-                                             {"fresh_sqlite_insert", fresh("sqlite-insert"), 1},
-                                             {"cell_edit", cellEdit, 20},
-                                             {"sqlite_update", sqliteUpdate, 1},
-                                             {"add_record", addRecord, 200},
-                                             {"delete_in_middle", deleteInMiddle, 200},
-                                             {"best_fit", bestFit, 1},
-                                             {"sort_text", sortText, 1},
-                                             {"sqlite_sort_text", sqliteSortText, 1},
-                                             {"sort_date", sortDate, 1},
-                                             {"sqlite_sort_date", sqliteSortDate, 1},
-                                             {"find", findAbsent, 1},
-                                             {"sqlite_find", sqliteFind, 1},
-                                             {"find_digits", findDigits, 1},
-                                             {"sqlite_find_digits", sqliteFindDigits, 1},
-                                             {"filter", filter, 1},
-                                             {"sqlite_filter", sqliteFilter, 1},
-                                             {"filter_view", filterView, 1},
-                                             {"sqlite_view", sqliteView, 1}};
+    static const std::vector<Measure> all = {
+        {"open", open, 1},
+        {"open_text", openText, 1},
+        {"sqlite_scan", sqliteScan, 1},
+        {"fresh_open", fresh("open"), 1},
+        {"fresh_open_text", fresh("open-text"), 1},
+        {"fresh_sqlite_scan", fresh("sqlite-scan"), 1},
+        {"save", save, 1},
+        {"save_after_edit", saveAfterEdit, 1},
+        {"sqlite_insert", sqliteInsert, 1},
+        {"fresh_save", fresh("save"), 1},
+        {"fresh_sqlite_insert", fresh("sqlite-insert"), 1},
+        {"cell_edit", cellEdit, 20},
+        {"sqlite_update", sqliteUpdate, 1},
+        {"add_record", addRecord, 200},
+        {"delete_in_middle", deleteInMiddle, 200},
+        {"best_fit", bestFit, 1},
+        {"sort_text", sortText, 1},
+        {"sqlite_sort_text", sqliteSortText, 1},
+        {"sort_date", sortDate, 1},
+        {"sqlite_sort_date", sqliteSortDate, 1},
+        {"find", findAbsent, 1},
+        {"sqlite_find", sqliteFind, 1},
+        {"find_digits", findDigits, 1},
+        {"sqlite_find_digits", sqliteFindDigits, 1},
+        {"filter", filter, 1},
+        {"sqlite_filter", sqliteFilter, 1},
+        {"filter_view", filterView, 1},
+        {"sqlite_view", sqliteView, 1},
+        {"recalc", calculation(CalculationForm::Simple, &CalculationPair::ours), 1},
+        {"sqlite_calculate", calculation(CalculationForm::Simple, &CalculationPair::sqlite), 1},
+        {"recalc_adv", calculation(CalculationForm::Advanced, &CalculationPair::ours), 1},
+        {"sqlite_calculate_adv", calculation(CalculationForm::Advanced, &CalculationPair::sqlite), 1}};
     return all;
 }
 

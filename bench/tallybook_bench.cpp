@@ -1,8 +1,10 @@
 // tallybook-bench OPERATION -n RUNS FILE: one operation on a file, one line of figures, so that any other program
 // can be run beside it.
 
+#include "Calculation.h"
 #include "Queries.h"
 #include "Workbench.h"
+#include "core/document/Recalculate.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -142,6 +144,28 @@ Outcome filter(Workbench& bench, const fs::path& file, int runs) {
     return query(bench, file, runs, [&](model::Document& doc) { return filterOnce(bench, doc); });
 }
 
+// A calculated field that the file does not have, its results stored anew by each run.
+Outcome recalc(Workbench& bench, const fs::path& file, int runs, CalculationForm form) {
+    Outcome outcome;
+    const auto doc = bench.open(file);
+    const Calculation calculation = addCalculation(*doc, bench.services(), form);
+    for (int run = 0; run < runs; ++run) {
+        clearResults(*doc, calculation);
+        outcome.times.push_back(timed([&] { document::recalcExpressions(*doc, bench.services()); }));
+    }
+    outcome.rows = doc->NumDataRecs;
+    outcome.check = checksumOfTexts(*doc);
+    return outcome;
+}
+
+Outcome recalcSimple(Workbench& bench, const fs::path& file, int runs) {
+    return recalc(bench, file, runs, CalculationForm::Simple);
+}
+
+Outcome recalcAdvanced(Workbench& bench, const fs::path& file, int runs) {
+    return recalc(bench, file, runs, CalculationForm::Advanced);
+}
+
 long peakKilobytes() {
     struct rusage usage {};
     getrusage(RUSAGE_SELF, &usage);
@@ -162,9 +186,10 @@ void print(const std::string& operation, Outcome outcome) {
 int main(int argc, char** argv) {
     using Operation = std::function<Outcome(Workbench&, const fs::path&, int)>;
     const std::map<std::string, Operation> operations = {
-        {"open", open}, {"open-text", openText},     {"save", save},
-        {"edit", edit}, {"sort-text", sortText},     {"sort-date", sortDate},
-        {"find", find}, {"find-digits", findDigits}, {"filter", filter}};
+        {"open", open},           {"open-text", openText},       {"save", save},
+        {"edit", edit},           {"sort-text", sortText},       {"sort-date", sortDate},
+        {"find", find},           {"find-digits", findDigits},   {"filter", filter},
+        {"recalc", recalcSimple}, {"recalc-adv", recalcAdvanced}};
     std::vector<std::string> names;
     for (const auto& [name, run] : operations)
         names.push_back(name);
