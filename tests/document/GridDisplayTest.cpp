@@ -80,13 +80,13 @@ TEST_F(GridDisplay, columnThatComesIntoUseIsShown) {
     EXPECT_EQ(doc.grd.columnWidth(2), model::kDefaultSize);
 }
 
-TEST_F(GridDisplay, numbersAreAlignedRight) {
+TEST_F(GridDisplay, typedNumbersAreAlignedRight) {
     for (int code = 0; code < model::kFieldTypes; ++code)
         field(code + 1, static_cast<FieldType>(code));
     records(1);
     FormatGrid(doc, {});
     for (int code = 0; code < model::kFieldTypes; ++code) {
-        const bool number = code == 2 || code == 3 || code == 4 || code == 20;
+        const bool number = code == 2 || code == 3 || code == 4; // not the values that a record is given
         EXPECT_EQ(doc.grd.alignment(model::columnOfSlot(code + 1)),
                   number ? Alignment::RightCentre : Alignment::LeftCentre)
             << code;

@@ -26,7 +26,6 @@ Alignment alignmentOf(FieldType type) {
     case FieldType::Integer:
     case FieldType::Long:
     case FieldType::Float:
-    case FieldType::AutoIncremental:
         return Alignment::RightCentre;
     default:
         return Alignment::LeftCentre;
