@@ -68,13 +68,15 @@ ScriptRunner::Failure ScriptRunner::noModal() const {
     return std::nullopt;
 }
 
+void ScriptRunner::remember(const EditAction& action) {
+    if (action.open != EditAction::Open::Nothing && action.open != EditAction::Open::CellEditor)
+        m_modal = action;
+}
+
 ScriptRunner::Failure ScriptRunner::open(int key) {
     if (model::hasNoRecords(m_doc))
         return "there are no records";
-    const EditAction action = document::GridEdit(m_doc, m_services, key);
-    const bool modal = action.open != EditAction::Open::Nothing && action.open != EditAction::Open::CellEditor;
-    if (modal)
-        m_modal = action;
+    remember(document::GridEdit(m_doc, m_services, key));
     return std::nullopt;
 }
 
@@ -125,9 +127,7 @@ ScriptRunner::Failure ScriptRunner::doClick(const Words& words) {
             return *reason;
         place = std::get<Place>(named);
     }
-    const EditAction action = document::leftClick(m_doc, m_services, {place.row, place.col});
-    if (action.open != EditAction::Open::Nothing && action.open != EditAction::Open::CellEditor)
-        m_modal = action;
+    remember(document::leftClick(m_doc, m_services, {place.row, place.col}));
     return std::nullopt;
 }
 
@@ -147,9 +147,7 @@ ScriptRunner::Failure ScriptRunner::doKey(const Words& words) {
         std::find_if(kEditKeys.begin(), kEditKeys.end(), [&](const NamedKey& known) { return known.name == name; });
     if (key == kEditKeys.end())
         return "no such key in an editor: " + name;
-    const EditAction action = document::editorKey(m_doc, m_services, key->key);
-    if (action.open != EditAction::Open::Nothing && action.open != EditAction::Open::CellEditor)
-        m_modal = action;
+    remember(document::editorKey(m_doc, m_services, key->key));
     return std::nullopt;
 }
 
@@ -161,13 +159,12 @@ void ScriptRunner::moveTo(std::optional<int> row) {
 ScriptRunner::Failure ScriptRunner::gridKey(const std::string& key) {
     if (model::hasNoRecords(m_doc))
         return "there are no records";
-    if (key == "f2")
-        return open(document::kKeyF2);
-    if (key == "blank")
-        return open(document::kKeyBlank);
-    if (key == "enter")
-        return open(kKeyEnter);
-    if (key == "tab" || key == "right")
+    if (key == "f2" || key == "blank" || key == "enter")
+        remember(document::keyOnGrid(m_doc, m_services,
+                                     key == "f2"      ? document::kKeyF2
+                                     : key == "blank" ? document::kKeyBlank
+                                                      : kKeyEnter));
+    else if (key == "tab" || key == "right")
         document::moveRight(m_doc);
     else if (key == "shift+tab" || key == "left")
         document::moveLeft(m_doc);
@@ -210,9 +207,12 @@ ScriptRunner::Failure ScriptRunner::doType(const Words& words) {
         return typeFurther(text);
 
     m_user.takeSpoke();
-    if (!m_doc.editor.open())
-        if (Failure failure = open(text.empty() ? document::kKeyBlank : static_cast<unsigned char>(text.front())))
-            return failure;
+    if (model::hasNoRecords(m_doc))
+        return "there are no records";
+    if (!m_doc.editor.open()) {
+        const int key = text.empty() ? document::kKeyBlank : static_cast<unsigned char>(text.front());
+        remember(document::keyOnGrid(m_doc, m_services, key));
+    }
     if (Failure failure = noModal())
         return failure;
     if (!m_doc.editor.open())

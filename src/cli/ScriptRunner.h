@@ -49,7 +49,8 @@ private:
     std::string cellText(int row, int col) const; // Windows-1252; Y or N of a check box
 
     // Editors
-    Failure open(int key); // GridEdit on the current cell; a modal editor is remembered
+    void remember(const document::EditAction& action); // a modal editor, if that is what it opens
+    Failure open(int key);                             // GridEdit on the current cell
     Failure needEditor(model::EditorKind kind, const char* what);
     Failure needModal(document::EditAction::Open kind, int key, const char* what);
     Failure noModal() const;

@@ -385,6 +385,8 @@ TEST(ScriptReadOnlyTest, takesNothing) {
     session.doc->CurrDB20.ReadOnly = 1;
     EXPECT_EQ(session.run("goto 1 Count\nkey blank\nexpect-editor none"), "");
     EXPECT_EQ(session.run("goto 1 Count\ntype \"3\""), "2: this cell cannot be typed into");
+    EXPECT_EQ(session.run("goto 1 Notes\ntype \"3\""), "2: this cell cannot be typed into");
+    EXPECT_EQ(session.run("goto 1 Notes\nkey blank\ngoto 1 Done"), ""); // no window to close
     EXPECT_EQ(session.run("goto 1 Done\ntoggle"), "2: this check box cannot be changed");
     EXPECT_EQ(session.run("goto 1 Notes\nmemo \"x\""), "2: the database is read-only: the memo window takes no text");
     EXPECT_EQ(session.run("add\nexpect-message \"Tallybook is readonly.\"\nexpect-records 3"), "");

@@ -88,10 +88,38 @@ TEST_F(GridEditing, readOnlyDatabaseRefusesSilentlyAllButMemoAndImage) {
 
 TEST_F(GridEditing, keysDoNothingInAReadOnlyDatabase) {
     field(1, FieldType::Memo);
+    field(2, FieldType::Checkbox);
     records(1);
     doc.CurrDB20.ReadOnly = 1;
-    EXPECT_EQ(edit(0, 1, 'x').open, Open::Nothing);
-    EXPECT_EQ(edit(0, 1, kKeyF2).open, Open::Nothing);
+    for (const int slot : {1, 2})
+        for (const int key : {int{'x'}, kKeyF2, kKeyBlank, int{'\r'}}) {
+            go(0, slot);
+            EXPECT_EQ(keyOnGrid(doc, t, key).open, Open::Nothing) << slot << ", " << key;
+        }
+    EXPECT_EQ(picture(0, 2), model::Picture::None);
+    EXPECT_EQ(edit(0, 1).open, Open::MemoWindow); // a click shows what is there
+}
+
+TEST_F(GridEditing, keysOpenWhatAClickOpens) {
+    field(1, FieldType::Text);
+    records(1);
+    setCell(0, 1, "old");
+    go(0, 1);
+    EXPECT_EQ(keyOnGrid(doc, t, 'x').open, Open::CellEditor);
+    EXPECT_EQ(doc.editor.text, "X");
+    HideGridControls(doc);
+    EXPECT_EQ(keyOnGrid(doc, t, kKeyBlank).open, Open::CellEditor);
+    EXPECT_EQ(doc.editor.text, "old");
+    HideGridControls(doc);
+    EXPECT_EQ(keyOnGrid(doc, t, kKeyF2).open, Open::MemoWindow);
+}
+
+TEST_F(GridEditing, keysDoNothingWhileABulkChangeRuns) {
+    field(1, FieldType::Text);
+    records(1);
+    doc.GridReady = false;
+    go(0, 1);
+    EXPECT_EQ(keyOnGrid(doc, t, 'x').open, Open::Nothing);
 }
 
 TEST_F(GridEditing, nothingOpensWhereNoCellIs) {

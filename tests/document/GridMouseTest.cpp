@@ -133,7 +133,9 @@ TEST_F(GridMouse, viewPopsUpNoMenu) {
     doc.CurrentView = "Prices";
     doc.ViewShown = true;
     EXPECT_EQ(rightClick(doc, t, {0, 3}), PopUp::None);
+    EXPECT_EQ(doc.grd.place(), (GridPlace{2, 3, 2, 3}));
     EXPECT_EQ(rightClick(doc, t, {3, 0}), PopUp::None);
+    EXPECT_EQ(doc.grd.place(), (GridPlace{3, 1, 3, 1}));
 }
 
 } // namespace

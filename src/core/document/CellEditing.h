@@ -29,18 +29,22 @@ struct EditAction {
 };
 
 // Opens the editor of the current cell for a key: a character's code, kKeyBlank for a click, kKeyF2. Changes
-// nothing in column 0, while a view is shown or without records, and at a key in a read-only database. Asks for the
-// Record Update password when it was not given yet. A Checkbox flips at once; field types that cannot be edited
-// give their message.
+// nothing in column 0, while a view is shown or without records. Asks for the Record Update password when it was not
+// given yet. A Checkbox flips at once; field types that cannot be edited give their message. In a read-only database
+// memos and images alone open, to be looked at.
 EditAction GridEdit(model::Document& doc, platform::Services& services, int key);
+
+// The same for a key that was pressed on the grid. Nothing at all in a read-only database, where only the mouse opens
+// what may be looked at, nor while a bulk change runs.
+EditAction keyOnGrid(model::Document& doc, platform::Services& services, int key);
 
 // Commits the open editor: validates, writes the cell and its tables, stamps the record. Always closes the editor;
 // a value that is refused leaves the old text (in the spin box "0"), with the message. False after a refusal:
 // commands that take something away end then. Harmless and true when no editor is open.
 bool saveCell(model::Document& doc, platform::Services& services);
 
-// Drops the open editor; nothing is written.
-void cancelEdit(model::Document& doc);
+// Drops the open editor, whichever it is; nothing is written.
+void HideGridControls(model::Document& doc);
 
 // The OK of the memo window on the current cell. The text has line feeds alone and is cut to what the field holds.
 // A text that did not change is no edit. A read-only database keeps its text.

@@ -94,7 +94,7 @@ EditAction editorKey(model::Document& doc, platform::Services& services, EditKey
         return {};
     switch (key) {
     case EditKey::Escape:
-        cancelEdit(doc);
+        HideGridControls(doc);
         break;
     case EditKey::F2:
         return toLongEditor(doc, services);

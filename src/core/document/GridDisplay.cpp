@@ -68,7 +68,7 @@ void FormatGrid(model::Document& doc, const DisplayChoices& choices) {
 }
 
 void gridResized(model::Document& doc) {
-    cancelEdit(doc);
+    HideGridControls(doc);
     doc.grd.setCell(model::kFirstDataRow, 1);
 }
 

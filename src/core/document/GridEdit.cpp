@@ -226,18 +226,15 @@ constexpr std::array<EditRule, model::kFieldTypes> kRules = {{
     {true, refuseExpression},  // Adv Expression
 }};
 
-bool mayBegin(const model::Document& doc, int key) {
-    if (!isFieldColumn(doc.grd.col()) || !isShownRow(doc, doc.grd.row()))
-        return false;
-    if (model::hasNoRecords(doc) || isViewShown(doc))
-        return false;
-    return doc.CurrDB20.ReadOnly == 0 || key == kKeyBlank;
+bool mayBegin(const model::Document& doc) {
+    const bool onCell = isFieldColumn(doc.grd.col()) && isShownRow(doc, doc.grd.row());
+    return onCell && !model::hasNoRecords(doc) && !isViewShown(doc);
 }
 
 } // namespace
 
 EditAction GridEdit(model::Document& doc, platform::Services& services, int key) {
-    if (!mayBegin(doc, key) || !pdb::AuthorizeDB(doc, services, model::PasswordKind::Modify))
+    if (!mayBegin(doc) || !pdb::AuthorizeDB(doc, services, model::PasswordKind::Modify))
         return {};
     const int col = doc.grd.col();
     const int slot = model::slotOfColumn(col);
@@ -247,6 +244,11 @@ EditAction GridEdit(model::Document& doc, platform::Services& services, int key)
     if (code >= kRules.size() || (kRules[code].refusedInReadOnly && doc.CurrDB20.ReadOnly != 0))
         return {};
     return kRules[code].open(cell);
+}
+
+EditAction keyOnGrid(model::Document& doc, platform::Services& services, int key) {
+    const bool heard = doc.GridReady && doc.CurrDB20.ReadOnly == 0;
+    return heard ? GridEdit(doc, services, key) : EditAction{};
 }
 
 } // namespace tallybook::document

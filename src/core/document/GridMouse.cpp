@@ -64,9 +64,11 @@ PopUp rightClick(model::Document& doc, platform::Services& services, MousePlace 
         selectRow(doc, place.row);
     else
         return PopUp::None;
-    if (isViewShown(doc))
-        return PopUp::None;
-    return header ? PopUp::mnuColumn : PopUp::mnuRow;
+    const PopUp menu = header ? PopUp::mnuColumn : PopUp::mnuRow;
+    if (!isViewShown(doc))
+        return menu;
+    rightClickDone(doc, services, menu);
+    return PopUp::None;
 }
 
 void rightClickDone(model::Document& doc, platform::Services& services, PopUp shown) {

@@ -178,14 +178,14 @@ bool saveCell(model::Document& doc, platform::Services& services) {
         return true;
     const bool accepted = textIsAccepted(doc, services);
     const Edit edit{doc, services, std::move(doc.editor)};
-    cancelEdit(doc);
+    HideGridControls(doc);
     const Commit commit = accepted ? commitEditor(edit) : Commit::Refused;
     if (commit == Commit::Changed || commit == Commit::RefusedAndChanged)
         stampRow(doc, services, edit.editor.row);
     return commit == Commit::Unchanged || commit == Commit::Changed;
 }
 
-void cancelEdit(model::Document& doc) {
+void HideGridControls(model::Document& doc) {
     doc.editor = {};
 }
 
@@ -232,7 +232,7 @@ void clearDate(model::Document& doc, platform::Services& services) {
     if (answer != platform::Answer::Ok || doc.editor.kind != EditorKind::DTPickerMS2)
         return;
     doc.grd.setText(doc.editor.row, doc.editor.col, "");
-    cancelEdit(doc);
+    HideGridControls(doc);
 }
 
 std::string textChanged(model::Document& doc, std::string_view text) {

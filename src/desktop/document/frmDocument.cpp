@@ -147,7 +147,7 @@ void frmDocument::commit() {
 void frmDocument::typeOnCell(int code, const QString& rest) {
     if (!ready())
         return;
-    perform(document::GridEdit(*m_doc, m_services, code));
+    perform(document::keyOnGrid(*m_doc, m_services, code));
     if (m_doc->editor.open())
         m_editors->insert(rest);
 }
