@@ -281,6 +281,11 @@ TEST_F(Grid, anEmptyDatabaseTakesNoClickAndNoKey) {
     type("x");
     EXPECT_FALSE(doc().editor.open());
     EXPECT_FALSE(doc().DocModified);
+    trigger("mnuRecordAdd");
+    EXPECT_EQ(doc().grd.rows(), 3);
+    go(0, kCategory);
+    key(Qt::Key_Return);
+    EXPECT_TRUE(doc().editor.open());
 }
 
 TEST_F(Grid, aResizedWindowLosesTheEditAndThePlace) {

@@ -104,9 +104,11 @@ TEST_F(BestFit, neighboursThatMoveTogetherLetTheNextWidestWin) {
 TEST_F(BestFit, unusedColumnsKeepTheirWidth) {
     records(1);
     doc.grd.setColumnWidth(model::columnOfSlot(5), 0);
-    EXPECT_EQ(fit(5), 0);
-    EXPECT_EQ(doc.grd.columnWidth(model::columnOfSlot(6)), model::kDefaultSize);
-    EXPECT_EQ(doc.grd.columnWidth(model::columnOfSlot(0)), 1400);
+    EXPECT_EQ(fit(0), 1400);
+    for (int slot = 1; slot <= model::MaxUserFields; ++slot)
+        EXPECT_EQ(doc.grd.columnWidth(model::columnOfSlot(slot)), slot == 5 ? 0 : model::kDefaultSize) << slot;
+    EXPECT_EQ(doc.grd.columnWidth(model::kNumberColumn), model::kNumberColumnWidth);
+    EXPECT_EQ(doc.grd.columnWidth(model::kScratchColumn), 0);
 }
 
 TEST_F(BestFit, commitsTheOpenEditAndGoesToTheFirstCell) {

@@ -154,6 +154,8 @@ TEST(GridModel, hidesRowsOfHeight0) {
     EXPECT_EQ(grid.visiblePosition(4), 1);
     EXPECT_EQ(grid.visiblePosition(3), 1); // the next visible one
     EXPECT_EQ(grid.visiblePosition(6), 3); // none any more
+    EXPECT_EQ(grid.dataRows(), 5);         // they are hidden, not gone
+    EXPECT_EQ(grid.text(4, kNumberColumn), "3");
     grid.setRowHeight(3, kDefaultSize);
     EXPECT_EQ(grid.visibleRow(1), 3);
 }

@@ -175,6 +175,18 @@ TEST(Cells, areMadeFromTextsUnderAnyCoder) {
         }
 }
 
+// A field that was given another type elsewhere: the number is not shown, and the next save has none to write.
+TEST(Cells, longOfAnotherFieldTypeIsGoneWithTheNextSave) {
+    for (const auto& [type, cell] :
+         {std::pair(FieldType::Long, "14 01 00000007"), std::pair(FieldType::Text, "03 01 00000007")}) {
+        model::Document doc;
+        OneField{type}.read(doc, cell);
+        EXPECT_EQ(doc.grd.text(2, 2), "");
+        TestServices test;
+        EXPECT_EQ(builtCells(doc, test), "");
+    }
+}
+
 TEST(Cells, followTheRegion) {
     const struct {
         OneField field;
