@@ -241,12 +241,12 @@ ScriptRunner::Failure ScriptRunner::doSelect(const Words& words) {
     return std::nullopt;
 }
 
-// As the command does it: the open edit is committed, and a value that is refused ends it.
+// As the command does it: the open edit is committed first.
 ScriptRunner::Failure ScriptRunner::doRecalc(const Words&) {
     if (Failure failure = noModal())
         return failure;
-    if (document::saveCell(m_doc, m_services))
-        document::recalcExpressions(m_doc, m_services);
+    document::saveCell(m_doc, m_services);
+    document::recalcExpressions(m_doc, m_services);
     return std::nullopt;
 }
 

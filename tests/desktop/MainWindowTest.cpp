@@ -314,13 +314,13 @@ TEST_F(MainWindow, closingTakesWhatIsStillInTheEditor) {
     EXPECT_EQ(savedFile()->grd.text(2, columnOfSlot(kTitle)), "Pending");
 }
 
-TEST_F(MainWindow, aRefusedEditEndsNew) {
+TEST_F(MainWindow, aRefusedEditDoesNotHoldNewUp) {
     openSample();
     click(0, kPages);
     type("x");
     script.expect([](QWidget& box) { pressButton(box, QStringLiteral("OK")); });
     trigger("mnuFileNew");
-    EXPECT_EQ(doc().CurrFileName, "MS2_Books.pdb");
+    EXPECT_EQ(doc().CurrFileName, "MSA_New.pdb");
 }
 
 TEST_F(MainWindow, aDatabaseSavedAtClosingIsARecentFile) {

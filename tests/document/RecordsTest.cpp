@@ -324,19 +324,17 @@ TEST_F(Records, deletionCommitsTheOpenEditFirst) {
     EXPECT_EQ(cell(0, 1), "typed");
 }
 
-// A value that was refused is the first thing to settle: no question about deleting comes on top of the message.
-TEST_F(Records, aRefusedEditEndsADeletion) {
+// The old value is back in its cell, so nothing stands in the way of what was asked for.
+TEST_F(Records, aRefusedEditDoesNotHoldADeletionUp) {
     numbered(2);
     field(2, FieldType::Integer);
-    for (const auto command : {deleteRecord, deleteAllRecords}) {
-        edit(0, 2);
-        doc.editor.text = "x";
-        t.user.messages.clear();
-        EXPECT_FALSE(command(doc, t));
-        EXPECT_EQ(t.user.texts(), std::vector<std::string>{"Only Integer value allowed"});
-        EXPECT_EQ(doc.NumDataRecs, 2);
-        EXPECT_FALSE(doc.editor.open());
-    }
+    edit(0, 2);
+    doc.editor.text = "x";
+    t.user.answers = {platform::Answer::Yes};
+    EXPECT_TRUE(deleteRecord(doc, t));
+    EXPECT_EQ(t.user.texts(),
+              (std::vector<std::string>{"Only Integer value allowed", "Delete current record.  Are you sure?"}));
+    EXPECT_EQ(doc.NumDataRecs, 1);
 }
 
 TEST_F(Records, deletingAllLeavesAnEmptyDatabaseWithItsColumns) {

@@ -168,31 +168,6 @@ TEST_F(SaveCell, spinBoxValues) {
     }
 }
 
-// Commands that take something away look at the answer.
-TEST_F(SaveCell, tellsWhetherTheValueWasRefused) {
-    struct Row {
-        FieldType type;
-        int incDec;
-        const char* typed;
-        bool accepted;
-    };
-    const Row rows[] = {
-        {FieldType::Integer, 0, "12", true},     {FieldType::Integer, 0, "x", false},
-        {FieldType::Text, 0, "x", true},         {FieldType::Integer, 1, "12", true},
-        {FieldType::Integer, 1, "", true},       {FieldType::Integer, 1, "x", false},
-        {FieldType::Integer, 1, "40000", false}, {FieldType::Time, 0, "7pm", false},
-        {FieldType::Time, 0, "7", true},
-    };
-    for (const Row& row : rows) {
-        field(1, row.type).IncDec = static_cast<std::uint8_t>(row.incDec);
-        records(1);
-        edit(0, 1);
-        doc.editor.text = row.typed;
-        EXPECT_EQ(saveCell(doc, t), row.accepted) << row.typed;
-        EXPECT_TRUE(saveCell(doc, t)) << "nothing is open any more";
-    }
-}
-
 TEST_F(SaveCell, spinBoxRefusalsBearTheErrorSign) {
     field(1, FieldType::Integer).IncDec = 1;
     stamped(1);

@@ -452,16 +452,6 @@ TEST_F(Save, closingCommitsTheOpenEdit) {
     EXPECT_EQ(savedCell(0), "X");
 }
 
-TEST_F(Save, aRefusedEditKeepsTheDocumentOpen) {
-    openBooks();
-    opened->CurrDB20.Fields[1].Type = model::FieldType::Integer;
-    opened->grd.setCell(2, 2);
-    GridEdit(*opened, t, 'x');
-    EXPECT_FALSE(CheckSaveChanges(*opened, t));
-    EXPECT_EQ(t.user.texts().back(), "Only Integer value allowed");
-    EXPECT_TRUE(CheckSaveChanges(*opened, t)); // the old value is back, and nothing has changed
-}
-
 TEST_F(Save, passwordChangeAloneIsNotAskedAbout) {
     openBooks();
     opened->CurrDB20.Passwords[0] = pdb::ApplyPwd("secret");

@@ -39,9 +39,8 @@ EditAction GridEdit(model::Document& doc, platform::Services& services, int key)
 EditAction keyOnGrid(model::Document& doc, platform::Services& services, int key);
 
 // Commits the open editor: validates, writes the cell and its tables, stamps the record. Always closes the editor;
-// a value that is refused leaves the old text (in the spin box "0"), with the message. False after a refusal:
-// commands that take something away end then. Harmless and true when no editor is open.
-bool saveCell(model::Document& doc, platform::Services& services);
+// a value that is refused leaves the old text, with the message. Harmless when no editor is open.
+void saveCell(model::Document& doc, platform::Services& services);
 
 // Drops the open editor, whichever it is; nothing is written.
 void HideGridControls(model::Document& doc);

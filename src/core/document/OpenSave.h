@@ -57,7 +57,7 @@ Outcome SaveNew(model::Document& doc, platform::Services& services);
 Outcome saveAsSub(model::Document& doc, platform::Services& services);
 
 // Before closing: commits the open edit and asks when there are unsaved changes. True when the document may be
-// closed; a value that is refused keeps it open.
+// closed.
 bool CheckSaveChanges(model::Document& doc, platform::Services& services);
 
 } // namespace tallybook::document

@@ -156,8 +156,7 @@ bool deleteRecord(model::Document& doc, platform::Services& services) {
         sayNothingToDelete(services);
         return false;
     }
-    if (!saveCell(doc, services))
-        return false;
+    saveCell(doc, services);
     if (!confirms(services, "Delete current record.  Are you sure?") || !ModifyRecord(doc, services))
         return false;
     const platform::HourGlass wait(services.ui);
@@ -168,7 +167,8 @@ bool deleteRecord(model::Document& doc, platform::Services& services) {
 }
 
 bool deleteAllRecords(model::Document& doc, platform::Services& services) {
-    if (!saveCell(doc, services) || refuseReadOnly(doc, services))
+    saveCell(doc, services);
+    if (refuseReadOnly(doc, services))
         return false;
     if (model::hasNoRecords(doc)) {
         sayNothingToDelete(services);

@@ -221,8 +221,7 @@ Outcome saveAsSub(model::Document& doc, Services& services) {
 }
 
 bool CheckSaveChanges(model::Document& doc, Services& services) {
-    if (!saveCell(doc, services))
-        return false;
+    saveCell(doc, services);
     if (!doc.DocModified)
         return true;
     const Answer answer =

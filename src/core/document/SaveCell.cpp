@@ -17,8 +17,8 @@ using model::EditorKind;
 using model::FieldType;
 using platform::Icon;
 
-// What a commit did to the record: only a change is stamped. A number that the spin box refuses has become "0".
-enum class Commit { Unchanged, Changed, Refused, RefusedAndChanged };
+// What a commit did to the record: only a change is stamped.
+enum class Commit { Unchanged, Changed };
 
 // An editor that has been taken off its cell.
 struct Edit {
@@ -52,14 +52,13 @@ Commit commitSpin(const Edit& edit) {
     if (!value) {
         showCritical(edit.services, "Value not accepted for this field.");
         edit.setCellText("0");
-        edit.doc.DocModified = true;
-        return Commit::RefusedAndChanged;
+        return markChanged(edit.doc);
     }
     const WholeRange& range = rangeOf(edit.field().Type);
     if (!range.holds(*value)) {
         showCritical(edit.services, range.message);
         edit.setCellText("0");
-        return Commit::Refused;
+        return Commit::Unchanged;
     }
     edit.setCellText(std::to_string(static_cast<std::int32_t>(std::trunc(*value))));
     return markChanged(edit.doc);
@@ -173,16 +172,14 @@ bool isWritable(const model::Document& doc) {
 
 } // namespace
 
-bool saveCell(model::Document& doc, platform::Services& services) {
+void saveCell(model::Document& doc, platform::Services& services) {
     if (!doc.editor.open() || !isFieldColumn(doc.editor.col))
-        return true;
+        return;
     const bool accepted = textIsAccepted(doc, services);
     const Edit edit{doc, services, std::move(doc.editor)};
     HideGridControls(doc);
-    const Commit commit = accepted ? commitEditor(edit) : Commit::Refused;
-    if (commit == Commit::Changed || commit == Commit::RefusedAndChanged)
+    if (accepted && commitEditor(edit) == Commit::Changed)
         stampRow(doc, services, edit.editor.row);
-    return commit == Commit::Unchanged || commit == Commit::Changed;
 }
 
 void HideGridControls(model::Document& doc) {

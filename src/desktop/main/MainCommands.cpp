@@ -207,8 +207,8 @@ void frmMain::mnuToolsSecurity() {
 }
 
 void frmMain::mnuRecalculateExpressions() {
-    if (document::saveCell(*m_doc, m_services))
-        document::recalcExpressions(*m_doc, m_services);
+    document::saveCell(*m_doc, m_services);
+    document::recalcExpressions(*m_doc, m_services);
 }
 
 void frmMain::mnuHelp() {

@@ -183,9 +183,9 @@ bool frmMain::mayCloseDocument() {
     if (m_doc == nullptr)
         return true;
     m_document->takeEditor();
-    const bool accepted = document::saveCell(*m_doc, m_services);
+    document::saveCell(*m_doc, m_services);
     const bool changed = m_doc->DocModified;
-    const bool may = accepted && document::CheckSaveChanges(*m_doc, m_services);
+    const bool may = document::CheckSaveChanges(*m_doc, m_services);
     if (may && changed && !m_doc->DocModified)
         noteRecent(m_doc->CurrFilePath); // the question's Yes has saved it
     m_document->showDocument();
