@@ -67,7 +67,7 @@ bool TextFinder::mayBeginIn(const char* chunk) const {
     const char* end = chunk + m_needle.size() - 1;
     std::uint8_t any = 0;
     for (std::size_t i = 0; i < kChunk; ++i)
-        any |= static_cast<std::uint8_t>(first.is(chunk[i]) & last.is(end[i]));
+        any |= static_cast<std::uint8_t>(int{first.is(chunk[i])} & int{last.is(end[i])});
     return any != 0;
 }
 
