@@ -91,6 +91,17 @@ std::optional<std::string> ScriptUser::askPassword(const std::string& actionWord
     return std::nullopt;
 }
 
+std::optional<std::string> ScriptUser::askText(const std::string&, const std::string& prompt, const std::string&) {
+    m_spoke = true;
+    if (typedTexts.empty()) {
+        fail("a text is needed: " + prompt);
+        return std::nullopt;
+    }
+    std::string text = typedTexts.front();
+    typedTexts.pop_front();
+    return text;
+}
+
 platform::ErrorAnswer ScriptUser::showError(const platform::Error& error) {
     m_spoke = true;
     fail(error.tag + ": " + error.description());

@@ -22,6 +22,7 @@ public:
     bool yes = false; // a question that no answer waits for is answered with Yes or OK
     std::deque<std::string> passwords;
     std::optional<std::string> passwordForAll; // of the password file, for actions that none is queued for
+    std::deque<std::string> typedTexts;        // for the input box
     std::optional<std::filesystem::path> saveName;
 
     // Messages that no expectation has taken yet, oldest first.
@@ -35,6 +36,8 @@ public:
     platform::Answer message(const platform::Message& message) override;
     void beep() override {}
     std::optional<std::string> askPassword(const std::string& actionWord, const std::string& fileName) override;
+    std::optional<std::string> askText(const std::string& title, const std::string& prompt,
+                                       const std::string& preset) override;
     platform::ErrorAnswer showError(const platform::Error& error) override;
     std::optional<std::filesystem::path> askSaveName(const std::string& title, const std::string& filter,
                                                      const std::filesystem::path& suggestion) override;

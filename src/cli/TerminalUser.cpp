@@ -2,6 +2,7 @@
 
 #include "cli/Texts.h"
 #include "core/calc/Ansi.h"
+#include "core/platform/OwnTexts.h"
 
 #include <array>
 #include <ostream>
@@ -117,6 +118,24 @@ std::optional<std::string> TerminalUser::askPassword(const std::string& actionWo
     if (!typed)
         return std::nullopt;
     return calc::ansi::fromUtf8(*typed);
+}
+
+std::optional<std::string> TerminalUser::askText(const std::string&, const std::string& prompt,
+                                                 const std::string& preset) {
+    if (!m_terminal.interactive()) {
+        say(prompt);
+        m_terminal.err << kQuestionUnanswered << '\n';
+        return std::nullopt;
+    }
+    const std::string shown = preset.empty() ? prompt : prompt + " [" + preset + ']';
+    const std::optional<std::string> line = m_terminal.ask(shownText(shown) + ": ");
+    if (!line)
+        return std::nullopt;
+    const std::string foreign = calc::ansi::foreignCharacter(*line);
+    if (foreign.empty())
+        return calc::ansi::fromUtf8(*line);
+    say(platform::texts::foreignCharacter(foreign));
+    return std::nullopt;
 }
 
 platform::ErrorAnswer TerminalUser::showError(const platform::Error& error) {

@@ -35,6 +35,8 @@ public:
     platform::Answer message(const platform::Message& message) override;
     void beep() override {}
     std::optional<std::string> askPassword(const std::string& actionWord, const std::string& fileName) override;
+    std::optional<std::string> askText(const std::string& title, const std::string& prompt,
+                                       const std::string& preset) override;
     platform::ErrorAnswer showError(const platform::Error& error) override;
     std::optional<std::filesystem::path> askSaveName(const std::string& title, const std::string& filter,
                                                      const std::filesystem::path& suggestion) override;

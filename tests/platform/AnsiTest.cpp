@@ -328,6 +328,16 @@ TEST(Ansi, composesALetterAndItsMark) {
         EXPECT_EQ(fromUtf8(utf8), bytes) << utf8;
 }
 
+TEST(Ansi, namesTheFirstCharacterThatNoByteStandsFor) {
+    EXPECT_EQ(foreignCharacter(""), "");
+    EXPECT_EQ(foreignCharacter("abc \xE2\x82\xAC \xC3\xA9"), ""); // the euro sign and an accent
+    EXPECT_EQ(foreignCharacter("e\xCC\x81"), "");                 // a letter and its mark
+    EXPECT_EQ(foreignCharacter("a\xE4\xB8\xAD\xE6\x96\x87"), "U+4E2D");
+    EXPECT_EQ(foreignCharacter("\xC5\x82"), "U+0142"); // a best fit does not count
+    EXPECT_EQ(foreignCharacter("\xF0\x9F\x98\x80"), "U+1F600");
+    EXPECT_EQ(foreignCharacter("a\xFF"), "U+FFFD");
+}
+
 TEST(Ansi, givesAQuestionMarkForEachMalformedByte) {
     const std::pair<const char*, const char*> cases[] = {
         {"\x80", "?"},                // no beginning

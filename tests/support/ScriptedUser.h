@@ -29,12 +29,20 @@ public:
     // The script, in the order of the questions. A message with the single button Ok needs no answer.
     std::deque<platform::Answer> answers;
     std::deque<std::optional<std::string>> passwords;
+    std::deque<std::optional<std::string>> typedTexts; // into the input box
     std::deque<platform::ErrorAnswer> errorAnswers;
     std::deque<std::optional<std::filesystem::path>> saveNames;
 
     // What happened.
     std::vector<platform::Message> messages;
     std::vector<std::pair<std::string, std::string>> passwordQuestions; // action word and file name
+    struct TextQuestion {
+        std::string title;
+        std::string prompt;
+        std::string preset;
+        bool operator==(const TextQuestion&) const = default;
+    };
+    std::vector<TextQuestion> textQuestions;
     std::vector<platform::Error> errors;
     std::vector<SaveQuestion> saveQuestions;
     std::vector<Progress> progresses;
@@ -46,6 +54,7 @@ public:
     ~ScriptedUser() override {
         EXPECT_TRUE(answers.empty()) << answers.size() << " scripted answers were not asked for";
         EXPECT_TRUE(passwords.empty()) << passwords.size() << " scripted passwords were not asked for";
+        EXPECT_TRUE(typedTexts.empty()) << typedTexts.size() << " scripted texts were not asked for";
         EXPECT_TRUE(errorAnswers.empty()) << errorAnswers.size() << " scripted errors did not come";
         EXPECT_TRUE(saveNames.empty()) << saveNames.size() << " scripted file names were not asked for";
     }
@@ -78,6 +87,12 @@ public:
     std::optional<std::string> askPassword(const std::string& actionWord, const std::string& fileName) override {
         passwordQuestions.emplace_back(actionWord, fileName);
         return next(passwords, std::optional<std::string>{}, "password: " + actionWord);
+    }
+
+    std::optional<std::string> askText(const std::string& title, const std::string& prompt,
+                                       const std::string& preset) override {
+        textQuestions.push_back({title, prompt, preset});
+        return next(typedTexts, std::optional<std::string>{}, "text: " + prompt);
     }
 
     platform::ErrorAnswer showError(const platform::Error& error) override {

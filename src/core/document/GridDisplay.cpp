@@ -41,15 +41,19 @@ std::string clipboardText(const model::Document& doc, int row, int column) {
 
 } // namespace
 
-void gridLoadFieldNames20(model::Document& doc, const platform::Regional& regional) {
-    for (int slot = 0; slot <= model::MaxUserFields; ++slot) {
-        const model::FieldDef& field = doc.CurrDB20.Fields[static_cast<std::size_t>(slot)];
-        const int column = model::columnOfSlot(slot);
-        doc.grd.setText(0, column, headerName(field, slot));
-        doc.grd.setText(1, column, model::fieldTypeName(field.Type));
-        doc.grd.column(column).setCoder(calc::coderForField(doc.CurrDB20, slot, regional));
-    }
+void gridLoadField(model::Document& doc, const platform::Regional& regional, int slot) {
+    const model::FieldDef& field = doc.CurrDB20.Fields[static_cast<std::size_t>(slot)];
+    const int column = model::columnOfSlot(slot);
+    doc.grd.setText(0, column, headerName(field, slot));
+    doc.grd.setText(1, column, model::fieldTypeName(field.Type));
+    doc.grd.setAlignment(column, alignmentOf(field.Type));
+    doc.grd.column(column).setCoder(calc::coderForField(doc.CurrDB20, slot, regional));
     doc.grd.touch();
+}
+
+void gridLoadFieldNames20(model::Document& doc, const platform::Regional& regional) {
+    for (int slot = 0; slot <= model::MaxUserFields; ++slot)
+        gridLoadField(doc, regional, slot);
 }
 
 void FormatGrid(model::Document& doc, const DisplayChoices& choices) {

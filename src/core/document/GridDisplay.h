@@ -18,9 +18,12 @@ struct DisplayChoices {
     bool operator==(const DisplayChoices&) const = default;
 };
 
-// Names and type names in the header rows, coders for the columns. A slot without a name is headed "Fld01" and so
-// on. The texts of the columns stay what they are.
+// Names and type names in the header rows, alignments and coders for the columns. A slot without a name is headed
+// "Fld01" and so on. The texts of the columns stay what they are.
 void gridLoadFieldNames20(model::Document& doc, const platform::Regional& regional);
+
+// The same for one slot, after its name, type or digits have changed.
+void gridLoadField(model::Document& doc, const platform::Regional& regional, int slot);
 
 // Widths of unused fields, height of the type row, alignments. A used column keeps its width unless it is hidden.
 void FormatGrid(model::Document& doc, const DisplayChoices& choices);

@@ -99,6 +99,14 @@ void appendUtf8(char32_t codePoint, std::string& out) { // code points of bytes 
     out += static_cast<char>(0x80 | (codePoint & 0x3F));
 }
 
+// "U+4E2D": four digits at least.
+std::string codePointName(char32_t codePoint) {
+    std::string digits;
+    for (; codePoint != 0 || digits.size() < 4; codePoint >>= 4)
+        digits.insert(digits.begin(), "0123456789ABCDEF"[codePoint & 0xF]);
+    return "U+" + digits;
+}
+
 } // namespace
 
 char32_t toUnicode(std::uint8_t byte) {
@@ -135,6 +143,19 @@ std::string fromUtf8(std::string_view utf8) {
         bytes += static_cast<char>(codePoint ? fromUnicode(last) : kNoByte);
     }
     return bytes;
+}
+
+std::string foreignCharacter(std::string_view utf8) {
+    constexpr char32_t kReplacement = 0xFFFD; // for a malformed byte
+    char32_t last = 0;
+    while (!utf8.empty()) {
+        const char32_t codePoint = takeCodePoint(utf8).value_or(kReplacement);
+        const char32_t composed = last != 0 ? compose(last, codePoint) : 0;
+        last = composed != 0 ? composed : codePoint;
+        if (!isExact(last))
+            return codePointName(last);
+    }
+    return {};
 }
 
 } // namespace tallybook::platform::ansi

@@ -21,4 +21,8 @@ std::string toUtf8(std::string_view bytes);
 // taken as the composed letter when the code page has a place for that.
 std::string fromUtf8(std::string_view utf8);
 
+// The first character of a UTF-8 text that no byte stands for, as "U+4E2D"; empty when all can be stored. Best fits
+// do not count: what a user types is refused and not replaced.
+std::string foreignCharacter(std::string_view utf8);
+
 } // namespace tallybook::platform::ansi

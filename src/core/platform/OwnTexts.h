@@ -2,6 +2,7 @@
 // Windows-1252.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -174,5 +175,20 @@ inline constexpr std::string_view kTimeWanted = "A date stands where a time or a
 inline constexpr std::string_view kNoDuration =
     "A time of less than 0 seconds, or of a day and more, cannot be shown.";
 inline constexpr std::string_view kNotComparable = "A date and a time cannot be compared.";
+
+// The designers. `what` begins a sentence, as "The name".
+inline std::string tooManyCharacters(std::string_view what, std::size_t most) {
+    return std::string(what) + " may have at most " + std::to_string(most) + " characters.";
+}
+inline std::string holdsNul(std::string_view what) {
+    return std::string(what) + " holds a character that cannot be stored.";
+}
+// Characters outside the code page; `codePoint` as "U+4E2D".
+inline std::string foreignCharacter(std::string_view codePoint) {
+    return "The character " + std::string(codePoint) + " cannot be stored in a Tallybook.";
+}
+inline constexpr std::string_view kNextValueNotWhole =
+    "The next value must be a whole number from -2147483648 to 2147483647.";
+inline constexpr std::string_view kTooManyColumns = "A view can have at most 81 columns.";
 
 } // namespace tallybook::platform::texts

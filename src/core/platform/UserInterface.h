@@ -44,6 +44,15 @@ public:
     // The password prompt frmLogin with the action word as its caption; nothing when cancelled.
     virtual std::optional<std::string> askPassword(const std::string& actionWord, const std::string& fileName) = 0;
 
+    // The input box for one line of text; nothing when cancelled. Whoever cannot be asked cancels.
+    virtual std::optional<std::string> askText(const std::string& title, const std::string& prompt,
+                                               const std::string& preset) {
+        static_cast<void>(title);
+        static_cast<void>(prompt);
+        static_cast<void>(preset);
+        return std::nullopt;
+    }
+
     // The error dialog dlgError.
     virtual ErrorAnswer showError(const Error& error) = 0;
 

@@ -1,6 +1,8 @@
 #include "desktop/platform/QtUserInterface.h"
 
+#include "core/platform/Ansi.h"
 #include "core/platform/Guards.h"
+#include "core/platform/OwnTexts.h"
 #include "core/shell/Version.h"
 #include "desktop/dialogs/dlgError.h"
 #include "desktop/dialogs/frmLogin.h"
@@ -10,6 +12,8 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QInputDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 
 #include <algorithm>
@@ -134,6 +138,26 @@ std::optional<std::string> QtUserInterface::askPassword(const std::string& actio
     if (prompt.exec() != QDialog::Accepted)
         return std::nullopt;
     return fromQt(prompt.typed());
+}
+
+std::optional<std::string> QtUserInterface::askText(const std::string& title, const std::string& prompt,
+                                                    const std::string& preset) {
+    beforeAsking();
+    const platform::DefaultCursor pointer(*this);
+    QString typed = toQt(preset);
+    while (true) {
+        bool accepted = false;
+        typed =
+            QInputDialog::getText(parentOfDialogs(), toQt(title), toQt(prompt), QLineEdit::Normal, typed, &accepted);
+        if (!accepted)
+            return std::nullopt;
+        const QString composed = typed.normalized(QString::NormalizationForm_C);
+        const std::string foreign = platform::ansi::foreignCharacter(composed.toStdString());
+        if (foreign.empty())
+            return fromQt(typed);
+        // The box comes again with the text, so that one character can be corrected.
+        message({.text = platform::texts::foreignCharacter(foreign), .title = title});
+    }
 }
 
 platform::ErrorAnswer QtUserInterface::showError(const platform::Error& error) {

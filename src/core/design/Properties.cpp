@@ -1,0 +1,167 @@
+#include "core/design/Properties.h"
+
+#include "core/calc/Text.h"
+#include "core/design/Dialog.h"
+#include "core/pdb/Names.h"
+#include "core/platform/Ansi.h"
+#include "core/platform/OwnTexts.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tallybook::design {
+
+namespace {
+
+constexpr std::uint8_t kSearchFlag = 0x80;
+// As the message has it; the quote belongs with them, since no file system of the handheld's desktop takes it.
+constexpr std::string_view kForbidden = "\\/:*?<>|\"";
+constexpr std::size_t kMostInDatabaseName = model::kNameLength - pdb::kPrefix2x.size();
+
+std::string withoutPrefix(const std::string& name) {
+    const bool has = calc::upper(std::string_view(name).substr(0, pdb::kPrefix2x.size())) == pdb::kPrefix2x;
+    return has ? name.substr(pdb::kPrefix2x.size()) : name;
+}
+
+// The name in the header of a file, or its stem where the header has none; nothing for a new database.
+std::string shownName(const model::Document& doc) {
+    if (!doc.CurrDB20.DBName.empty() || doc.CurrFilePath.empty())
+        return withoutPrefix(doc.CurrDB20.DBName);
+    return withoutPrefix(platform::ansi::fromUtf8(doc.CurrFilePath.stem().string()));
+}
+
+int lastUsedSlot(const model::DatabaseModel& db) {
+    int slot = model::MaxUserFields;
+    while (slot > 0 && db.Fields[static_cast<std::size_t>(slot)].Type == model::FieldType::NotUsed)
+        --slot;
+    return slot;
+}
+
+template <class T> void take(T& target, const T& value, bool& changed) {
+    changed = changed || target != value;
+    target = value;
+}
+
+} // namespace
+
+Properties::Properties(model::Document& doc, platform::Services& services, UserList& users,
+                       std::function<void(const std::string&)> saveUser)
+    : txtPDBname(shownName(doc)), m_doc(doc), m_services(services), m_users(users), m_saveUser(std::move(saveUser)),
+      m_before(doc.CurrDB20), m_modifiedBefore(doc.DocModified) {
+    model::DatabaseModel& db = doc.CurrDB20;
+    if (doc.CurrFilePath.empty() && users.CurrentUser.empty() && !users.UserNames.empty())
+        users.CurrentUser = users.UserNames.front();
+    ChkSearch = (db.SearchFlags & kSearchFlag) != 0;
+    ChkReadOnly = db.ReadOnly != 0;
+    ChkNoBackup = db.NoBackup != 0;
+    ChkStartup = db.ShowStartup != 0;
+    TxtStartup = calc::LfToCrLf(db.StartupText);
+    m_startup = TxtStartup;
+    fillFields();
+}
+
+void Properties::fillFields() {
+    LstFields.clear();
+    for (int slot = 1; slot <= lastUsedSlot(m_doc.CurrDB20); ++slot) {
+        const model::FieldDef& field = m_doc.CurrDB20.Fields[static_cast<std::size_t>(slot)];
+        LstFields.push_back({slot, field.Name, field.SearchField != 0});
+    }
+}
+
+int Properties::userPosition() const {
+    const auto& names = m_users.UserNames;
+    const auto found = std::find(names.begin(), names.end(), m_users.CurrentUser);
+    return found == names.end() ? -1 : static_cast<int>(found - names.begin());
+}
+
+void Properties::chooseUser(int position) {
+    m_users.CurrentUser = m_users.UserNames.at(static_cast<std::size_t>(position));
+    if (m_saveUser)
+        m_saveUser(m_users.CurrentUser);
+}
+
+void Properties::CmdLstOK() {
+    bool changed = false;
+    for (std::size_t slot = 0; slot < m_doc.CurrDB20.Fields.size(); ++slot) {
+        const auto line = std::find_if(LstFields.begin(), LstFields.end(), [&](const SearchedField& field) {
+            return field.slot == static_cast<int>(slot) && field.selected;
+        });
+        take(m_doc.CurrDB20.Fields[slot].SearchField, static_cast<std::uint8_t>(line != LstFields.end() ? 1 : 0),
+             changed);
+    }
+    m_doc.DocModified = m_doc.DocModified || changed;
+}
+
+void Properties::CmdLstCancel() {
+    fillFields();
+}
+
+void Properties::CmdDone() {
+    bool changed = false;
+    take(m_doc.CurrDB20.ShowStartup, static_cast<std::uint8_t>(ChkStartup ? 1 : 0), changed);
+    // A text that nobody touched stays as it is, whatever line ends a file has given it.
+    if (TxtStartup != m_startup)
+        take(m_doc.CurrDB20.StartupText, calc::CrLfToLf(TxtStartup), changed);
+    m_doc.DocModified = m_doc.DocModified || changed;
+}
+
+bool Properties::refusesName() {
+    if (txtPDBname.find_first_of(kForbidden) == std::string::npos)
+        return refusesText(m_services, "The name of a Tallybook", txtPDBname, kMostInDatabaseName);
+    say(m_services, "Tallybook name cannot have the following characters:\n\\ / : *  ? < > !");
+    txtPDBname.clear();
+    return true;
+}
+
+// The place of a new database; without a user it is asked for by the first save. False when the user keeps the file
+// that is there.
+bool Properties::takeFilePath() {
+    const int user = userPosition();
+    if (!m_doc.CurrFilePath.empty() || user < 0 || user >= static_cast<int>(m_users.UserFolders.size()))
+        return true;
+    std::string name = txtPDBname;
+    std::replace(name.begin(), name.end(), ' ', '_');
+    const std::string file = std::string(pdb::kPrefix2x) + name + std::string(pdb::kExtension);
+    const std::filesystem::path path =
+        m_users.UserFolders[static_cast<std::size_t>(user)] / platform::ansi::toUtf8(file);
+    const auto there = m_services.files.state(path);
+    const bool exists = there.ok() && there.value().kind != platform::FileKind::Missing;
+    if (exists && !asks(m_services, "The file already exist\nOverwrite it ?"))
+        return false;
+    m_doc.CurrFilePath = path;
+    m_doc.CurrFolder = path.parent_path();
+    return true;
+}
+
+Properties::Accepted Properties::cmdOK() {
+    if (trimmed(txtPDBname).empty()) {
+        say(m_services, "Enter Tallybook Name.");
+        return Accepted::NameMissing;
+    }
+    if (refusesName())
+        return Accepted::NameRefused;
+    if (!takeFilePath())
+        return Accepted::NotOverwritten;
+    model::DatabaseModel& db = m_doc.CurrDB20;
+    bool changed = false;
+    const std::string name = std::string(pdb::kPrefix2x) + txtPDBname;
+    m_doc.CurrFileName = name + std::string(pdb::kExtension);
+    if (txtPDBname != shownName(m_doc) || db.DBName.empty())
+        take(db.DBName, name, changed);
+    const unsigned others = db.SearchFlags & ~static_cast<unsigned>(kSearchFlag);
+    take(db.SearchFlags, static_cast<std::uint8_t>(others | (ChkSearch ? kSearchFlag : 0u)), changed);
+    take(db.ReadOnly, static_cast<std::uint8_t>(ChkReadOnly ? 1 : 0), changed);
+    take(db.NoBackup, static_cast<std::uint8_t>(ChkNoBackup ? 1 : 0), changed);
+    m_doc.DocModified = m_doc.DocModified || changed;
+    return Accepted::Done;
+}
+
+void Properties::cmdCancel() {
+    for (std::size_t slot = 0; slot < m_before.Fields.size(); ++slot)
+        m_doc.CurrDB20.Fields[slot].SearchField = m_before.Fields[slot].SearchField;
+    m_doc.CurrDB20.ShowStartup = m_before.ShowStartup;
+    m_doc.CurrDB20.StartupText = m_before.StartupText;
+    m_doc.DocModified = m_modifiedBefore;
+}
+
+} // namespace tallybook::design

@@ -1,0 +1,69 @@
+// The dialog DB Properties without its widgets.
+#pragma once
+
+#include "core/model/Document.h"
+#include "core/platform/Services.h"
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tallybook::design {
+
+// The users of the handheld, as whoever knows them hands them down. Names are Windows-1252.
+struct UserList {
+    std::vector<std::string> UserNames;
+    std::vector<std::filesystem::path> UserFolders; // of their databases, as many as UserNames
+    std::string CurrentUser;
+};
+
+class Properties {
+public:
+    struct SearchedField {
+        int slot = 0;
+        std::string name;
+        bool selected = false;
+        bool operator==(const SearchedField&) const = default;
+    };
+    // What cmdOK came to, by which the dialog moves its focus.
+    enum class Accepted { Done, NameMissing, NameRefused, NotOverwritten };
+
+    // Fills the controls. `saveUser` is told each change of the user, who is kept whatever becomes of the dialog.
+    Properties(model::Document& doc, platform::Services& services, UserList& users,
+               std::function<void(const std::string& UserID)> saveUser = {});
+
+    std::string txtPDBname; // without the prefix
+    bool ChkSearch = false;
+    bool ChkReadOnly = false;
+    bool ChkNoBackup = false;
+    bool ChkStartup = false;
+    std::string TxtStartup;               // line ends as editors have them
+    std::vector<SearchedField> LstFields; // slots 1 to the last used one
+
+    const std::vector<std::string>& cmbUser() const { return m_users.UserNames; }
+    int userPosition() const; // -1 when there is no user
+    void chooseUser(int position);
+
+    void CmdLstOK();     // the searched fields
+    void CmdLstCancel(); // back to what was set
+    void CmdDone();      // the text at the start
+    Accepted cmdOK();
+    void cmdCancel(); // all values are what they were when the dialog opened
+
+private:
+    bool refusesName();
+    bool takeFilePath();
+    void fillFields();
+
+    model::Document& m_doc;
+    platform::Services& m_services;
+    UserList& m_users;
+    std::function<void(const std::string&)> m_saveUser;
+    std::string m_startup; // TxtStartup as it was filled
+    model::DatabaseModel m_before;
+    bool m_modifiedBefore;
+};
+
+} // namespace tallybook::design

@@ -1,0 +1,44 @@
+// The designers' operations as the error dialog names them. The windows give each handler its tag.
+#pragma once
+
+#include <string_view>
+
+namespace tallybook::design::tags {
+
+inline constexpr std::string_view kFieldLoading = "Field Properties : Loading";
+inline constexpr std::string_view kFieldAttributes = "Field Properties : Fill Attributes (Procedure)";
+inline constexpr std::string_view kFieldValues = "Field Properties : Fill Attribute Values (Procedure)";
+inline constexpr std::string_view kFieldType = "Field Properties : Field Type";
+inline constexpr std::string_view kFieldOk = "Field Properties : OK";
+
+inline constexpr std::string_view kFilterLoading = "Filter Designer: Loading";
+inline constexpr std::string_view kFilterOk = "Filter Designer: Ok";
+inline constexpr std::string_view kFilterDefinition = "Filter Designer: CurrentDefinition";
+
+inline constexpr std::string_view kViewLoading = "View Designer : Loading";
+inline constexpr std::string_view kViewFieldList = "View Designer : Field ListType";
+inline constexpr std::string_view kViewSortList = "View Designer : Sort ListType";
+inline constexpr std::string_view kViewViewList = "View Designer : View ListType";
+inline constexpr std::string_view kViewAdd = "View Designer : Add View";
+inline constexpr std::string_view kViewRemove = "View Designer : Remove View";
+inline constexpr std::string_view kViewClear = "View Designer : Clear View";
+inline constexpr std::string_view kViewUp = "View Designer : Up View";
+inline constexpr std::string_view kViewDown = "View Designer : Down View";
+inline constexpr std::string_view kViewSave = "View Designer : Save View";
+inline constexpr std::string_view kViewCancel = "View Designer : Cancel";
+inline constexpr std::string_view kViewShowAll = "View Designer : Show All Fields";
+inline constexpr std::string_view kViewResetAll = "View Designer : Reset All";
+inline constexpr std::string_view kViewGridClick = "View Designer : Grid_click";
+inline constexpr std::string_view kViewSaveView = "View Designer : SaveView Procedure";
+inline constexpr std::string_view kViewResetGrid = "View Designer : ResetGrid Procedure";
+inline constexpr std::string_view kViewFieldNo = "View Designer : GetFieldNo";
+inline constexpr std::string_view kViewRename = "View Designer : RenameView Procedure";
+inline constexpr std::string_view kViewGridScroll = "View Designer : Grid Scroll";
+
+inline constexpr std::string_view kListAdd = "ListEditorAdd";
+inline constexpr std::string_view kAutoWriterOk = "Auto Writer : OK";
+inline constexpr std::string_view kRadioOk = "Radio Button : OK";
+inline constexpr std::string_view kMemoOk = "Edit Memo : OK";
+inline constexpr std::string_view kMemoTextOk = "Edit Memo/Text : OK";
+
+} // namespace tallybook::design::tags

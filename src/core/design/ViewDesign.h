@@ -1,0 +1,100 @@
+// The View Designer without its widgets: the columns, sort keys, frozen columns and filter of one view at a time.
+#pragma once
+
+#include "core/model/Document.h"
+#include "core/platform/Services.h"
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tallybook::design {
+
+class ViewDesign {
+public:
+    // A row of Grid: the field's name, and the mark of its sort key with the direction.
+    struct Row {
+        std::string Fields;
+        std::string Sort; // "Pri Ascending", empty for none
+        bool operator==(const Row&) const = default;
+    };
+    struct SortKey {
+        std::uint8_t field = 0;     // slot, 0 for none
+        std::uint8_t direction = 0; // 0 ascending, 1 descending
+        bool operator==(const SortKey&) const = default;
+    };
+
+    // Opens on the view that is shown, or on the first entry of CmbView.
+    ViewDesign(model::Document& doc, platform::Services& services);
+
+    // The lists. CmbView has the names of the views, then a new name for each empty slot.
+    std::vector<std::string> CmbView() const;
+    int viewPosition() const; // the entry of the view shown
+    std::vector<std::string> CmbFields() const;
+    static std::span<const std::string_view> CmbSort();
+    static std::span<const std::string_view> CmbCols();
+    std::vector<std::string> CmbFilter() const;
+
+    // What the controls hold. The user changes the name and the two choices; the rest goes by the operations.
+    std::string TxtView;
+    int cols = 0;   // CmbCols: frozen columns
+    int filter = 0; // CmbFilter: entry
+
+    const std::vector<Row>& Grid() const { return m_rows; } // the last row is free, unless all are filled
+    int currentRow() const { return m_row; }
+    void selectRow(int row);
+    const std::array<SortKey, 3>& sortKeys() const { return m_keys; }
+    int NumFields() const { return m_numFields; }
+    int viewSlot() const { return m_slot; }
+
+    // A selection in CmbView: loads the view. What was not saved of the one before is lost.
+    void chooseView(int position);
+    // A selection in CmbFields for the current row.
+    void chooseField(int position);
+    // False when a click on the sort column of the current row opens no CmbSort: the row has no field.
+    bool opensSort() const;
+    // A selection in CmbSort for the current row.
+    void chooseSort(int position);
+
+    void cmdUp();
+    void cmdDown();
+    void CmdAdd();    // goes to the first free row
+    void CmdRemove(); // the entry "none" of CmbFields
+    void cmdClear();  // with its question
+
+    // Saves the view shown under its name; the dialog stays open. True when it was saved.
+    bool cmdOK();
+
+    bool RenameView(const std::string& newName, int viewIndex);
+    bool SaveView(int viewIndex);
+    void ShowAllFields();
+    void ResetAll();
+    void ResetGrid(std::string_view mark);
+    int GetFieldNo() const; // slot of the current row's field, 0 for none
+
+private:
+    std::vector<int> viewSlots() const; // by entry of CmbView
+    std::string nameOf(int slot) const;
+    int fieldNo(const std::string& name) const;
+    int firstFreeRow() const;
+    void load(int slot);
+    void keepFreeRow();
+    bool exchange(int other);
+    std::uint16_t filterMask() const;
+    void storeColumns(model::ViewDef& view);
+    void removeColumns(model::ViewDef& view);
+
+    model::Document& m_doc;
+    platform::Services& m_services;
+    std::vector<std::string> m_names; // of the used fields, in slot order
+    int m_numFields = 0;
+    int m_slot = 0;
+    int m_row = 0;
+    std::vector<Row> m_rows;
+    std::array<SortKey, 3> m_keys{};
+};
+
+} // namespace tallybook::design

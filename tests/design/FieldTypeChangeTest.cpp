@@ -1,0 +1,603 @@
+#include "core/design/FieldProperties.h"
+#include "document/DocumentFixture.h"
+
+#include <deque>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace tallybook::design {
+namespace {
+
+using model::FieldType;
+using model::Picture;
+using platform::Answer;
+using platform::Icon;
+using Focus = FieldPropFocus;
+using Texts = std::vector<std::string>;
+
+constexpr int kSlot = 2;
+constexpr int kOther = 1;
+
+class FieldTypeChange : public test::DocumentFixture {
+protected:
+    FieldTypeChange() {
+        field(kOther, FieldType::Text, "Title");
+        field(kSlot, FieldType::Text, "Value");
+    }
+
+    // A column of texts under a field of a type, and the controls as the dialog opens on it.
+    void open(FieldType type, const Texts& column) {
+        field(kSlot, type, "Value");
+        records(static_cast<int>(column.size()));
+        for (std::size_t record = 0; record < column.size(); ++record)
+            setCell(static_cast<int>(record), kSlot, column[record]);
+        draft = fillAttributeValues(doc.CurrDB20, kSlot, t);
+        doc.DocModified = false;
+    }
+
+    FieldPropResult ok(FieldPropMode mode = FieldPropMode::Document) {
+        return fieldPropertiesOK(doc, t, kSlot, draft, mode);
+    }
+    FieldPropResult change(FieldType type, std::deque<Answer> answers = {Answer::Yes}) {
+        draft.cmbFieldType = static_cast<int>(type);
+        t.user.answers = std::move(answers);
+        return ok();
+    }
+    // The refusal with its last message.
+    void expectRefused(const FieldPropResult& result, Focus focus, const std::string& text, const std::string& title,
+                       Icon icon = Icon::Information) {
+        EXPECT_FALSE(result.accepted);
+        EXPECT_EQ(result.focus, focus) << text;
+        EXPECT_EQ(lastMessage().text, text);
+        EXPECT_EQ(lastMessage().title, title) << text;
+        EXPECT_EQ(lastMessage().icon, icon) << text;
+    }
+
+    Texts column() const {
+        Texts texts;
+        for (int record = 0; record < doc.NumDataRecs; ++record)
+            texts.push_back(cell(record, kSlot));
+        return texts;
+    }
+    const model::FieldDef& slot() const { return doc.CurrDB20.Fields[kSlot]; }
+
+    void radio(const Texts& options) {
+        draft.FrmRadio.CmbNobuton = static_cast<int>(options.size()) - 2;
+        std::copy(options.begin(), options.end(), draft.FrmRadio.Optxt.begin());
+    }
+    // Fills what the checks of a type ask for.
+    void complete(FieldType type) {
+        draft.cmbFieldType = static_cast<int>(type);
+        if (type == FieldType::Expression)
+            draft.frmExpr.operands[0] = {kTypedNumber, "1"};
+        if (type == FieldType::AdvExpression)
+            draft.frmExprAdv.text = "1 + 1";
+        if (type == FieldType::ConditionalExpression)
+            draft.condition.CondFields[0] = kOther;
+        if (type == FieldType::RadioButton)
+            radio({"12", "abc"});
+        if (type == FieldType::DBJoin)
+            draft.external = {"Books", 1, 2, 3, 3, 0, 0};
+    }
+
+    FieldPropDraft draft;
+};
+
+TEST_F(FieldTypeChange, wantsAName) {
+    open(FieldType::Text, {"a"});
+    draft.txtFieldName = "  ";
+    expectRefused(ok(), Focus::txtFieldName, "Field Name cannot be blank", "Information");
+    EXPECT_EQ(slot().Name, "Value");
+    EXPECT_FALSE(doc.DocModified);
+}
+
+TEST_F(FieldTypeChange, refusesTheNameOfAnotherSlot) {
+    open(FieldType::Text, {"a"});
+    draft.txtFieldName = " Title ";
+    expectRefused(ok(), Focus::txtFieldName,
+                  "Another Field exists with this name.\nEnter another name and save the field information ",
+                  "Duplicate field name");
+    draft.txtFieldName = "Value";
+    EXPECT_TRUE(ok().accepted); // its own
+}
+
+TEST_F(FieldTypeChange, refusesTextsThatCannotBeStored) {
+    open(FieldType::Text, {"a"});
+    draft.txtFieldName = std::string(300, 'n');
+    expectRefused(ok(), Focus::txtFieldName, "A name may have at most 254 characters.", "");
+    draft.txtFieldName = std::string("a\0b", 3);
+    expectRefused(ok(), Focus::txtFieldName, "A name holds a character that cannot be stored.", "");
+    draft.txtFieldName = "Value";
+    draft.txtDefault = std::string(255, 'd');
+    expectRefused(ok(), Focus::txtDefault, "A default may have at most 254 characters.", "");
+    draft.cmbFieldType = static_cast<int>(FieldType::OneToMany);
+    draft.frmMasterDetail.Source = std::string(33, 's');
+    expectRefused(ok(), Focus::frmMasterDetail, "The name of the other Tallybook may have at most 32 characters.",
+                  "");
+    draft.frmMasterDetail.Source.clear();
+    draft.frmMasterDetail.Label2 = std::string(21, 'l');
+    expectRefused(ok(), Focus::frmMasterDetail, "A label may have at most 20 characters.", "");
+    draft.cmbFieldType = static_cast<int>(FieldType::ConditionalExpression);
+    draft.condition.CondFields[0] = kOther;
+    draft.branchElse.text = std::string(21, 'r');
+    expectRefused(ok(), Focus::TxtElse, "A result may have at most 20 characters.", "");
+}
+
+TEST_F(FieldTypeChange, aLoneMinusIsNoDefault) {
+    const std::pair<FieldType, const char*> cases[] = {{FieldType::Integer, "Integer value expected!"},
+                                                       {FieldType::Long, "Long value expected!"},
+                                                       {FieldType::Float, "Float value expected!"}};
+    for (const auto& [type, text] : cases) {
+        open(type, {});
+        draft.txtDefault = "-";
+        expectRefused(ok(), Focus::txtDefault, text, "Warning", Icon::Warning);
+        EXPECT_EQ(draft.txtDefault, "");
+    }
+    open(FieldType::Text, {});
+    draft.txtDefault = "-";
+    EXPECT_TRUE(ok().accepted);
+    EXPECT_EQ(slot().Default, "-");
+}
+
+TEST_F(FieldTypeChange, aDefaultOfAnotherTypeIsRefusedToo) {
+    open(FieldType::Text, {});
+    draft.txtDefault = "abc";
+    draft.cmbFieldType = static_cast<int>(FieldType::Integer);
+    expectRefused(ok(), Focus::txtDefault, "Integer value expected", "Warning", Icon::Warning);
+}
+
+TEST_F(FieldTypeChange, verifiesASimpleExpression) {
+    open(FieldType::Text, {"a"});
+    draft.cmbFieldType = static_cast<int>(FieldType::Expression);
+    expectRefused(ok(), Focus::cmbExpr, "Complete the Expression", "Invalid Expression");
+    draft.frmExpr.operands[0] = {kTypedNumber, "12345678901"};
+    expectRefused(ok(), Focus::cmbExpr, "A number may have at most 10 characters.", "Error in the expression",
+                  Icon::Critical);
+    EXPECT_EQ(column(), Texts{"a"});
+}
+
+TEST_F(FieldTypeChange, wantsACondition) {
+    open(FieldType::Text, {"a"});
+    draft.cmbFieldType = static_cast<int>(FieldType::ConditionalExpression);
+    expectRefused(ok(), Focus::Command1, "Enter the condition for the expression", "Incomplete information",
+                  Icon::Critical);
+}
+
+TEST_F(FieldTypeChange, wantsEveryOption) {
+    open(FieldType::Text, {});
+    draft.cmbFieldType = static_cast<int>(FieldType::RadioButton);
+    radio({"red", "", "blue"});
+    const FieldPropResult result = ok();
+    expectRefused(result, Focus::Optxt, "Enter the values for the options of the Radio-button ",
+                  "Options cannot be empty");
+    EXPECT_EQ(result.index, 1);
+}
+
+TEST_F(FieldTypeChange, wantsAWholeJoin) {
+    open(FieldType::Text, {});
+    draft.cmbFieldType = static_cast<int>(FieldType::DBJoin);
+    draft.external.Source = "Books";
+    expectRefused(ok(), Focus::frmExternal, "External view was not selected", "");
+    draft.external.CmbViewList = 0;
+    expectRefused(ok(), Focus::displayField, "External display field was not selected", "");
+    draft.external.displayField = 1;
+    expectRefused(ok(), Focus::joinField, "External join field was not selected", "");
+    draft.external.joinField = 2;
+    EXPECT_TRUE(ok().accepted);
+    EXPECT_EQ(doc.CurrDB20.Externals.at(kSlot), (model::ExternalDef{"Books", 2, 1, 0, 11, 0}));
+}
+
+TEST_F(FieldTypeChange, asksBeforeAConversion) {
+    open(FieldType::Text, {"12"});
+    const FieldPropResult result = change(FieldType::Long, {Answer::No});
+    expectRefused(result, Focus::cmbFieldType,
+                  "Are you sure you want to convert this field from Text to Long?\nWarning: conversion not possible "
+                  "will result in blanks or zeros",
+                  "", Icon::Warning);
+    EXPECT_EQ(slot().Type, FieldType::Text);
+    EXPECT_FALSE(doc.DocModified);
+}
+
+TEST_F(FieldTypeChange, asksNothingWithoutDataOrWithoutAChange) {
+    open(FieldType::Text, {});
+    EXPECT_TRUE(change(FieldType::Long, {}).accepted);
+    open(FieldType::NotUsed, {"", ""});
+    EXPECT_TRUE(change(FieldType::Long, {}).accepted);
+    EXPECT_EQ(column(), (Texts{"0", "0"}));
+    open(FieldType::Text, {"a"});
+    EXPECT_TRUE(change(FieldType::Text, {}).accepted);
+    EXPECT_TRUE(doc.DocModified);
+    EXPECT_TRUE(t.user.messages.empty());
+}
+
+TEST_F(FieldTypeChange, modeMaTouchesNoGrid) {
+    open(FieldType::Text, {"12", "abc"});
+    draft.cmbFieldType = static_cast<int>(FieldType::Long);
+    draft.txtFieldName = "Pages";
+    EXPECT_TRUE(ok(FieldPropMode::Ma).accepted);
+    EXPECT_EQ(column(), (Texts{"12", "abc"}));
+    EXPECT_EQ(doc.grd.text(0, kSlot + 1), "Value");
+    EXPECT_EQ(slot().Type, FieldType::Long);
+    EXPECT_EQ(slot().Name, "Pages");
+    EXPECT_TRUE(t.user.messages.empty());
+}
+
+TEST_F(FieldTypeChange, textToKeyKeepsTheKeysWhenAsked) {
+    open(FieldType::Text, {"7", "8"});
+    doc.RecKeys.set(0, 100);
+    doc.RecKeys.set(1, 101);
+    EXPECT_TRUE(change(FieldType::Key, {Answer::Yes, Answer::No}).accepted);
+    EXPECT_EQ(column(), (Texts{"100", "101"}));
+    EXPECT_EQ(
+        t.user.messages[1].text,
+        "WARNING:  This action will change the field into 'key'.   Would you like to convert the values into key "
+        "values?   Note: Choosing 'YES' will delete all existing keys, cannot be undone.   If you choose 'NO' "
+        "the existing keys will be preserved.");
+    EXPECT_EQ(t.user.messages[1].icon, Icon::Warning);
+}
+
+TEST_F(FieldTypeChange, textToKeyMakesKeys) {
+    open(FieldType::Text, {"7", "8"});
+    EXPECT_TRUE(change(FieldType::Key, {Answer::Yes, Answer::Yes}).accepted);
+    EXPECT_EQ(column(), (Texts{"7", "8"}));
+    EXPECT_EQ(doc.RecKeys[1], 8);
+    EXPECT_EQ(doc.CurrDB20.LastKey, 8);
+}
+
+TEST_F(FieldTypeChange, aColumnThatMakesNoKeysKeepsTheDialogOpen) {
+    open(FieldType::Text, {"7", "x"});
+    const FieldPropResult result = change(FieldType::Key, {Answer::Yes, Answer::Yes});
+    expectRefused(result, Focus::cmbFieldType,
+                  "Column must have numeric fields greater than zero.  Conversion not performed.", "",
+                  Icon::Critical);
+    EXPECT_EQ(slot().Type, FieldType::Text);
+    EXPECT_EQ(column(), (Texts{"7", "x"}));
+}
+
+TEST_F(FieldTypeChange, textToListKeepsTheTexts) {
+    open(FieldType::Text, {"b", "a", "", "b"});
+    EXPECT_TRUE(change(FieldType::List).accepted);
+    EXPECT_EQ(column(), (Texts{"b", "a", "", "b"}));
+    EXPECT_EQ(doc.CurrDB20.Lists.at(kSlot).Items, (Texts{"b", "a"}));
+    EXPECT_EQ(doc.CellLongs.get(3, kSlot), 1);
+}
+
+TEST_F(FieldTypeChange, sixtyDifferentTextsMakeNoList) {
+    Texts texts;
+    for (int i = 1; i <= 60; ++i)
+        texts.push_back("Text " + std::to_string(i));
+    open(FieldType::Text, texts);
+    std::vector<DialogShown> shown;
+    draft.cmbFieldType = static_cast<int>(FieldType::List);
+    t.user.answers = {Answer::Yes};
+    const FieldPropResult result = fieldPropertiesOK(doc, t, kSlot, draft, FieldPropMode::Document,
+                                                     [&](DialogShown state) { shown.push_back(state); });
+    EXPECT_FALSE(result.accepted);
+    EXPECT_EQ(slot().Type, FieldType::Text);
+    EXPECT_EQ(column(), texts);
+    EXPECT_EQ(shown, (std::vector<DialogShown>{DialogShown::Hidden, DialogShown::Visible}));
+}
+
+TEST_F(FieldTypeChange, aListThatStandsIsMatchedByText) {
+    items(kSlot, {{5, "a"}, {9, "b"}});
+    open(FieldType::Text, {"b", "c", "a"});
+    EXPECT_TRUE(change(FieldType::List, {Answer::Yes, Answer::No}).accepted);
+    EXPECT_EQ(column(), (Texts{"b", "", "a"}));
+    EXPECT_EQ(doc.CellLongs.get(0, kSlot), 9);
+    EXPECT_EQ(doc.CellLongs.get(1, kSlot), 0);
+    EXPECT_EQ(doc.CellLongs.get(2, kSlot), 5);
+}
+
+TEST_F(FieldTypeChange, reformatsAFloatsColumn) {
+    open(FieldType::Float, {"1.256", "abc"});
+    draft.cmbDecDigs = 2;
+    EXPECT_TRUE(ok().accepted);
+    EXPECT_EQ(column(), (Texts{"1.26", "0.00"}));
+    EXPECT_EQ(slot().Decimals, 2);
+    open(FieldType::Float, {"1.25"});
+    draft.cmbDecDigs = 0;
+    EXPECT_TRUE(ok().accepted);
+    EXPECT_EQ(column(), Texts{"1.25"}); // no digits: nothing is formatted
+    EXPECT_EQ(slot().Decimals, 0);
+    EXPECT_TRUE(t.user.messages.empty());
+}
+
+TEST_F(FieldTypeChange, digitsWithoutASelectionStay) {
+    field(kSlot, FieldType::Float, "Value").Decimals = 9;
+    open(FieldType::Float, {});
+    EXPECT_TRUE(ok().accepted);
+    EXPECT_EQ(slot().Decimals, 9);
+}
+
+TEST_F(FieldTypeChange, aFaultInAnAdvancedExpressionCostsNoValue) {
+    open(FieldType::Text, {"kept"});
+    draft.frmExprAdv = {"1 +", 0};
+    const FieldPropResult result = change(FieldType::AdvExpression);
+    EXPECT_FALSE(result.accepted);
+    EXPECT_EQ(result.focus, Focus::txtAdvExpression);
+    EXPECT_EQ(result.index, 3);
+    EXPECT_EQ(lastMessage().title, "Error in the expression");
+    EXPECT_EQ(t.user.messages.size(), 2u); // asked before
+    EXPECT_EQ(column(), Texts{"kept"});
+    EXPECT_EQ(slot().Type, FieldType::Text);
+}
+
+TEST_F(FieldTypeChange, theFormatOfAnAdvancedExpressionIsStoredDespiteAFault) {
+    open(FieldType::AdvExpression, {});
+    draft.frmExprAdv = {"1 +", 2};
+    EXPECT_FALSE(ok().accepted);
+    EXPECT_EQ(doc.CurrDB20.Expressions.at(kSlot).ResultType, 7);
+    draft.frmExprAdv = {"1 + 1", 0};
+    draft.cmbDecDigs = 2;
+    EXPECT_TRUE(ok().accepted);
+    EXPECT_EQ(doc.CurrDB20.Expressions.at(kSlot).Tokens[1], 90u);
+    EXPECT_EQ(slot().Decimals, 2);
+}
+
+TEST_F(FieldTypeChange, aRefusedConversionKeepsTheDigitsOfAFloat) {
+    field(kSlot, FieldType::Float, "Value").Decimals = 2;
+    open(FieldType::Float, {"1.25"});
+    radio({"a", "b", "c", "d", "e"});
+    EXPECT_FALSE(change(FieldType::RadioButton, {Answer::No}).accepted);
+    EXPECT_EQ(slot().Decimals, 2); // five would leave nothing of the values
+    EXPECT_EQ(doc.CurrDB20.Lists.at(kSlot).Count(), 0);
+}
+
+TEST_F(FieldTypeChange, storesOptions) {
+    open(FieldType::Text, {});
+    radio({"red", "green", "blue"});
+    draft.FrmRadio.OptSel = 2;
+    EXPECT_TRUE(change(FieldType::RadioButton, {}).accepted);
+    EXPECT_EQ(doc.CurrDB20.Lists.at(kSlot), (model::ListDef{{1, 2, 3}, {"red", "green", "blue"}}));
+    EXPECT_EQ(slot().Decimals, 3);
+    EXPECT_EQ(slot().Default, "3");
+    draft = fillAttributeValues(doc.CurrDB20, kSlot, t);
+    draft.FrmRadio.OptSel = -1;
+    EXPECT_TRUE(ok().accepted);
+    EXPECT_EQ(slot().Default, "1");
+}
+
+TEST_F(FieldTypeChange, recordsFollowTheirOptions) {
+    items(kSlot, {{7, "red"}, {1, "green"}, {4, "blue"}});
+    open(FieldType::RadioButton, {"red", "green", "blue", ""});
+    doc.CellLongs.set(0, kSlot, 7);
+    doc.CellLongs.set(1, kSlot, 1);
+    doc.CellLongs.set(2, kSlot, 4);
+    draft.FrmRadio.CmbNobuton = 0;
+    draft.FrmRadio.Optxt[0] = "scarlet";
+    EXPECT_TRUE(ok().accepted);
+    EXPECT_EQ(column(), (Texts{"scarlet", "green", "", ""}));
+    EXPECT_EQ(doc.CellLongs.get(0, kSlot), 1);
+    EXPECT_EQ(doc.CellLongs.get(1, kSlot), 2);
+    EXPECT_EQ(doc.CellLongs.get(2, kSlot), 0);
+}
+
+TEST_F(FieldTypeChange, warnsWhenBothFieldsOfAJoinChange) {
+    doc.CurrDB20.Externals[kSlot] = {"Books", 3, 4, 1, 2, 9};
+    open(FieldType::DBJoin, {"5"});
+    draft.external.displayField = 5;
+    EXPECT_TRUE(ok().accepted);
+    EXPECT_TRUE(t.user.messages.empty());
+    draft.external.displayField = 6;
+    draft.external.joinField = 7;
+    EXPECT_TRUE(ok().accepted);
+    EXPECT_EQ(lastMessage().text,
+              "Both Display field and the Join Field is changed, Please reselect the join values");
+    EXPECT_EQ(lastMessage().title, "Attention");
+    EXPECT_EQ(doc.CurrDB20.Externals.at(kSlot), (model::ExternalDef{"Books", 7, 6, 1, 2, 9}));
+}
+
+TEST_F(FieldTypeChange, aColumnOfKeysBecomesAJoin) {
+    open(FieldType::Text, {"12", "x"});
+    complete(FieldType::DBJoin);
+    t.user.answers = {Answer::Yes};
+    EXPECT_TRUE(ok().accepted);
+    std::string scratch;
+    EXPECT_EQ(doc.CellVals.get(0, kSlot, scratch), "12");
+    EXPECT_EQ(doc.CellVals.get(1, kSlot, scratch), "0");
+}
+
+TEST_F(FieldTypeChange, storesTheOtherDefinitions) {
+    open(FieldType::DBLookup, {});
+    draft.external = {"Books", std::nullopt, 4, 1, 11, 0, 0};
+    EXPECT_TRUE(ok().accepted);
+    EXPECT_EQ(doc.CurrDB20.Externals.at(kSlot), (model::ExternalDef{"Books", 1, 4, 0, 11, 0}));
+    open(FieldType::AddressBookJoin, {});
+    draft.external.ABField1 = 2;
+    draft.external.ABField2 = 3;
+    EXPECT_TRUE(ok().accepted);
+    EXPECT_EQ(doc.CurrDB20.Externals.at(kSlot), (model::ExternalDef{"Books", 1, 4, 2, 11, 3}));
+    open(FieldType::OneToMany, {});
+    draft.frmMasterDetail.Source = "Loans";
+    draft.frmMasterDetail.MatchFields = {1, 2, 0};
+    EXPECT_TRUE(ok().accepted);
+    EXPECT_EQ(doc.CurrDB20.OneToManys.at(kSlot), draft.frmMasterDetail);
+    open(FieldType::ConditionalExpression, {});
+    draft.condition.CondFields[0] = kOther;
+    draft.condition.CondValues[0] = "x";
+    draft.branchThen = {true, kOther, "unused", 2};
+    draft.branchElse = {false, 0, "none", 1};
+    EXPECT_TRUE(ok().accepted);
+    const model::CondExprDef& condition = doc.CurrDB20.CondExprs.at(kSlot);
+    EXPECT_EQ(condition.CondValues[0], "x");
+    EXPECT_EQ(condition.TrueField, kOther);
+    EXPECT_EQ(condition.TrueKind, 2);
+    EXPECT_EQ(condition.FalseField, 0);
+    EXPECT_EQ(condition.FalseText, "none");
+    EXPECT_EQ(condition.FalseKind, 1);
+}
+
+TEST_F(FieldTypeChange, storesDefaultsByType) {
+    const struct {
+        FieldType type;
+        int position;
+        const char* text;
+    } cases[] = {{FieldType::Date, 0, ""}, {FieldType::Date, 1, "A"}, {FieldType::Time, 2, "U"}};
+    for (const auto& c : cases) {
+        open(c.type, {});
+        draft.cmbDefault = c.position;
+        EXPECT_TRUE(ok().accepted);
+        EXPECT_EQ(slot().Default, c.text);
+    }
+    for (const FieldType type :
+         {FieldType::Text, FieldType::Integer, FieldType::Long, FieldType::Float, FieldType::Memo}) {
+        open(type, {});
+        draft.txtDefault = "5";
+        EXPECT_TRUE(ok().accepted);
+        EXPECT_EQ(slot().Default, "5");
+    }
+    open(FieldType::AutoIncremental, {});
+    draft.cmbDefaultText = "42";
+    EXPECT_TRUE(ok().accepted);
+    EXPECT_EQ(doc.CurrDB20.AutoIncNext.at(kSlot), 42);
+    draft.cmbDefaultText = "many";
+    expectRefused(ok(), Focus::cmbDefault, "The next value must be a whole number from -2147483648 to 2147483647.",
+                  "Warning");
+}
+
+TEST_F(FieldTypeChange, storesTheDepthOfAnImage) {
+    const std::uint8_t depths[] = {1, 4, 8};
+    for (int position = 0; position < 3; ++position) {
+        open(FieldType::Image, {});
+        draft.cmbDefault = position;
+        EXPECT_TRUE(ok().accepted);
+        EXPECT_EQ(slot().Decimals, depths[position]);
+    }
+}
+
+TEST_F(FieldTypeChange, storesTheAutoWriterAndItsKin) {
+    open(FieldType::Integer, {});
+    draft.checkAutoWriter = true;
+    draft.cmbSeparate = 4;
+    draft.ListAW = {{1}, {"one"}};
+    draft.checkIncrementDecrement = true;
+    EXPECT_TRUE(ok().accepted);
+    EXPECT_EQ(slot().AutoWriter, 4);
+    EXPECT_EQ(slot().IncDec, 1);
+    EXPECT_EQ(doc.CurrDB20.Lists.at(kSlot).Items, Texts{"one"});
+    draft.cmbSeparate = 0; // "none"
+    EXPECT_TRUE(ok().accepted);
+    EXPECT_EQ(slot().AutoWriter, 0);
+    draft.cmbSeparate = 7;
+    EXPECT_TRUE(ok().accepted);
+    EXPECT_EQ(slot().AutoWriter, 7);
+    EXPECT_TRUE(change(FieldType::Date, {}).accepted);
+    EXPECT_EQ(slot().AutoWriter, 0);
+    EXPECT_EQ(slot().IncDec, 0);
+}
+
+TEST_F(FieldTypeChange, storesTextFlags) {
+    field(kSlot, FieldType::Text, "Value").FieldFlags = 0x03;
+    open(FieldType::Text, {});
+    draft.chkBarcodeScan = true;
+    draft.checkDisableAutoShift = true;
+    EXPECT_TRUE(ok().accepted);
+    EXPECT_EQ(slot().FieldFlags, 0x83);
+    EXPECT_EQ(slot().Decimals, 1);
+    draft.chkBarcodeScan = false;
+    EXPECT_TRUE(ok().accepted);
+    EXPECT_EQ(slot().FieldFlags, 0x03);
+}
+
+TEST_F(FieldTypeChange, theColumnShowsItsNewNameAndType) {
+    open(FieldType::Text, {"12"});
+    draft.txtFieldName = " Pages ";
+    EXPECT_TRUE(change(FieldType::Long).accepted);
+    EXPECT_EQ(doc.grd.text(0, kSlot + 1), "Pages");
+    EXPECT_EQ(doc.grd.text(1, kSlot + 1), "Long");
+    EXPECT_EQ(doc.grd.alignment(kSlot + 1), model::Alignment::RightCentre);
+    EXPECT_NE(doc.grd.column(kSlot + 1).coder(), nullptr);
+    EXPECT_TRUE(doc.DocModified);
+}
+
+TEST_F(FieldTypeChange, theCategoriesStayAList) {
+    records(1);
+    draft = fillAttributeValues(doc.CurrDB20, 0, t);
+    draft.cmbFieldType = 1;
+    EXPECT_TRUE(fieldPropertiesOK(doc, t, 0, draft, FieldPropMode::Document).accepted);
+    EXPECT_EQ(doc.CurrDB20.Fields[0].Type, FieldType::List);
+}
+
+// What a cell holds after the conversion of a text, by the new type.
+std::string converted(FieldType type, const std::string& text) {
+    const bool isNumber = text == "12";
+    switch (type) {
+    case FieldType::Text:
+    case FieldType::Memo:
+    case FieldType::List:
+        return text;
+    case FieldType::Integer:
+    case FieldType::Long:
+    case FieldType::DBJoin:
+        return isNumber ? "12" : "0";
+    case FieldType::Float:
+        return isNumber ? "12.0" : "0.0";
+    case FieldType::Date:
+        return isNumber ? "1/11/1900" : ""; // serial 12
+    case FieldType::Time:
+        return isNumber ? "12:00:00 AM" : "0";
+    case FieldType::Key:
+        return isNumber ? "501" : text.empty() ? "503" : "502";
+    default:
+        return {};
+    }
+}
+
+TEST_F(FieldTypeChange, everyTypeBecomesEveryOther) {
+    const Texts texts = {"12", "abc", ""};
+    for (int from = 0; from < model::kFieldTypes; ++from)
+        for (int to = 0; to < model::kFieldTypes; ++to) {
+            const auto oldType = static_cast<FieldType>(from);
+            const auto newType = static_cast<FieldType>(to);
+            SCOPED_TRACE(std::string(model::fieldTypeName(oldType)) + " to " +
+                         std::string(model::fieldTypeName(newType)));
+            doc.CurrDB20.Lists.clear();
+            doc.CurrDB20.Externals.clear();
+            field(kSlot, oldType, "Value") = {};
+            const bool hasItems = oldType == FieldType::List || oldType == FieldType::RadioButton;
+            if (hasItems)
+                items(kSlot, {{1, "12"}, {2, "abc"}});
+            open(oldType, texts);
+            for (int record = 0; record < 3; ++record) {
+                doc.RecKeys.set(record, 501 + record);
+                if (oldType == FieldType::Checkbox)
+                    doc.grd.setPicture(record + 2, kSlot + 1, Picture::CheckOn);
+                if (hasItems)
+                    doc.CellLongs.set(record, kSlot, record < 2 ? record + 1 : 0);
+            }
+            complete(newType);
+            draft.cmbDecDigs = oldType == newType ? draft.cmbDecDigs : 1;
+            draft.external.Source = "Books";
+            const bool converts = from != to && from != 0;
+            t.user.answers.clear();
+            if (converts)
+                t.user.answers.push_back(Answer::Yes);
+            if (converts && newType == FieldType::Key)
+                t.user.answers.push_back(Answer::No);
+            if (converts && newType == FieldType::List && hasItems)
+                t.user.answers.push_back(Answer::Yes);
+
+            EXPECT_TRUE(ok().accepted);
+            EXPECT_EQ(slot().Type, newType);
+            Texts expected = texts;
+            if (from != to)
+                for (std::string& text : expected)
+                    text = converted(newType, text);
+            EXPECT_EQ(column(), expected);
+            if (from != to && newType == FieldType::Checkbox) {
+                EXPECT_EQ((std::vector{picture(0, kSlot), picture(1, kSlot), picture(2, kSlot)}),
+                          (std::vector{Picture::CheckOn, Picture::CheckOff, Picture::CheckOff}));
+            } else if (oldType == FieldType::Checkbox && from != to) {
+                EXPECT_EQ(picture(0, kSlot), Picture::None);
+            }
+            if (converts && newType == FieldType::List) {
+                EXPECT_EQ(doc.CellLongs.get(1, kSlot), 2);
+            }
+            EXPECT_TRUE(t.user.atRest());
+            EXPECT_TRUE(t.user.answers.empty());
+        }
+}
+
+} // namespace
+} // namespace tallybook::design
