@@ -131,17 +131,18 @@ std::variant<int, std::string> ScriptRunner::rowOf(const ScriptWord& word) const
     if (model::hasNoRecords(m_doc))
         return "there are no records";
     const int last = m_doc.grd.rows() - 1;
+    const int current = document::shownGrid(m_doc).row();
     int row = 0;
     if (word.is("first"))
         row = kFirstDataRow;
     else if (word.is("last"))
         row = last;
     else if (word.is("current"))
-        row = m_doc.grd.row();
+        row = current;
     else if (word.is("next"))
-        row = m_doc.grd.row() + 1;
+        row = current + 1;
     else if (word.is("previous"))
-        row = m_doc.grd.row() - 1;
+        row = current - 1;
     else if (const std::optional<int> number = wholeNumber(word.text))
         row = *number > last ? last + 1 : *number - 1 + kFirstDataRow;
     else
@@ -221,23 +222,30 @@ ScriptRunner::Failure ScriptRunner::doDeleteAll(const Words&) {
 ScriptRunner::Failure ScriptRunner::doSelect(const Words& words) {
     if (Failure failure = noModal())
         return failure;
+    model::GridModel& grid = document::shownGrid(m_doc);
     if (words.size() == 2) {
-        const auto place = placeOf(words[0], words[1]);
-        if (const auto* reason = std::get_if<std::string>(&place))
+        const auto row = rowOf(words[0]);
+        if (const auto* reason = std::get_if<std::string>(&row))
+            return *reason;
+        const auto column = shownColumnOf(words[1]);
+        if (const auto* reason = std::get_if<std::string>(&column))
             return *reason;
         document::saveCell(m_doc, m_services);
-        m_doc.grd.select(std::get<Place>(place).row, std::get<Place>(place).col);
+        grid.select(std::get<int>(row), std::get<int>(column));
         return std::nullopt;
     }
     // As the mouse does it: a press on the corner, a record's number or a field's header.
     document::MousePlace place;
     if (words[0].is("row"))
-        place.row = m_doc.grd.row();
+        place.row = grid.row();
     else if (words[0].is("column"))
-        place.col = m_doc.grd.col();
+        place.col = grid.col();
     else if (!words[0].is("all"))
         return "not a selection: " + words[0].text + " (all, row or column)";
-    document::leftClick(m_doc, m_services, place);
+    if (document::isViewShown(m_doc))
+        document::clickView(m_doc, m_services, place);
+    else
+        document::leftClick(m_doc, m_services, place);
     return std::nullopt;
 }
 
@@ -251,8 +259,12 @@ ScriptRunner::Failure ScriptRunner::doRecalc(const Words&) {
 }
 
 ScriptRunner::Failure ScriptRunner::doCopy(const Words&) {
+    const model::GridModel& grid = document::shownGrid(m_doc);
+    const int slot = document::shownSlot(m_doc, grid.col());
+    if (slot < 0)
+        return "no cell is current";
     const std::string copied = document::hasBlock(m_doc) ? document::CopyGridCells(m_doc, m_services)
-                                                         : cellText(m_doc.grd.row(), m_doc.grd.col());
+                                                         : cellText(grid.row(), model::columnOfSlot(slot));
     m_out << calc::ansi::toUtf8(copied) << '\n';
     return std::nullopt;
 }

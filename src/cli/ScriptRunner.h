@@ -59,6 +59,7 @@ private:
     Failure typeFurther(const std::string& text);
 
     Failure doGoto(const Words& words);
+    std::variant<int, std::string> shownColumnOf(const ScriptWord& word) const; // of the view when one is shown
     Failure gotoInView(int row, const Words& words);
     Failure doClick(const Words& words);
     Failure doType(const Words& words);

@@ -40,20 +40,27 @@ ScriptRunner::Failure ScriptRunner::doFilter(const Words& words) {
     return asUtf8(applyFiltersNamed(m_doc, m_services, names));
 }
 
+std::variant<int, std::string> ScriptRunner::shownColumnOf(const ScriptWord& word) const {
+    const auto named = columnOf(word);
+    if (!document::isViewShown(m_doc) || std::holds_alternative<std::string>(named))
+        return named;
+    const auto& fields = m_doc.ViewFields;
+    const auto field = std::find(fields.begin(), fields.end(), model::slotOfColumn(std::get<int>(named)));
+    if (field == fields.end())
+        return "the view does not show this field: " + word.text;
+    return static_cast<int>(field - fields.begin()) + 1;
+}
+
 ScriptRunner::Failure ScriptRunner::gotoInView(int row, const Words& words) {
     model::GridModel& grid = m_doc.ViewGrd;
     if (grid.rowHeight(row) == 0)
         return "a filter hides this record: " + words[0].text;
     int column = grid.col();
     if (words.size() > 1) {
-        const auto named = columnOf(words[1]);
+        const auto named = shownColumnOf(words[1]);
         if (const auto* reason = std::get_if<std::string>(&named))
             return *reason;
-        const auto field =
-            std::find(m_doc.ViewFields.begin(), m_doc.ViewFields.end(), model::slotOfColumn(std::get<int>(named)));
-        if (field == m_doc.ViewFields.end())
-            return "the view does not show this field: " + words[1].text;
-        column = static_cast<int>(field - m_doc.ViewFields.begin()) + 1;
+        column = std::get<int>(named);
     }
     grid.setCell(row, column);
     return std::nullopt;

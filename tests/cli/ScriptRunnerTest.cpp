@@ -437,6 +437,18 @@ TEST(ScriptViewsTest, recordsOfAViewAreEditedInTheGrid) {
     EXPECT_EQ(session.out.str(), "Count\tTitle\n\tSecond\n12\t\xC3\x89lan, \"quoted\"\n50\tThird\n");
 }
 
+TEST(ScriptViewsTest, whatIsSelectedInAViewIsCopied) {
+    ScriptSession session(databaseWithViews());
+    EXPECT_EQ(session.run("view Counts\ngoto 2 Title\ncopy\ngoto next Count\nselect previous Title\ncopy\n"
+                          "select column\ncopy"),
+              "");
+    const std::string first = session.out.str();
+    EXPECT_EQ(session.run("goto 1\nselect 2 Price"), "2: the view does not show this field: Price");
+    EXPECT_EQ(session.run("filter Below\nselect all\ncopy"), "");
+    EXPECT_EQ(first, "Second\n\tSecond\n12\t\"\xC3\x89lan, \"quoted\"\"\n-5\n\n12\n");
+    EXPECT_EQ(session.out.str().substr(first.size()), "-5\tThird\n\tSecond\n");
+}
+
 TEST(ScriptViewsTest, whatIsNotThereIsRefused) {
     ScriptSession session(databaseWithViews());
     EXPECT_EQ(session.run("view Nowhere"), "1: There is no view \"Nowhere\".");

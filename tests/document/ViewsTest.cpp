@@ -154,10 +154,10 @@ TEST_F(GridViews, multipleNeedsAFilter) {
     EXPECT_EQ(doc.CurrentFilter, 0);
 }
 
-TEST_F(GridViews, aHiddenCurrentRecordGivesWayToTheFirstShown) {
+TEST_F(GridViews, aHiddenCurrentRecordGivesWayToTheNextShown) {
     doc.grd.setCell(3, 2); // Echo costs 90
     pickFilter("Cheap");
-    EXPECT_EQ(doc.grd.place(), (model::GridPlace{2, 2, 2, 2}));
+    EXPECT_EQ(doc.grd.place(), (model::GridPlace{4, 2, 4, 2}));
 }
 
 TEST_F(GridViews, aFreeFilterSlotHidesNothing) {
@@ -287,8 +287,10 @@ TEST_F(GridViews, widthsHeightsAndAlignmentsAreThoseOfGrd) {
     EXPECT_EQ(doc.ViewGrd.alignment(1), model::Alignment::RightCentre);
     EXPECT_EQ(doc.ViewGrd.rowHeight(1), 0);
     doc.grd.setColumnWidth(3, 888);
+    doc.grd.setColumnWidth(0, 600);
     takeColumnLook(doc);
     EXPECT_EQ(doc.ViewGrd.columnWidth(1), 888);
+    EXPECT_EQ(doc.ViewGrd.columnWidth(0), 600);
     FormatGrid(doc, {.notUsedFields = true, .fieldTypes = true});
     EXPECT_EQ(doc.ViewGrd.rowHeight(1), model::kDefaultSize);
 }
@@ -553,7 +555,6 @@ TEST_F(GridViews, changingARecordOfAViewAsksForThePassword) {
 
 TEST_F(GridViews, clickOnARecordOfAViewOpensIt) {
     pickView("Prices");
-    clickView(doc, t, {.row = 0, .col = 1});
     clickView(doc, t, {.row = 50, .col = 1});
     clickView(doc, t, {.row = 3, .col = 9});
     EXPECT_TRUE(isViewShown(doc));
@@ -562,6 +563,97 @@ TEST_F(GridViews, clickOnARecordOfAViewOpensIt) {
     EXPECT_EQ(doc.grd.place(), (model::GridPlace{3, 3, 3, 3}));
     clickView(doc, t, {.row = 4, .col = 1}); // no view is shown any more
     EXPECT_EQ(doc.grd.row(), 3);
+}
+
+TEST_F(GridViews, recordThatIsHiddenWhenDoneGivesWayToTheNext) {
+    pickView("Prices");
+    pickFilter("Cheap"); // 10, 20, 30, 40; hidden: 60, 90
+    doc.ViewGrd.setCell(5, 1);
+    ModifyRecord(doc, t);
+    doc.grd.setText(5, 3, "55");
+    doneEditing(doc, t);
+    EXPECT_EQ(viewColumn(1), (Strings{"10", "20", "30"}));
+    EXPECT_EQ(doc.ViewGrd.row(), 4); // there is none behind it: the last one
+}
+
+TEST_F(GridViews, headersAndNumbersOfAViewSelect) {
+    struct Row {
+        MousePlace place;
+        model::GridPlace selected;
+    };
+    const Row rows[] = {
+        {{0, 0}, {2, 1, 7, 2}},                         // the corner: all
+        {{1, 0}, {2, 1, 7, 2}}, {{0, 2}, {2, 2, 7, 2}}, // a column
+        {{1, 1}, {2, 1, 7, 1}}, {{4, 0}, {4, 1, 4, 2}}, // a record
+    };
+    pickView("Prices");
+    for (const Row& row : rows) {
+        clickView(doc, t, row.place);
+        EXPECT_EQ(doc.ViewGrd.place(), row.selected) << row.place.row << "," << row.place.col;
+        EXPECT_TRUE(isViewShown(doc));
+        EXPECT_TRUE(hasBlock(doc));
+    }
+}
+
+TEST_F(GridViews, columnOfAFilteredViewBeginsAtItsFirstRecord) {
+    pickView("Titles");
+    pickFilter("Cheap");                         // Bravo, Charlie, alpha, delta; hidden: Echo, foxtrot
+    doc.CurrDB20.Filters[2].CondValues[0] = "L"; // Charlie, alpha, delta
+    pickFilter("With e");
+    clickView(doc, t, {.row = 0, .col = 1});
+    EXPECT_EQ(doc.ViewGrd.place(), (model::GridPlace{3, 1, 7, 1}));
+}
+
+TEST_F(GridViews, viewWithoutRecordsOrFieldsHasNothingToSelect) {
+    SetViewFilter(doc, t, "Nowhere", kNoFilter);
+    const model::GridPlace before = doc.ViewGrd.place();
+    for (const MousePlace place : {MousePlace{0, 0}, MousePlace{3, 0}})
+        clickView(doc, t, place);
+    EXPECT_EQ(doc.ViewGrd.place(), before);
+    pickView("Prices");
+    doc.CurrDB20.Filters[0].CondValues[0] = "1";
+    pickFilter("Cheap");
+    clickView(doc, t, {.row = 0, .col = 1});
+    EXPECT_FALSE(hasBlock(doc));
+    EXPECT_TRUE(isViewShown(doc));
+}
+
+TEST_F(GridViews, clickOnAViewAsksForTheRightToChange) {
+    protect(model::PasswordKind::Modify, "secret");
+    pickView("Prices");
+    t.user.passwords = {std::nullopt};
+    clickView(doc, t, {.row = 0, .col = 1});
+    EXPECT_FALSE(hasBlock(doc));
+    t.user.passwords = {"secret"};
+    clickView(doc, t, {.row = 0, .col = 1});
+    EXPECT_TRUE(hasBlock(doc));
+}
+
+TEST_F(GridViews, blockOfTheViewIsCopiedWithoutTheHiddenRecords) {
+    view(1, "Ticks", {3, 1}).SortFields[0] = 1;
+    doc.grd.setPlace({2, 1, 7, 4}); // what is selected in grd is not shown
+    pickView("Ticks");
+    EXPECT_FALSE(hasBlock(doc));
+    EXPECT_FALSE(refuseBlock(doc, t));
+    clickView(doc, t, {.row = 0, .col = 0});
+    EXPECT_EQ(CopyGridCells(doc, t), "N\tBravo\nN\tCharlie\nN\tEcho\nY\talpha\nY\tdelta\nY\tfoxtrot");
+    EXPECT_TRUE(refuseBlock(doc, t));
+    pickFilter("Cheap");
+    clickView(doc, t, {.row = 0, .col = 0});
+    EXPECT_EQ(CopyGridCells(doc, t), "N\tBravo\nN\tCharlie\nY\talpha\nY\tdelta");
+    doc.ViewGrd.setPlace({0, 1, 1, 2}); // headers are texts, whatever stands below them
+    EXPECT_EQ(CopyGridCells(doc, t), "Read\tTitle\nCheckbox\tText");
+}
+
+TEST_F(GridViews, columnsOfTheShownGridKnowTheirFields) {
+    EXPECT_EQ(shownSlot(doc, 0), -1);
+    EXPECT_EQ(shownSlot(doc, 1), 0);
+    EXPECT_EQ(shownSlot(doc, 81), 80);
+    EXPECT_EQ(shownSlot(doc, model::kScratchColumn), -1);
+    pickView("Prices");
+    EXPECT_EQ(shownSlot(doc, 0), -1);
+    EXPECT_EQ(shownSlot(doc, 1), 2);
+    EXPECT_EQ(shownSlot(doc, 2), 1);
 }
 
 TEST_F(GridViews, filterChosenWhileEditingGoesBackToTheView) {

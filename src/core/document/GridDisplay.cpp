@@ -7,6 +7,7 @@
 #include "core/platform/Guards.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tallybook::document {
 
@@ -32,11 +33,21 @@ Alignment alignmentOf(FieldType type) {
     }
 }
 
+bool isCheckbox(const model::Document& doc, int column) {
+    const int slot = shownSlot(doc, column);
+    return slot >= 0 && doc.CurrDB20.Fields[static_cast<std::size_t>(slot)].Type == FieldType::Checkbox;
+}
+
 std::string clipboardText(const model::Document& doc, int row, int column) {
-    if (isFieldColumn(column) && row >= model::kFirstDataRow &&
-        fieldOfColumn(doc, column).Type == FieldType::Checkbox)
-        return doc.grd.picture(row, column) == model::Picture::CheckOn ? "Y" : "N";
-    return calc::QuoteDelimited(doc.grd.text(row, column), '\t');
+    const model::GridModel& grid = shownGrid(doc);
+    if (row >= model::kFirstDataRow && isCheckbox(doc, column))
+        return grid.picture(row, column) == model::Picture::CheckOn ? "Y" : "N";
+    return calc::QuoteDelimited(grid.text(row, column), '\t');
+}
+
+// A view has no cells of the records that a filter hides; in grd they are there and count.
+bool hasCells(const model::Document& doc, int row) {
+    return !isViewShown(doc) || doc.ViewGrd.rowHeight(row) != 0;
 }
 
 } // namespace
@@ -79,12 +90,15 @@ void gridResized(model::Document& doc) {
 std::string CopyGridCells(model::Document& doc, platform::Services& services) {
     const platform::HourGlass wait(services.ui);
     const platform::Freeze freeze(services.ui, doc);
-    const model::GridPlace& place = doc.grd.place();
+    const model::GridPlace& place = shownGrid(doc).place();
     const auto [top, bottom] = std::minmax(place.Row, place.RowSel);
     const auto [left, right] = std::minmax(place.Col, place.ColSel);
     std::string text;
+    bool first = true;
     for (int row = top; row <= bottom; ++row) {
-        if (row > top)
+        if (!hasCells(doc, row))
+            continue;
+        if (!std::exchange(first, false))
             text += '\n';
         for (int column = left; column <= right; ++column) {
             if (column > left)
@@ -96,7 +110,7 @@ std::string CopyGridCells(model::Document& doc, platform::Services& services) {
 }
 
 bool hasBlock(const model::Document& doc) {
-    const model::GridPlace& place = doc.grd.place();
+    const model::GridPlace& place = shownGrid(doc).place();
     return place.Row != place.RowSel || place.Col != place.ColSel;
 }
 

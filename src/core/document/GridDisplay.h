@@ -52,6 +52,10 @@ struct MousePlace {
     int col = 0; // 0 is the record number; kScratchColumn when right of the last column
 };
 
+// A click of the left button on ViewGrd: asks for the right to change records, then selects all, a column or a row,
+// or makes a record's cell current and opens it as ModifyRecord does.
+void clickView(model::Document& doc, platform::Services& services, MousePlace place);
+
 enum class PopUp { None, mnuColumn, mnuRow };
 
 // A click of the left button: asks for the right to change records, commits the open edit, then selects all, a
@@ -66,10 +70,11 @@ void rightClickDone(model::Document& doc, platform::Services& services, PopUp sh
 // What a new size of the window does: the editors close without a commit and the first cell is current.
 void gridResized(model::Document& doc);
 
-// The selected block as clipboard text: cells joined with tabs, rows with line breaks, check boxes as Y and N.
+// The selected block of the shown grid as clipboard text: cells joined with tabs, rows with line breaks, check boxes
+// as Y and N. Hidden rows of grd are copied too; a view has no cells of them and leaves them out.
 std::string CopyGridCells(model::Document& doc, platform::Services& services);
 
-// True when more than one cell is selected.
+// True when more than one cell of the shown grid is selected.
 bool hasBlock(const model::Document& doc);
 
 // True, with the message, when a block is selected: Cut and Paste know one cell only.

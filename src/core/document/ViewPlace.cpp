@@ -30,7 +30,7 @@ void takePlaceFromView(model::Document& doc) {
         return;
     if (view.row() == doc.grd.row() && viewColumn(doc, doc.grd.col()) == 0)
         return;
-    doc.grd.setCell(view.row(), model::columnOfSlot(doc.ViewFields[static_cast<std::size_t>(view.col()) - 1]));
+    doc.grd.setCell(view.row(), model::columnOfSlot(shownSlot(doc, view.col())));
 }
 
 void givePlaceToView(model::Document& doc) {

@@ -4,6 +4,7 @@
 #include "core/document/CellEditing.h"
 #include "core/document/Progress.h"
 #include "core/document/Sort.h"
+#include "core/document/ViewPlace.h"
 #include "core/pdb/Passwords.h"
 #include "core/platform/Guards.h"
 
@@ -61,13 +62,6 @@ std::vector<calc::ConditionSet> filtersInForce(const model::Document& doc, const
 
 bool passes(const std::vector<calc::ConditionSet>& filters, std::uint32_t row) {
     return std::all_of(filters.begin(), filters.end(), [row](const auto& filter) { return filter.holds(row); });
-}
-
-// A hidden record cannot stay the current one.
-void leaveHiddenRow(model::GridModel& grid) {
-    if (grid.row() >= kFirstDataRow && grid.row() < grid.rows() && grid.rowHeight(grid.row()) == 0 &&
-        grid.visibleRows() > 0)
-        grid.setCell(grid.visibleRow(0), grid.col());
 }
 
 void hideRows(model::Document& doc, platform::Services& services, const std::vector<calc::ConditionSet>& filters) {
@@ -181,10 +175,17 @@ const model::GridModel& shownGrid(const model::Document& doc) {
     return doc.ViewShown ? doc.ViewGrd : doc.grd;
 }
 
+int shownSlot(const model::Document& doc, int column) {
+    if (column == model::kNumberColumn || column >= model::kScratchColumn)
+        return -1;
+    return doc.ViewShown ? doc.ViewFields[static_cast<std::size_t>(column - 1)] : model::slotOfColumn(column);
+}
+
 void takeColumnLook(model::Document& doc) {
     if (!doc.ViewShown)
         return;
     int column = model::kNumberColumn;
+    doc.ViewGrd.setColumnWidth(column, doc.grd.columnWidth(column));
     for (const int slot : doc.ViewFields) {
         doc.ViewGrd.setColumnWidth(++column, doc.grd.columnWidth(model::columnOfSlot(slot)));
         doc.ViewGrd.setAlignment(column, doc.grd.alignment(model::columnOfSlot(slot)));
@@ -209,14 +210,6 @@ bool ModifyRecord(model::Document& doc, platform::Services& services) {
     return true;
 }
 
-void clickView(model::Document& doc, platform::Services& services, MousePlace place) {
-    if (!doc.ViewShown || model::hasNoRecords(doc) || place.row < kFirstDataRow || place.row >= doc.ViewGrd.rows() ||
-        place.col >= doc.ViewGrd.cols())
-        return;
-    doc.ViewGrd.setCell(place.row, place.col);
-    ModifyRecord(doc, services);
-}
-
 void doneEditing(model::Document& doc, platform::Services& services) {
     if (!doc.RecordOfView)
         return;
@@ -224,8 +217,8 @@ void doneEditing(model::Document& doc, platform::Services& services) {
     const int row = doc.LastRowInView;
     const int column = doc.ViewGrd.col();
     SetViewFilter(doc, services, doc.CurrentView, filterSlotOf(doc));
-    if (row >= kFirstDataRow && row < doc.ViewGrd.rows() && doc.ViewGrd.rowHeight(row) != 0)
-        doc.ViewGrd.setCell(row, std::min(column, doc.ViewGrd.cols() - 1));
+    doc.ViewGrd.setCell(std::min(row, doc.ViewGrd.rows() - 1), std::min(column, doc.ViewGrd.cols() - 1));
+    leaveHiddenRow(doc.ViewGrd);
 }
 
 } // namespace tallybook::document

@@ -21,7 +21,8 @@ int GetDefaultFilter(std::uint16_t mask);
 
 // Applies a view (empty: all fields) and one filter slot, no filter, or with kSeveralFilters all slots of
 // MultiFilterSel. Sorts on the view's first key (a view without one on the categories), hides the rows of grd that
-// fail, fills ViewGrd and shows the grid that belongs to the state. A name that no view has shows ViewGrd without
+// fail, fills ViewGrd and shows the grid that belongs to the state. A hidden current record gives way as
+// leaveHiddenRow says. A name that no view has shows ViewGrd without
 // columns. A free filter slot hides nothing. Shows progress; DocModified stays as it is.
 void SetViewFilter(model::Document& doc, platform::Services& services, std::string_view viewName, int filterSlot);
 
@@ -63,6 +64,9 @@ void showAllFields(model::Document& doc);
 model::GridModel& shownGrid(model::Document& doc);
 const model::GridModel& shownGrid(const model::Document& doc);
 
+// The field slot of a column of the grid that is shown; -1 for the records' numbers and the scratch column.
+int shownSlot(const model::Document& doc, int column);
+
 // Gives the columns of a view that is shown the widths and alignments of grd's.
 void takeColumnLook(model::Document& doc);
 
@@ -82,11 +86,8 @@ EditButton editButton(const model::Document& doc);
 // shown, its current record is then opened in grd for editing, in the column with the same header if there is one.
 bool ModifyRecord(model::Document& doc, platform::Services& services);
 
-// A click of the left button on ViewGrd: on a cell of a record it becomes current and is opened as by ModifyRecord.
-void clickView(model::Document& doc, platform::Services& services, MousePlace place);
-
-// "&Done": commits the open edit, makes the view anew and shows it on the row that was left. Nothing unless a record
-// of a view is being edited.
+// "&Done": commits the open edit, makes the view anew and shows it on the row that was left, or the next one when
+// that is hidden now. Nothing unless a record of a view is being edited.
 void doneEditing(model::Document& doc, platform::Services& services);
 
 } // namespace tallybook::document
