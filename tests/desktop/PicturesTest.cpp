@@ -123,6 +123,10 @@ TEST_P(Pictures, mainWindow) {
 
 TEST_P(Pictures, views) {
     openSample([](model::Document& sample) {
+        sample.CurrDB20.Filters[1].Name = "Not lent, not read, and cheap";
+        sample.CurrDB20.Filters[1].CondFields[0] = kPages;
+        sample.CurrDB20.Filters[1].CondOps[0] = '>';
+        sample.CurrDB20.Views[3].Name = "Everything about the harbour";
         sample.CurrDB20.Filters[0].Name = "Thin";
         sample.CurrDB20.Filters[0].CondFields[0] = kPages;
         sample.CurrDB20.Filters[0].CondOps[0] = '<';
@@ -134,7 +138,8 @@ TEST_P(Pictures, views) {
         view.Columns[0].Field = kTitle;
         view.Columns[1].Field = kLent;
         view.Columns[2].Field = kPrice;
-        sample.CurrDB20.NumViews = 2;
+        sample.CurrDB20.NumViews = 4;
+        sample.CurrDB20.NumFilters = 2;
         sample.CurrDB20.HdrByte2 = 1;
     });
     keep(window(), "main-view");
@@ -144,6 +149,14 @@ TEST_P(Pictures, views) {
     views->showPopup();
     keep(*views->view()->window(), "main-views-dropped");
     views->hidePopup();
+    auto* filters = find<QComboBox>("CmbFilter");
+    filters->showPopup();
+    keep(*filters->view()->window(), "main-filters-dropped");
+    filters->hidePopup();
+    find<QPushButton>("cmdEdit")->click();
+    auto& view = window().documentWindow().viewGrid();
+    QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.cellRect(0, 1).center());
+    keep(window(), "main-view-column");
 }
 
 TEST_P(Pictures, emptyWindows) {

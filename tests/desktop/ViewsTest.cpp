@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QListWidget>
+#include <QMenu>
 #include <QPushButton>
 #include <QTest>
 
@@ -89,7 +90,7 @@ TEST_F(Views, aFilterHidesTheOtherRecords) {
     EXPECT_EQ(visibleTitles(), "Sea Charts; Garden Year; ");
     EXPECT_EQ(shown("CmbFilter"), "Thin");
     EXPECT_NE(doc().grd.rowHeight(doc().grd.row()), 0); // the current record is one that can be seen
-    EXPECT_EQ(find<QLabel>("lblRecord")->text(), QStringLiteral("Record 1 of 3, 2 shown"));
+    EXPECT_EQ(find<QLabel>("lblRecord")->text(), QStringLiteral("Record 2 of 3, 2 shown"));
     EXPECT_TRUE(grid().hasFocus());
     EXPECT_EQ(grid().cellRect(3, 1).top(), grid().cellRect(2, 1).bottom() + 1);
     pick("CmbFilter", "No Filter");
@@ -167,6 +168,46 @@ TEST_F(Views, enterAndTheButtonOpenTheRecord) {
         EXPECT_EQ(doc().grd.row(), 3);
         EXPECT_TRUE(grid().hasFocus());
     }
+}
+
+TEST_F(Views, aColumnOfAViewIsSelectedAndCopied) {
+    openSample(addViews);
+    go(2, kTitle);
+    key(Qt::Key_Up, Qt::ShiftModifier); // a block that the view puts out of sight
+    pick("CmbView", "Prices");
+    QGuiApplication::clipboard()->setText(QStringLiteral("before"));
+    trigger("mnuEditCopy");
+    trigger("mnuEditCut");
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("before"));
+    QTest::mouseClick(view().viewport(), Qt::LeftButton, {}, view().cellRect(0, 1).center());
+    EXPECT_TRUE(visible("ViewGrd"));
+    trigger("mnuEditCopy");
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("Old Clocks\nSea Charts\nGarden Year"));
+    script.expectMessage(QStringLiteral("Cut and Paste is not supported for multiple cells"));
+    trigger("mnuEditPaste");
+    QApplication::setActiveWindow(&window());
+    key(Qt::Key_Home, Qt::ControlModifier);
+    key(Qt::Key_Right, Qt::ShiftModifier);
+    trigger("mnuEditCopy");
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("Old Clocks\tN"));
+}
+
+// The button and the menu share their letter: the first press goes to the button, the next to the menu.
+TEST_F(Views, altEReachesTheButtonAndTheMenu) {
+    openSample(addViews);
+    auto* menu = find<QMenu>("mnuEdit");
+    key(Qt::Key_E, Qt::AltModifier);
+    EXPECT_TRUE(menu->isVisible()); // the button is disabled
+    menu->close();
+    pick("CmbView", "Prices");
+    key(Qt::Key_E, Qt::AltModifier);
+    EXPECT_TRUE(find<QPushButton>("cmdEdit")->hasFocus());
+    key(Qt::Key_E, Qt::AltModifier);
+    EXPECT_TRUE(menu->isVisible());
+    menu->close();
+    find<QPushButton>("cmdEdit")->setFocus();
+    key(Qt::Key_Space);
+    EXPECT_EQ(caption(), "&Done");
 }
 
 TEST_F(Views, severalFiltersApplyTogether) {

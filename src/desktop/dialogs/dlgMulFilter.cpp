@@ -1,6 +1,7 @@
 #include "desktop/dialogs/dlgMulFilter.h"
 
 #include "desktop/platform/Text.h"
+#include "desktop/platform/VisibleBoxes.h"
 #include "ui_dlgMulFilter.h"
 
 namespace tallybook::desktop {
@@ -8,15 +9,6 @@ namespace tallybook::desktop {
 namespace {
 
 constexpr int kSlotRole = Qt::UserRole;
-
-// The style draws the edge of a box a little darker than the window's ground, which on a dark list is no edge at all.
-QPalette withVisibleBoxes(QPalette palette) {
-    const QColor text = palette.color(QPalette::Text);
-    const QColor ground = palette.color(QPalette::Base);
-    palette.setColor(QPalette::Window, QColor((text.red() + ground.red()) / 2, (text.green() + ground.green()) / 2,
-                                              (text.blue() + ground.blue()) / 2));
-    return palette;
-}
 
 } // namespace
 
@@ -30,7 +22,7 @@ dlgMulFilter::dlgMulFilter(const std::vector<document::FilterLine>& lines, QWidg
         item->setData(kSlotRole, line.slot);
         item->setToolTip(item->text()); // a long name is cut in the list
     }
-    m_ui->ListFilters->setPalette(withVisibleBoxes(m_ui->ListFilters->palette()));
+    makeBoxesVisible(*this);
     m_ui->ListFilters->setCurrentRow(0);
     m_ui->ListFilters->setFocus();
     connect(m_ui->OKButton, &QPushButton::clicked, this, &QDialog::accept);

@@ -1,5 +1,6 @@
 #include "desktop/dialogs/dlgRadio.h"
 
+#include "desktop/platform/VisibleBoxes.h"
 #include "ui_dlgRadio.h"
 
 #include <QButtonGroup>
@@ -28,6 +29,7 @@ dlgRadio::dlgRadio(const QString& fieldName, const QStringList& options, int sel
     setTabOrder(m_ui->OKButton, m_ui->CancelButton);
     if (QAbstractButton* button = m_group->button(selected))
         button->setChecked(true);
+    makeBoxesVisible(*this);
     connect(m_ui->OKButton, &QPushButton::clicked, this, &dlgRadio::accept);
     connect(m_ui->CancelButton, &QPushButton::clicked, this, &QDialog::reject);
 }

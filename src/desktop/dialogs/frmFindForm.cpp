@@ -1,6 +1,7 @@
 #include "desktop/dialogs/frmFindForm.h"
 
 #include "desktop/platform/Text.h"
+#include "desktop/platform/VisibleBoxes.h"
 #include "ui_frmFindForm.h"
 
 #include <QLineEdit>
@@ -33,6 +34,7 @@ frmFindForm::frmFindForm(const document::FindMemory& memory, QWidget* parent)
     (settings.optForward ? m_ui->optBackward : m_ui->optForward)->setFocusPolicy(Qt::ClickFocus); // as after a choice
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &frmFindForm::accept);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    makeBoxesVisible(*this);
     selectText();
 }
 

@@ -6,6 +6,7 @@
 #include "desktop/platform/Text.h"
 #include "ui_frmDocument.h"
 
+#include <QAbstractItemView>
 #include <QEvent>
 
 namespace tallybook::desktop {
@@ -33,6 +34,7 @@ void fill(QComboBox& combo, const std::vector<std::string>& entries, int chosen)
     if (const QStringList wanted = listOf(entries); wanted != entriesOf(combo)) {
         combo.clear();
         combo.addItems(wanted);
+        combo.view()->setMinimumWidth(combo.view()->sizeHintForColumn(0)); // a long name is whole in the list
     }
     combo.setCurrentIndex(chosen);
     combo.setToolTip(combo.currentText()); // a long name is cut in the box
@@ -75,7 +77,7 @@ void frmDocument::connectView() {
 
 // The column of grd that a column of ViewGrd shows.
 int frmDocument::gridColumn(int viewColumn) const {
-    return model::columnOfSlot(m_doc->ViewFields[static_cast<std::size_t>(viewColumn - 1)]);
+    return model::columnOfSlot(document::shownSlot(*m_doc, viewColumn));
 }
 
 void frmDocument::showChoices() {
