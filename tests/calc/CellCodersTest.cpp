@@ -143,6 +143,31 @@ TEST(DecimalCoder, takesANumberOfAnyLengthWhenItsNearestSingleIsShownAlike) {
     }
 }
 
+TEST(DecimalCoder, hasNoWordForMoreDigitsThanASingleShows) {
+    struct Case {
+        std::uint64_t magnitude;
+        int decimals;
+        bool expected;
+    };
+    const Case cases[] = {
+        {838860801, 2, true},    // 8388608.01: singles from 2^23 on are whole
+        {838860799, 2, false},   // 8388607.99 has nine digits
+        {838860800, 2, false},   // 8388608.00 is one
+        {123456789012, 2, true}, // 1234567890.12
+        {1234567891, 3, true},   // 1234567.891 has ten digits
+        {1234567890, 3, false},  // 1234567.890 has nine that count
+        {5, 0, false},           {0, 2, false},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(hasNoDecimalWord(c.magnitude, c.decimals), c.expected) << c.magnitude << " with " << c.decimals;
+        if (!c.expected)
+            continue;
+        char room[kSingleRoom];
+        expectLeft(*makeDecimalCoder(c.decimals, {}),
+                   std::string(formScaled(false, c.magnitude, c.decimals, '.', room)));
+    }
+}
+
 TEST(DateCoder, packsTheFourBytesOfAFile) {
     const auto american = makeDateCoder(test::us());
     expectTaken(*american, "1/2/2003", packDate(2003, 1, 2));

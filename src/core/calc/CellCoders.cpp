@@ -80,7 +80,7 @@ public:
         const std::uint32_t power = kPowersOfTen[m_decimals];
         if (*scaled % power == 0)
             return wholeWord(negative, *scaled / power);
-        return isTooLong(*scaled) ? std::nullopt : encodeAnyLength(whole);
+        return hasNoDecimalWord(*scaled, m_decimals) ? std::nullopt : encodeAnyLength(whole);
     }
 
     std::string_view text(std::uint32_t word, std::string& scratch) const override {
@@ -111,17 +111,6 @@ private:
         if (static_cast<std::uint64_t>(value) != whole)
             return std::nullopt;
         return std::bit_cast<std::uint32_t>(negative ? -value : value);
-    }
-
-    // The shortest form of a single with a fraction has nine significant digits at most, and what is shown of it has
-    // no more.
-    bool isTooLong(std::uint64_t scaled) const {
-        constexpr std::uint64_t kFirstWithoutFraction = 1u << 23;
-        if (scaled / kPowersOfTen[m_decimals] >= kFirstWithoutFraction)
-            return true;
-        while (scaled % 10 == 0)
-            scaled /= 10;
-        return scaled >= 1'000'000'000;
     }
 
     std::optional<std::uint32_t> encodeAnyLength(std::string_view text) const {
@@ -236,6 +225,20 @@ std::optional<std::uint32_t> decimalWord(bool negative, std::uint64_t magnitude,
         return std::nullopt;
     const float value = static_cast<float>(magnitude) / static_cast<float>(kPowersOfTen[decimals]);
     return std::bit_cast<std::uint32_t>(negative && magnitude != 0 ? -value : value);
+}
+
+// Singles from 2^23 on have no fraction. The shortest form of one with a fraction has nine significant digits at
+// most, and what is shown of it has no more.
+bool hasNoDecimalWord(std::uint64_t magnitude, int decimals) {
+    constexpr std::uint64_t kFirstWithoutFraction = 1u << 23;
+    const std::uint32_t power = kPowersOfTen[decimals];
+    if (magnitude % power == 0)
+        return false;
+    if (magnitude / power >= kFirstWithoutFraction)
+        return true;
+    while (magnitude % 10 == 0)
+        magnitude /= 10;
+    return magnitude >= 1'000'000'000;
 }
 
 std::unique_ptr<CellCoder> makeWholeCoder() {

@@ -25,6 +25,10 @@ std::unique_ptr<model::CellCoder> makeDecimalCoder(int decimals, const platform:
 // larger numbers, which may have a word all the same. Minus zero is zero.
 std::optional<std::uint32_t> decimalWord(bool negative, std::uint64_t magnitude, int decimals);
 
+// No single shows magnitude * 10^-decimals, so that a decimal coder has no word for it; false where that takes a look
+// at the digits.
+bool hasNoDecimalWord(std::uint64_t magnitude, int decimals);
+
 // Short dates. Word: year * 65536 + month * 256 + day, the four bytes of a file.
 std::unique_ptr<model::CellCoder> makeDateCoder(const platform::Regional& regional);
 

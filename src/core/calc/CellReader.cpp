@@ -37,14 +37,6 @@ std::optional<double> serialOfWord(WordForm form, std::uint32_t word) {
     return std::nullopt;
 }
 
-std::optional<double> numberOfWord(const model::CellForm& form, std::uint32_t word) {
-    if (form.words == WordForm::Whole)
-        return static_cast<std::int32_t>(word);
-    if (form.words == WordForm::Decimal)
-        return displayedValue(std::bit_cast<float>(word), form.decimals);
-    return std::nullopt;
-}
-
 bool hasOnlyBlanks(std::string_view text) {
     return text.find_first_not_of(' ') == std::string_view::npos;
 }
@@ -73,8 +65,10 @@ std::optional<double> CellReader::number(std::uint32_t row) const {
         return std::nullopt;
     if (cell.kind == StoredCell::Kind::Text)
         return parseNumber(cell.text, *m_regional);
-    if (const auto value = numberOfWord(m_form, cell.word))
-        return value;
+    if (m_form.words == WordForm::Whole)
+        return static_cast<std::int32_t>(cell.word);
+    if (m_form.words == WordForm::Decimal) // nothing for a single that stands for no text
+        return displayedValue(std::bit_cast<float>(cell.word), m_form.decimals);
     std::string scratch;
     return parseNumber(m_texts->text(row, scratch), *m_regional);
 }

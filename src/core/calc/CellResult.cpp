@@ -83,10 +83,6 @@ ResultColumn::ResultColumn(model::TextColumn& texts, const platform::Regional& r
 
 // A word only where the text of the result is the one that the coder writes for it.
 std::optional<std::uint32_t> ResultColumn::wordOf(const CellResult& result) const {
-    if (result.form == Form::Number && m_form.words == WordForm::Decimal && m_form.decimals == result.decimals) {
-        const auto scaled = scaledMagnitude(result.value, result.decimals);
-        return scaled ? decimalWord(result.value < 0, *scaled, result.decimals) : std::nullopt;
-    }
     if (m_form.words == WordForm::Date && isDateAlone(result)) {
         const Date date = dateOf(result.value);
         return packDate(date.year, date.month, date.day);
@@ -98,7 +94,28 @@ std::optional<std::uint32_t> ResultColumn::wordOf(const CellResult& result) cons
     return std::nullopt;
 }
 
+// The digits are formed once: they are the word, or else the text.
+void ResultColumn::setDecimal(std::uint32_t row, const CellResult& result, std::uint64_t magnitude) {
+    const bool negative = result.value < 0;
+    if (const auto word = decimalWord(negative, magnitude, result.decimals)) {
+        m_texts.setWord(row, *word);
+        return;
+    }
+    char room[kSingleRoom];
+    const std::string_view text = formScaled(negative, magnitude, result.decimals, m_regional.decimal, room);
+    if (!hasNoDecimalWord(magnitude, result.decimals))
+        setText(row, text);
+    else if (!isThere(row, text))
+        m_texts.setPlainText(row, text);
+}
+
 void ResultColumn::set(std::uint32_t row, const CellResult& result) {
+    if (result.form == Form::Number && m_form.words == WordForm::Decimal && m_form.decimals == result.decimals) {
+        if (const auto magnitude = scaledMagnitude(result.value, result.decimals)) {
+            setDecimal(row, result, *magnitude);
+            return;
+        }
+    }
     if (const auto word = wordOf(result)) {
         m_texts.setWord(row, *word);
         return;
@@ -113,11 +130,14 @@ void ResultColumn::set(std::uint32_t row, const CellResult& result) {
 }
 
 // Most results are the ones that are there already; a text that is not written again leaves no gap behind.
-void ResultColumn::setText(std::uint32_t row, std::string_view text) {
+bool ResultColumn::isThere(std::uint32_t row, std::string_view text) const {
     const StoredCell before = m_texts.stored(row);
-    if (before.kind == StoredCell::Kind::Text && before.text == text)
-        return;
-    m_texts.setText(row, text);
+    return before.kind == StoredCell::Kind::Text && before.text == text;
+}
+
+void ResultColumn::setText(std::uint32_t row, std::string_view text) {
+    if (!isThere(row, text))
+        m_texts.setText(row, text);
 }
 
 } // namespace tallybook::calc

@@ -46,6 +46,8 @@ public:
     void set(std::uint32_t row, const CellResult& result);
 
 private:
+    void setDecimal(std::uint32_t row, const CellResult& result, std::uint64_t magnitude);
+    bool isThere(std::uint32_t row, std::string_view text) const;
     void setText(std::uint32_t row, std::string_view text);
     std::optional<std::uint32_t> wordOf(const CellResult& result) const;
 

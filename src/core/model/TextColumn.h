@@ -82,6 +82,10 @@ public:
     // Sets a text. It must not be a view into this very column.
     void setText(std::uint32_t row, std::string_view text);
 
+    // Sets a text that the coder is known to have no word for, which saves asking it. As setText otherwise; the text
+    // must not be empty.
+    void setPlainText(std::uint32_t row, std::string_view text);
+
     // Sets a word of the coder. The word must stand for a text that is not empty.
     void setWord(std::uint32_t row, std::uint32_t word) {
         Block& block = blockFor(row);
@@ -119,7 +123,6 @@ private:
         return m_blocks[index];
     }
     void beginBlock(std::uint32_t index);
-    void setPlainText(std::uint32_t row, std::string_view text);
     static void forgetText(Block& block, std::uint32_t place) {
         if (bitOf(block.plain, place))
             forgetPlainText(block, place);
