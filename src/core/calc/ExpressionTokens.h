@@ -28,6 +28,13 @@ inline constexpr Token kOperator = 98; // one character, an Operator
 inline constexpr Token kPrevIndex = 99;
 inline constexpr Token kPreviousRecord = 100; // plus the slot
 
+// Of the older files: the signs themselves, and the letter O for the present time, which is a field slot today.
+inline constexpr Token kOldTimes = 42;
+inline constexpr Token kOldPlus = 43;
+inline constexpr Token kOldMinus = 45;
+inline constexpr Token kOldDivide = 47;
+inline constexpr Token kOldNow = 79;
+
 constexpr bool isField(Token token) {
     return token >= 1 && token <= kLastField;
 }
