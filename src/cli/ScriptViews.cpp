@@ -41,7 +41,7 @@ ScriptRunner::Failure ScriptRunner::doFilter(const Words& words) {
 }
 
 std::variant<int, std::string> ScriptRunner::shownColumnOf(const ScriptWord& word) const {
-    const auto named = columnOf(word);
+    auto named = columnOf(word);
     if (!document::isViewShown(m_doc) || std::holds_alternative<std::string>(named))
         return named;
     const auto& fields = m_doc.ViewFields;
