@@ -367,19 +367,6 @@ TEST_F(Editing, escapeInTheListDropsTheEdit) {
     EXPECT_FALSE(doc().DocModified);
 }
 
-TEST_F(Editing, theListsLastEntryAnswersForTheListEditor) {
-    openSample();
-    click(0, kShelf);
-    auto* list = find<QComboBox>("cmb1");
-    const QRect entry = list->view()->visualRect(list->model()->index(4, 0));
-    script.expectMessage(QStringLiteral("Editing the items of a list is not part of this version yet."));
-    QTest::mouseMove(list->view()->viewport(), entry.center());
-    QTest::mouseClick(list->view()->viewport(), Qt::LeftButton, {}, entry.center(),
-                      QApplication::doubleClickInterval());
-    QCoreApplication::processEvents();
-    EXPECT_EQ(text(0, kShelf), "Middle");
-}
-
 TEST_F(Editing, theListOpensUpwardAboveTheStatusBar) {
     openSample();
     for (int i = 0; i < 60; ++i)
@@ -591,17 +578,6 @@ TEST_F(Editing, f2InTheCellKeepsWhatWasTyped) {
     key(Qt::Key_F2);
     EXPECT_EQ(text(0, kTitle), "Typed");
     EXPECT_FALSE(visible("Text1"));
-}
-
-TEST_F(Editing, anAutoWritersTextOpensTheWindowWithItsButton) {
-    openSample();
-    script.expect([this](QWidget& memo) {
-        script.expectMessage(QStringLiteral("The auto writer is not part of this version yet."));
-        EXPECT_TRUE(memo.findChild<QWidget*>(QStringLiteral("CmdAw"))->isVisible());
-        pressButton(memo, QStringLiteral("Auto Writer..."));
-        pressButton(memo, QStringLiteral("Cancel"));
-    });
-    click(0, kKind);
 }
 
 TEST_F(Editing, aRadioButtonIsPickedInItsDialog) {

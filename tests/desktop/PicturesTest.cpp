@@ -2,11 +2,13 @@
 // twice the resolution. They are there to be looked at.
 #include "core/pdb/Passwords.h"
 #include "desktop/WindowTest.h"
+#include "desktop/dialogs/dlgAutoWriter.h"
 #include "desktop/dialogs/dlgError.h"
 #include "desktop/dialogs/dlgMulFilter.h"
 #include "desktop/dialogs/dlgRadio.h"
 #include "desktop/dialogs/frmAbout.h"
 #include "desktop/dialogs/frmFindForm.h"
+#include "desktop/dialogs/frmListEditor.h"
 #include "desktop/dialogs/frmLogin.h"
 #include "desktop/dialogs/frmMemoAw.h"
 #include "desktop/dialogs/frmPwd.h"
@@ -17,6 +19,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
+#include <QListWidget>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPalette>
@@ -217,6 +220,21 @@ TEST_P(Pictures, dialogs) {
     showAndKeep(about, "frmAbout");
     desktop::frmSplash splash;
     showAndKeep(splash, "frmSplash");
+}
+
+TEST_P(Pictures, lists) {
+    model::Document sample;
+    makeSample(sample, regional);
+    sample.CurrDB20.Lists[kShelf].Items[1] = "Middle, beside the window that looks out on the harbour and its boats";
+    desktop::frmListEditor editor(sample, services, kShelf, nullptr);
+    showAndKeep(editor, "frmListEditor");
+    using desktop::dlgAutoWriter;
+    dlgAutoWriter text({"Novel", "Essay", "Letters"}, dlgAutoWriter::Choice::Several, nullptr);
+    text.findChild<QListWidget*>(QStringLiteral("List1"))->item(1)->setSelected(true);
+    text.findChild<QListWidget*>(QStringLiteral("List1"))->item(2)->setSelected(true);
+    showAndKeep(text, "dlgAutoWriter");
+    dlgAutoWriter number({"100", "250"}, dlgAutoWriter::Choice::One, nullptr);
+    showAndKeep(number, "dlgAutoWriter-number");
 }
 
 TEST_P(Pictures, securitySetting) {

@@ -36,6 +36,12 @@ inline constexpr std::string_view kViewRename = "View Designer : RenameView Proc
 inline constexpr std::string_view kViewGridScroll = "View Designer : Grid Scroll";
 
 inline constexpr std::string_view kListAdd = "ListEditorAdd";
+inline constexpr std::string_view kListEdit = "ListEditorEdit";
+inline constexpr std::string_view kListDelete = "ListEditorDelete";
+inline constexpr std::string_view kListSort = "ListEditorSort";
+inline constexpr std::string_view kListUp = "ListEditorUp";
+inline constexpr std::string_view kListDown = "ListEditorDown";
+inline constexpr std::string_view kListOk = "ListEditorOK";
 inline constexpr std::string_view kAutoWriterOk = "Auto Writer : OK";
 inline constexpr std::string_view kRadioOk = "Radio Button : OK";
 inline constexpr std::string_view kMemoOk = "Edit Memo : OK";

@@ -17,8 +17,6 @@ inline constexpr std::string_view kNothingOpen = "Open a Tallybook with Ctrl+O, 
 // Work that is still to come.
 inline constexpr std::string_view kImageEditor = "Editing images";
 inline constexpr std::string_view kExternalPicker = "Picking a record of another Tallybook";
-inline constexpr std::string_view kListEditor = "Editing the items of a list";
-inline constexpr std::string_view kAutoWriter = "The auto writer";
 inline constexpr std::string_view kViewDesigner = "Editing views";
 inline constexpr std::string_view kFilterDesigner = "Editing filters";
 inline std::string notBuilt(std::string_view what) {

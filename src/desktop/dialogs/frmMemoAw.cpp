@@ -4,6 +4,7 @@
 #include "ui_frmMemoAw.h"
 
 #include <QKeyEvent>
+#include <QTextCursor>
 #include <QTextDocument>
 
 namespace tallybook::desktop {
@@ -46,6 +47,7 @@ frmMemoAw::frmMemoAw(const Contents& contents, QWidget* parent)
     }
     m_ui->txtMemo->setReadOnly(contents.readOnly);
     m_ui->MaskEdBox1->setReadOnly(contents.readOnly);
+    m_ui->CmdAw->setEnabled(!contents.readOnly);
     connect(m_ui->CmdAw, &QPushButton::clicked, this, &frmMemoAw::autoWriterAsked);
     connect(m_ui->OKButton, &QPushButton::clicked, this, &QDialog::accept);
     connect(m_ui->CancelButton, &QPushButton::clicked, this, &QDialog::reject);
@@ -58,6 +60,18 @@ QString frmMemoAw::text() const {
         return m_ui->MaskEdBox1->text();
     const QString typed = linesOf(*m_ui->txtMemo->document());
     return typed == m_shown ? m_original : typed;
+}
+
+void frmMemoAw::replaceText(const QString& text) {
+    if (m_screen == Screen::Number) {
+        m_ui->MaskEdBox1->selectAll();
+        m_ui->MaskEdBox1->insert(text);
+        return;
+    }
+    QTextCursor all(m_ui->txtMemo->document());
+    all.select(QTextCursor::Document);
+    all.insertText(text);
+    m_ui->txtMemo->moveCursor(QTextCursor::End);
 }
 
 // A text that is too long is not cut behind the user's back: OK waits until it fits.

@@ -29,6 +29,8 @@ public:
     ~frmMemoAw() override;
 
     QString text() const; // lines parted by line feeds
+    // As if the user had typed it over the old text.
+    void replaceText(const QString& text);
 
 signals:
     void autoWriterAsked(); // CmdAw

@@ -1,8 +1,12 @@
 #include "desktop/document/frmDocument.h"
 
+#include "core/design/AutoWriter.h"
+#include "core/design/Tags.h"
 #include "core/document/ViewPlace.h"
 #include "core/platform/OwnTexts.h"
+#include "desktop/dialogs/dlgAutoWriter.h"
 #include "desktop/dialogs/dlgRadio.h"
+#include "desktop/dialogs/frmListEditor.h"
 #include "desktop/dialogs/frmMemoAw.h"
 #include "desktop/document/CellEditors.h"
 #include "desktop/platform/Text.h"
@@ -214,7 +218,7 @@ void frmDocument::chooseEntry(int entry) {
     const bool editsItems = document::chooseEntry(*m_doc, m_services, entry);
     showDocument();
     if (editsItems)
-        sayNotBuilt(platform::texts::kListEditor);
+        openListEditor();
 }
 
 void frmDocument::clearDate() {
@@ -238,10 +242,24 @@ void frmDocument::openMemo(const EditAction& action) {
     contents.autoWriter = action.showAutoWriter;
     contents.readOnly = m_doc->CurrDB20.ReadOnly != 0;
     frmMemoAw window(contents, this);
-    connect(&window, &frmMemoAw::autoWriterAsked, this, [this] { sayNotBuilt(platform::texts::kAutoWriter); });
+    connect(&window, &frmMemoAw::autoWriterAsked, this, [this, &window] { openAutoWriter(window); });
     if (window.exec() == QDialog::Accepted)
         document::acceptMemo(*m_doc, m_services, fromQt(window.text()));
     showDocument();
+}
+
+void frmDocument::openAutoWriter(frmMemoAw& editor) {
+    const model::DatabaseModel& db = m_doc->CurrDB20;
+    const int slot = m_doc->CurrField;
+    const bool text = isTextField(db.Fields[m_doc->CurrField].Type);
+    dlgAutoWriter dialog(design::autoWriterItems(db, slot),
+                         text ? dlgAutoWriter::Choice::Several : dlgAutoWriter::Choice::One, &editor);
+    if (dialog.exec() != QDialog::Accepted || dialog.selected().empty())
+        return;
+    platform::runOperation(m_services.ui, design::tags::kAutoWriterOk, [&] {
+        editor.replaceText(
+            toQt(design::autoWriterOk(db, slot, dialog.selected(), dialog.action(), fromQt(editor.text()))));
+    });
 }
 
 void frmDocument::openRadio(const EditAction& action) {
@@ -252,6 +270,12 @@ void frmDocument::openRadio(const EditAction& action) {
     dlgRadio dialog(toQt(field.Name), options, action.selected, this);
     dialog.setAcceptor([this](int option) { return document::acceptRadio(*m_doc, m_services, option); });
     dialog.exec();
+    showDocument();
+}
+
+// The lists can be those of other columns, and the categories, too.
+void frmDocument::openListEditor() {
+    frmListEditor(*m_doc, m_services, m_doc->CurrField, this).exec();
     showDocument();
 }
 

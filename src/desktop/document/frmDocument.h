@@ -22,6 +22,7 @@ class frmDocument;
 namespace tallybook::desktop {
 
 class CellEditors;
+class frmMemoAw;
 
 class frmDocument : public QWidget {
     Q_OBJECT
@@ -97,7 +98,9 @@ private:
     void clearDate();
     void bestFitColumn(int column);
     void openMemo(const document::EditAction& action);
+    void openAutoWriter(frmMemoAw& editor);
     void openRadio(const document::EditAction& action);
+    void openListEditor();
     void sayNotBuilt(std::string_view what);
 
     std::unique_ptr<Ui::frmDocument> m_ui;
