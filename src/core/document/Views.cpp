@@ -64,20 +64,42 @@ bool passes(const std::vector<calc::ConditionSet>& filters, std::uint32_t row) {
     return std::all_of(filters.begin(), filters.end(), [row](const auto& filter) { return filter.holds(row); });
 }
 
+// Whether each stored row passes, by its id. The store is gone through in its own order: in the order that a sort
+// has made, each cell would have to be fetched from far away.
+std::vector<std::uint8_t> passingIds(const model::Document& doc, ProgressBar& bar,
+                                     const std::vector<calc::ConditionSet>& filters) {
+    std::vector<std::uint8_t> used;
+    for (int record = 0; record < doc.NumDataRecs; ++record) {
+        const std::uint32_t id = doc.grd.order().id(record);
+        if (id >= used.size())
+            used.resize(id + std::size_t{1});
+        used[id] = 1;
+    }
+    const int rows = doc.grd.rows();
+    int row = kFirstDataRow;
+    for (std::uint32_t id = 0; id < used.size(); ++id) {
+        if (used[id] == 0)
+            continue;
+        if (row % kRowsAStep == 0)
+            bar.step(row, rows - 2, rows - 1);
+        used[id] = passes(filters, id) ? 1 : 0;
+        ++row;
+    }
+    return used;
+}
+
 void hideRows(model::Document& doc, platform::Services& services, const std::vector<calc::ConditionSet>& filters) {
     const int rows = doc.grd.rows();
     ProgressBar bar(services.ui, "Filtering record ");
     bar.show("Filtering...", 0, rows - 1);
     if (model::hasNoRecords(doc))
         return;
+    const std::vector<std::uint8_t> passing = passingIds(doc, bar, filters);
     std::vector<int> shown;
     shown.reserve(static_cast<std::size_t>(doc.NumDataRecs));
-    for (int row = kFirstDataRow; row < rows; ++row) {
-        if (row % kRowsAStep == 0)
-            bar.step(row, rows - 2, rows - 1);
-        if (passes(filters, doc.grd.rowId(row)))
+    for (int row = kFirstDataRow; row < rows; ++row)
+        if (passing[doc.grd.rowId(row)] != 0)
             shown.push_back(row);
-    }
     doc.grd.showOnly(std::move(shown));
     leaveHiddenRow(doc.grd);
 }
