@@ -190,9 +190,9 @@ TEST(Commands, whatIsStillToComeStaysDisabled) {
                             "mnuFilePrint", "mnuFilePrintPreview", "mnuFormDesigner", "mnuToolsPDBPorps",
                             "mnuViewFieldProp", "mnuFieldProps", "mnuEditUndo"})
         EXPECT_FALSE(isEnabled(find(name), 1, 1)) << name;
-    for (const auto name : {"mnuRecordAdd", "mnuColumnConvertToKeys", "mnuToolsSecurity", "mnuRowDeleteRec",
-                            "mnuColumnSorta", "mnuColumnSortd", "mnuFind", "mnuFindNext", "mnuFindPrevious",
-                            "mnuRecalculateExpressions"})
+    for (const auto name :
+         {"mnuRecordAdd", "mnuColumnConvertToKeys", "mnuToolsSecurity", "mnuRowDeleteRec", "mnuColumnSorta",
+          "mnuColumnSortd", "mnuFind", "mnuFindNext", "mnuFindPrevious", "mnuRecalculateExpressions"})
         EXPECT_TRUE(isEnabled(find(name), 1, 1)) << name;
 }
 
