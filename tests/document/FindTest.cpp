@@ -86,14 +86,25 @@ TEST(ExpressionMatch, takesThePartsBetweenPlusSignsAsAlternatives) {
         bool folded;
     };
     const Row rows[] = {
-        {"a+b", "a", true, true},        {"a+b", "b", true, true},     {"a+b", "a+b", false, false},
-        {"a+b", "ab", false, false},     {"a+b", "A", false, true},    {"a", "abc", false, false}, // the whole cell
-        {"*b*", "abc", true, true},      {"?b?", "abc", true, true},   {"##", "12", true, true},
-        {"##", "123", false, false},     {"[a-c]x", "bx", true, true}, {"[a-c]x", "BX", false, true},
-        {"[!a-c]x", "bx", false, false}, {"[a+b", "b", true, true}, // the sign divides inside brackets too; "[a"
-                                                                    // matches nothing
-        {"a+", "", true, true},                                     // the empty part matches the empty cell
-        {"+", "", true, true},           {"a", "", false, false},      {"*", "", true, true},
+        {"a+b", "a", true, true},
+        {"a+b", "b", true, true},
+        {"a+b", "a+b", false, false},
+        {"a+b", "ab", false, false},
+        {"a+b", "A", false, true},
+        {"a", "abc", false, false}, // the whole cell
+        {"*b*", "abc", true, true},
+        {"?b?", "abc", true, true},
+        {"##", "12", true, true},
+        {"##", "123", false, false},
+        {"[a-c]x", "bx", true, true},
+        {"[a-c]x", "BX", false, true},
+        {"[!a-c]x", "bx", false, false},
+        {"[a+b", "b", true, true}, // the sign divides inside brackets too; "[a"
+                                   // matches nothing
+        {"a+", "", true, true},    // the empty part matches the empty cell
+        {"+", "", true, true},
+        {"a", "", false, false},
+        {"*", "", true, true},
         {"x+y+z*", "zebra", true, true},
     };
     for (const Row& row : rows) {
