@@ -169,5 +169,56 @@ TEST(TextColumn, agreesWithPlainTextsThroughRandomChanges) {
         ASSERT_EQ(textOf(column, row), expected[row]);
 }
 
+// 900 rows of words and plain texts, one in five without any.
+TextColumn mixedColumn(std::mt19937& random) {
+    TextColumn column;
+    column.setCoder(std::make_unique<DigitCoder>());
+    for (std::uint32_t row = 0; row < 900; ++row)
+        if (random() % 5 != 0)
+            column.setText(row, randomText(random));
+    return column;
+}
+
+TEST(TextColumn, copiesTheRowsThatAreAskedForAlone) {
+    std::mt19937 random(7);
+    const TextColumn source = mixedColumn(random);
+    for (const std::uint64_t groups : {0u, 1u, 5u, 15u, 40u}) {
+        std::vector<std::uint64_t> rows(groups);
+        for (std::uint64_t& group : rows)
+            group = random() % 2 == 0 ? ~std::uint64_t{0} : std::uint64_t{random()} << 32 | random();
+        std::fill_n(rows.begin(), std::min<std::uint64_t>(groups, 4), ~std::uint64_t{0}); // a block as a whole
+        std::string expected;
+        source.eachText([&](std::uint32_t row, std::string_view text) {
+            if (row / 64 < groups && (rows[row / 64] >> row % 64 & 1) != 0)
+                expected += std::to_string(row) + ':' + std::string(text) + ' ';
+        });
+        TextColumn copy = mixedColumn(random);
+        copy.copyRows(source, rows);
+        EXPECT_EQ(allOf(copy), expected) << groups;
+        copy.setText(0, "changed");
+        copy.setText(3000, "new");
+        EXPECT_NE(textOf(source, 0), "changed");
+        EXPECT_EQ(textOf(copy, 3000), "new");
+    }
+}
+
+TEST(TextColumn, tellsTheCellsOfABlockAsTheyAreStored) {
+    std::mt19937 random(8);
+    const TextColumn column = mixedColumn(random);
+    for (std::uint32_t block = 0; block < 6; ++block) {
+        RowBits told{};
+        column.eachStored(block, [&](std::uint32_t place, const StoredCell& cell) {
+            const StoredCell expected = column.stored(block * kBlockRows + place);
+            EXPECT_EQ(cell.kind, expected.kind);
+            EXPECT_EQ(cell.word, expected.word);
+            EXPECT_EQ(cell.text, expected.text);
+            setBit(told, place);
+        });
+        EXPECT_EQ(told, column.filledInBlock(block)) << block;
+        for (std::uint32_t place = 0; place < kBlockRows; ++place)
+            EXPECT_EQ(bitOf(told, place), column.has(block * kBlockRows + place));
+    }
+}
+
 } // namespace
 } // namespace tallybook::model

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <map>
 #include <random>
+#include <vector>
 
 namespace tallybook::model {
 namespace {
@@ -58,6 +59,25 @@ TEST(WordColumn, agreesWithAMapThroughRandomChanges) {
         ASSERT_EQ(column.get(asked), found == expected.end() ? std::nullopt : std::optional(found->second));
         ASSERT_EQ(column.empty(), expected.empty());
     }
+}
+
+TEST(WordColumn, copiesTheRowsThatAreAskedForAlone) {
+    std::mt19937 random(4);
+    WordColumn source;
+    for (std::uint32_t row = 0; row < 800; ++row)
+        if (random() % 4 != 0)
+            source.set(row, row * 3);
+    const std::uint64_t all = ~std::uint64_t{0};
+    const std::vector<std::uint64_t> rows = {all, all, all, all, 1, 0, all, 0x8000000000000001};
+    WordColumn copy;
+    copy.set(5000, 1);
+    copy.copyRows(source, rows);
+    for (std::uint32_t row = 0; row < 6000; ++row) {
+        const bool asked = row / 64 < rows.size() && (rows[row / 64] >> row % 64 & 1) != 0;
+        ASSERT_EQ(copy.get(row), asked ? source.get(row) : std::nullopt) << row;
+    }
+    copy.copyRows(source, {});
+    EXPECT_TRUE(copy.empty());
 }
 
 } // namespace

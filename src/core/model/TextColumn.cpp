@@ -1,6 +1,6 @@
 #include "core/model/TextColumn.h"
 
-#include <bit>
+#include <algorithm>
 
 namespace tallybook::model {
 
@@ -99,15 +99,28 @@ void TextColumn::setCoder(std::unique_ptr<CellCoder> coder) {
 void TextColumn::copyRows(const TextColumn& source, std::span<const std::uint64_t> rows) {
     clear();
     m_coder = source.m_coder;
-    for (std::uint32_t group = 0; group < rows.size(); ++group)
-        for (std::uint64_t bits = source.filled(group) & rows[group]; bits != 0; bits &= bits - 1) {
-            const std::uint32_t row = group * kGroupRows + static_cast<std::uint32_t>(std::countr_zero(bits));
-            const StoredCell cell = source.stored(row);
-            if (cell.kind == StoredCell::Kind::Word)
-                setWord(row, cell.word);
-            else
-                setPlainText(row, cell.text);
+    m_blocks.resize(std::min(source.m_blocks.size(), blocksOf(rows)));
+    for (std::size_t index = 0; index < m_blocks.size(); ++index)
+        copyBlock(m_blocks[index], source.m_blocks[index], bitsOfBlock(rows, index));
+}
+
+// A block whose cells are all wanted is copied as it is.
+void TextColumn::copyBlock(Block& to, const Block& from, const RowBits& rows) {
+    const RowBits kept = commonBits(from.words.filled(), rows);
+    if (kept == from.words.filled()) {
+        to = {from.words, from.plain, from.texts.copy(), from.unused};
+        return;
+    }
+    to.words.reserve(countBits(kept));
+    eachBit(kept, [&](std::uint32_t place) {
+        const std::uint32_t word = from.words.value(place);
+        if (bitOf(from.plain, place)) {
+            to.words.set(place, to.texts.append(from.texts.at(word)));
+            setBit(to.plain, place);
+        } else {
+            to.words.set(place, word);
         }
+    });
 }
 
 } // namespace tallybook::model

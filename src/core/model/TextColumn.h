@@ -56,6 +56,25 @@ public:
         }
     }
 
+    // Calls visit(place, cell) for each row block * 256 + place that has a text, in the order of the rows. As
+    // eachText, but words are not made texts.
+    template <class Visit> void eachStored(std::uint32_t block, Visit&& visit) const {
+        if (block >= m_blocks.size())
+            return;
+        const Block& stored = m_blocks[block];
+        stored.words.each([&](std::uint32_t place, std::uint32_t word) {
+            if (bitOf(stored.plain, place))
+                visit(place, StoredCell{StoredCell::Kind::Text, 0, stored.texts.at(word)});
+            else
+                visit(place, StoredCell{StoredCell::Kind::Word, word, {}});
+        });
+    }
+
+    // The rows of a block of 256 that have a text, a bit each.
+    RowBits filledInBlock(std::uint32_t block) const {
+        return block < m_blocks.size() ? m_blocks[block].words.filled() : RowBits{};
+    }
+
     StoredCell stored(std::uint32_t row) const {
         if (!has(row))
             return {};
@@ -129,6 +148,7 @@ private:
     }
     static void forgetPlainText(Block& block, std::uint32_t place);
     static void compact(Block& block);
+    static void copyBlock(Block& to, const Block& from, const RowBits& rows);
 
     std::vector<Block> m_blocks;
     std::shared_ptr<CellCoder> m_coder;

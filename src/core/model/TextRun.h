@@ -41,6 +41,16 @@ public:
         return length < kShortLength ? std::string_view(start + 1, length) : longTextAt(start + 1);
     }
 
+    // A run of its own with the same texts at the same places.
+    TextRun copy() const {
+        TextRun made;
+        made.setRoom(m_size);
+        if (m_size > 0)
+            std::memcpy(made.m_bytes.get(), m_bytes.get(), m_size);
+        made.m_size = m_size;
+        return made;
+    }
+
     // Makes or takes away room, down to the texts that are there.
     void setRoom(std::size_t room) {
         const std::size_t kept = std::max<std::size_t>(room, m_size);

@@ -1,7 +1,7 @@
 #include "core/model/WordColumn.h"
 
 #include <algorithm>
-#include <bit>
+#include <numeric>
 
 namespace tallybook::model {
 
@@ -16,6 +16,19 @@ std::uint32_t bitCount(std::uint64_t bits) {
 }
 
 } // namespace
+
+std::uint32_t countBits(const RowBits& bits) {
+    return std::accumulate(bits.begin(), bits.end(), 0u,
+                           [](std::uint32_t count, std::uint64_t group) { return count + bitCount(group); });
+}
+
+RowBits bitsOfBlock(std::span<const std::uint64_t> rows, std::size_t block) {
+    constexpr std::size_t kGroups = RowBits{}.size();
+    RowBits bits{};
+    const auto ahead = rows.subspan(std::min(block * kGroups, rows.size()));
+    std::copy_n(ahead.begin(), std::min(ahead.size(), kGroups), bits.begin());
+    return bits;
+}
 
 std::uint32_t WordBlock::countBefore(std::uint32_t place) const {
     std::uint32_t count = 0;
@@ -60,11 +73,19 @@ bool WordColumn::empty() const {
 
 void WordColumn::copyRows(const WordColumn& source, std::span<const std::uint64_t> rows) {
     clear();
-    for (std::uint32_t group = 0; group < rows.size(); ++group)
-        for (std::uint64_t bits = source.filled(group) & rows[group]; bits != 0; bits &= bits - 1) {
-            const std::uint32_t row = group * kGroupRows + static_cast<std::uint32_t>(std::countr_zero(bits));
-            set(row, *source.get(row));
-        }
+    m_blocks.resize(std::min(source.m_blocks.size(), blocksOf(rows)));
+    for (std::size_t index = 0; index < m_blocks.size(); ++index)
+        copyBlock(m_blocks[index], source.m_blocks[index], bitsOfBlock(rows, index));
+}
+
+void WordColumn::copyBlock(WordBlock& to, const WordBlock& from, const RowBits& rows) {
+    const RowBits kept = commonBits(from.filled(), rows);
+    if (kept == from.filled()) {
+        to = from;
+        return;
+    }
+    to.reserve(countBits(kept));
+    eachBit(kept, [&](std::uint32_t place) { to.set(place, from.value(place)); });
 }
 
 } // namespace tallybook::model

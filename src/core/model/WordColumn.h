@@ -20,11 +20,35 @@ using RowBits = std::array<std::uint64_t, kBlockRows / kGroupRows>;
 inline bool bitOf(const RowBits& bits, std::uint32_t place) {
     return (bits[place >> 6] >> (place & 63) & 1) != 0;
 }
+inline bool anyBit(const RowBits& bits) {
+    return std::any_of(bits.begin(), bits.end(), [](std::uint64_t group) { return group != 0; });
+}
 inline void setBit(RowBits& bits, std::uint32_t place) {
     bits[place >> 6] |= std::uint64_t{1} << (place & 63);
 }
 inline void clearBit(RowBits& bits, std::uint32_t place) {
     bits[place >> 6] &= ~(std::uint64_t{1} << (place & 63));
+}
+
+inline RowBits commonBits(RowBits bits, const RowBits& others) {
+    for (std::size_t group = 0; group < bits.size(); ++group)
+        bits[group] &= others[group];
+    return bits;
+}
+std::uint32_t countBits(const RowBits& bits);
+
+// The bits of a block's 256 rows out of those of all rows, where bit n of number g is row g * 64 + n; rows behind the
+// last number have none. And the number of blocks that the rows lie in.
+RowBits bitsOfBlock(std::span<const std::uint64_t> rows, std::size_t block);
+inline std::size_t blocksOf(std::span<const std::uint64_t> rows) {
+    return (rows.size() + RowBits{}.size() - 1) / RowBits{}.size();
+}
+
+// Calls visit(place) for each bit that is set, in rising order.
+template <class Visit> void eachBit(const RowBits& bits, Visit&& visit) {
+    for (std::uint32_t group = 0; group < bits.size(); ++group)
+        for (std::uint64_t left = bits[group]; left != 0; left &= left - 1)
+            visit(group * kGroupRows + static_cast<std::uint32_t>(std::countr_zero(left)));
 }
 
 // The values of up to 256 rows: a bit for each row that has one, and the values packed in row order, so that
@@ -34,6 +58,7 @@ public:
     bool has(std::uint32_t place) const { return bitOf(m_filled, place); }
     bool empty() const { return m_values.empty(); }
     std::size_t count() const { return m_values.size(); }
+    void reserve(std::size_t count) { m_values.reserve(count); }
     // Makes room for about as many values as another block has: neighbours are most likely to be filled alike.
     void reserveLike(const WordBlock& other) {
         const std::size_t count = other.count();
@@ -46,15 +71,14 @@ public:
             m_values.shrink_to_fit();
     }
 
-    // The rows of a group of 64 that have a value, a bit each.
+    // The rows that have a value, a bit each: of a group of 64, and of all.
     std::uint64_t filled(std::uint32_t group) const { return m_filled[group]; }
+    const RowBits& filled() const { return m_filled; }
 
     // Calls visit(place, value) for each row that has a value, in the order of the rows.
     template <class Visit> void each(Visit&& visit) const {
         const std::uint32_t* value = m_values.data();
-        for (std::uint32_t group = 0; group < m_filled.size(); ++group)
-            for (std::uint64_t rows = m_filled[group]; rows != 0; rows &= rows - 1)
-                visit(group * kGroupRows + static_cast<std::uint32_t>(std::countr_zero(rows)), *value++);
+        eachBit(m_filled, [&](std::uint32_t place) { visit(place, *value++); });
     }
 
     // The value of a row that has one.
@@ -116,6 +140,7 @@ public:
 
 private:
     void beginBlock(std::uint32_t index);
+    static void copyBlock(WordBlock& to, const WordBlock& from, const RowBits& rows);
 
     std::vector<WordBlock> m_blocks;
 };
