@@ -31,6 +31,7 @@ bool hasNoRecords(const Document& doc) {
 
 void clearDocument(Document& doc) {
     Clearg_CurrDB20(doc.CurrDB20);
+    doc.External.clear();
     doc.DocModified = false;
     doc.FileOK = false;
     doc.Is2xFormat = true;

@@ -3,6 +3,7 @@
 
 #include "core/model/DatabaseModel.h"
 #include "core/model/EditorState.h"
+#include "core/model/ExternalTables.h"
 #include "core/model/GridModel.h"
 #include "core/model/RecordTables.h"
 
@@ -39,8 +40,9 @@ struct Document {
     RecordKeys RecKeys{grd.order()};
     CellLongTable CellLongs{grd.order()};
     CellValTable CellVals{grd.order()};
-    int NumDataRecs = 0; // records; the grid has one row more than none
-    int NumFileRecs = 0; // NumDataRecs and the 87 fixed ones
+    ExternalTables External; // what joins and lookups show, read when the file was opened
+    int NumDataRecs = 0;     // records; the grid has one row more than none
+    int NumFileRecs = 0;     // NumDataRecs and the 87 fixed ones
 
     bool DocModified = false;
     bool FileOK = false; // the last read or save ended well

@@ -65,7 +65,10 @@ public:
     virtual Result<std::unique_ptr<OutputFile>> create(const std::filesystem::path& path,
                                                        const std::filesystem::path& like) = 0;
     virtual Status rename(const std::filesystem::path& from, const std::filesystem::path& to) = 0;
-    virtual Status remove(const std::filesystem::path& path) = 0;     // a file; a missing one is an error
+    virtual Status remove(const std::filesystem::path& path) = 0; // a file; a missing one is an error
+    // A file to the user's trash, from where it can be had back. Where there is no trash this is an error; a file is
+    // never removed instead.
+    virtual Status moveToTrash(const std::filesystem::path& path);
     virtual Status makeFolder(const std::filesystem::path& path) = 0; // its parents exist; mode 0700
     virtual Status syncFolder(const std::filesystem::path& path) = 0;
     // The names in a folder, in byte order.

@@ -56,6 +56,7 @@ inline std::string savedUnsafely(std::string_view path, std::string_view cause) 
     return quoted(path) + " was saved, but the disk did not confirm it. Save it again, or elsewhere. " +
            std::string(cause);
 }
+inline constexpr std::string_view kNoTrash = "there is no trash to move it to";
 inline constexpr std::string_view kReadBackDiffers = "What was read back differs from what was written.";
 inline constexpr std::string_view kNoTemporaryName = "there are too many temporary files beside it";
 
@@ -84,6 +85,9 @@ inline std::string noPictureThere(std::string_view path, std::int64_t position) 
 inline std::string pictureTooLarge(std::string_view path, std::int64_t most) {
     return "The picture " + quoted(path) + " has more than " + std::to_string(most) + " bytes.";
 }
+
+// A join whose other database has a header that says the older format.
+inline constexpr std::string_view kOlderNotRead = "Tallybooks of the older format cannot be joined yet.";
 
 // Names for new files. The dialog is shown again.
 inline constexpr std::string_view kNameTooLong = "Filename not valid.  A file name may have at most 240 bytes.";
