@@ -9,6 +9,7 @@
 #include "core/document/Recalculate.h"
 #include "core/document/Records.h"
 #include "core/document/Sort.h"
+#include "core/document/ViewPlace.h"
 #include "core/document/Views.h"
 
 #include <charconv>
@@ -207,6 +208,7 @@ ScriptRunner::Failure ScriptRunner::doDelete(const Words&) {
     if (Failure failure = noModal())
         return failure;
     document::deleteRecord(m_doc, m_services);
+    document::leaveHiddenRows(m_doc);
     return std::nullopt;
 }
 
@@ -300,6 +302,7 @@ ScriptRunner::Failure ScriptRunner::doSort(const Words& words) {
         return *reason;
     document::SortGrid(m_doc, m_services, model::slotOfColumn(std::get<int>(column)),
                        descending ? document::SortDirection::Descending : document::SortDirection::Ascending);
+    document::leaveHiddenRows(m_doc);
     return std::nullopt;
 }
 

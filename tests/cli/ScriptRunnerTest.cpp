@@ -427,6 +427,13 @@ TEST(ScriptViewsTest, filtersHideRecords) {
               "");
 }
 
+TEST(ScriptViewsTest, aDeletionGoesOnWithARecordThatIsShown) {
+    ScriptSession session(databaseWithViews());
+    EXPECT_EQ(session.run("filter Some\ngoto 1 Title\nanswer yes\ndelete\n"
+                          "expect-cell 1 Title \"Second\"\nexpect-at 2 Title"),
+              "");
+}
+
 TEST(ScriptViewsTest, recordsOfAViewAreEditedInTheGrid) {
     ScriptSession session(databaseWithViews());
     EXPECT_EQ(session.run("view Counts\nexpect-view Counts\n"

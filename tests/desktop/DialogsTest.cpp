@@ -382,6 +382,10 @@ TEST_F(SecuritySettingDialog, hasNoPasswordToChangeWhereNoneIsSet) {
     choose(5);
     script.expectMessage(QStringLiteral("No existing password to change"));
     press("cmdChange");
+    EXPECT_EQ(dialog->findChild<QGroupBox*>(QStringLiteral("FrmPassword"))->title(),
+              QStringLiteral("Copy Password:"));
+    EXPECT_EQ(hint(), QStringLiteral("Enter New Password and Confirm Password and then Click OK"));
+    EXPECT_TRUE(visible("txtNew"));
 }
 
 TEST_F(SecuritySettingDialog, cancelLeavesTheChoiceAndCloseTheDialog) {

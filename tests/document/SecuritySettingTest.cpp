@@ -64,8 +64,8 @@ TEST_F(Security, modesFollowTheChoice) {
     const std::string verify = "Enter existing password and then Click Verify";
     const Row rows[] = {
         {false, PasswordAction::Set, Mode::New, kEnterNew, "", false, true},
-        {false, PasswordAction::Delete, Mode::None, "", "", false, false},
-        {false, PasswordAction::Change, Mode::None, "", "", false, false},
+        {false, PasswordAction::Delete, Mode::New, kEnterNew, "", false, true},
+        {false, PasswordAction::Change, Mode::New, kEnterNew, "", false, true},
         {true, PasswordAction::Set, Mode::Change, verify, "&Verify", true, false},
         {true, PasswordAction::Change, Mode::Change, verify, "&Verify", true, false},
         {true, PasswordAction::Delete, Mode::Delete, "Enter existing password and then Click Delete ", "&Delete",
@@ -78,6 +78,7 @@ TEST_F(Security, modesFollowTheChoice) {
         t.user.messages.clear();
         dialog.choose(PasswordKind::View, row.action);
         EXPECT_EQ(dialog.mode(), row.mode);
+        EXPECT_EQ(dialog.frameCaption(), "View Change Password:");
         EXPECT_EQ(dialog.hint(), row.hint);
         EXPECT_EQ(dialog.verifyCaption(), row.verifyCaption);
         EXPECT_EQ(dialog.asksExisting(), row.asksExisting);

@@ -32,11 +32,12 @@ void SecuritySetting::choose(PasswordKind kind, PasswordAction action) {
     cancel();
     m_kind = kind;
     m_compare = stored();
-    if (isSet(kind))
+    if (isSet(kind)) {
         m_mode = action == PasswordAction::Delete ? Mode::Delete : Mode::Change;
-    else if (action == PasswordAction::Set)
-        m_mode = Mode::New;
-    else if (action == PasswordAction::Change)
+        return;
+    }
+    m_mode = Mode::New;
+    if (action == PasswordAction::Change)
         say(m_services, "No existing password to change");
 }
 

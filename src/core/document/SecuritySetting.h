@@ -39,8 +39,8 @@ public:
 
     bool isSet(model::PasswordKind kind) const;
 
-    // The choice of a kind with what to do. Set on a kind with a password asks for the old one first; Change on a
-    // kind without one gives its message, and Delete on one does nothing.
+    // The choice of a kind with what to do. Set on a kind with a password asks for the old one first. A kind without
+    // one is open for a new one whatever was chosen; Change gives its message before.
     void choose(model::PasswordKind kind, PasswordAction action);
 
     Verified verify(std::string_view typed);                           // CmdVerify

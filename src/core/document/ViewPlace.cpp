@@ -24,6 +24,13 @@ void leaveHiddenRow(model::GridModel& grid) {
     grid.setCell(grid.visibleRow(std::min(grid.visiblePosition(row), grid.visibleRows() - 1)), grid.col());
 }
 
+void leaveHiddenRows(model::Document& doc) {
+    if (doc.editor.open())
+        return;
+    leaveHiddenRow(doc.grd);
+    leaveHiddenRow(doc.ViewGrd);
+}
+
 void takePlaceFromView(model::Document& doc) {
     const model::GridModel& view = doc.ViewGrd;
     if (!isViewShown(doc) || view.col() < 1)

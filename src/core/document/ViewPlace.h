@@ -9,6 +9,9 @@ namespace tallybook::document {
 // a record that cannot be seen. Nothing where no row is visible.
 void leaveHiddenRow(model::GridModel& grid);
 
+// The same in grd and in the view, after what moves or takes away records. An open edit keeps its cell.
+void leaveHiddenRows(model::Document& doc);
+
 // Before a search, which goes through grd: the cell that is current in the view becomes current in grd. A column of
 // grd that the view does not show stays current while the view's row is the same. Nothing without a view.
 void takePlaceFromView(model::Document& doc);

@@ -1,6 +1,7 @@
 #include "desktop/dialogs/frmPwd.h"
 
 #include "core/pdb/Passwords.h"
+#include "core/platform/Operation.h"
 #include "desktop/platform/Text.h"
 #include "ui_frmPwd.h"
 
@@ -13,6 +14,10 @@ namespace {
 using document::PasswordAction;
 using document::SecuritySetting;
 
+constexpr std::string_view kList = "Security Setting : List";
+constexpr std::string_view kVerify = "Security Setting : Verify";
+constexpr std::string_view kOk = "Security Setting : OK";
+
 void showAll(std::initializer_list<QWidget*> widgets, bool visible) {
     for (QWidget* widget : widgets)
         widget->setVisible(visible);
@@ -21,7 +26,7 @@ void showAll(std::initializer_list<QWidget*> widgets, bool visible) {
 } // namespace
 
 frmPwd::frmPwd(model::Document& doc, platform::Services& services, QWidget* parent)
-    : QDialog(parent), m_ui(std::make_unique<Ui::frmPwd>()), m_setting(doc, services) {
+    : QDialog(parent), m_ui(std::make_unique<Ui::frmPwd>()), m_services(services), m_setting(doc, services) {
     m_ui->setupUi(this);
     m_ui->lstPwd->setHeaderLabels({tr("Password"), tr("State")});
     m_ui->lstPwd->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
@@ -31,8 +36,10 @@ frmPwd::frmPwd(model::Document& doc, platform::Services& services, QWidget* pare
     connect(m_ui->lstPwd, &QTreeWidget::itemSelectionChanged, this, [this] { choose(PasswordAction::Set); });
     connect(m_ui->cmdChange, &QPushButton::clicked, this, [this] { choose(PasswordAction::Change); });
     connect(m_ui->cmdDelete, &QPushButton::clicked, this, [this] { choose(PasswordAction::Delete); });
-    connect(m_ui->CmdVerify, &QPushButton::clicked, this, &frmPwd::verify);
-    connect(m_ui->cmdOK, &QPushButton::clicked, this, &frmPwd::confirm);
+    connect(m_ui->CmdVerify, &QPushButton::clicked, this,
+            [this] { platform::runOperation(m_services.ui, kVerify, [this] { verify(); }); });
+    connect(m_ui->cmdOK, &QPushButton::clicked, this,
+            [this] { platform::runOperation(m_services.ui, kOk, [this] { confirm(); }); });
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, [this] {
         m_setting.cancel();
         LoadPwdFrm();
@@ -59,7 +66,8 @@ void frmPwd::choose(PasswordAction action) {
     const auto selected = m_ui->lstPwd->selectedItems();
     if (selected.isEmpty())
         return;
-    m_setting.choose(static_cast<model::PasswordKind>(m_ui->lstPwd->indexOfTopLevelItem(selected.first())), action);
+    const auto kind = static_cast<model::PasswordKind>(m_ui->lstPwd->indexOfTopLevelItem(selected.first()));
+    platform::runOperation(m_services.ui, kList, [&] { m_setting.choose(kind, action); });
     showPanel();
 }
 

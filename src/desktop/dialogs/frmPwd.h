@@ -28,6 +28,7 @@ private:
     void confirm();
 
     std::unique_ptr<Ui::frmPwd> m_ui;
+    platform::Services& m_services;
     document::SecuritySetting m_setting;
 };
 

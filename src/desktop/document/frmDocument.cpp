@@ -113,10 +113,8 @@ void frmDocument::showDocument() {
 }
 
 void frmDocument::leaveHiddenRows() {
-    if (m_doc == nullptr || m_doc->editor.open())
-        return;
-    document::leaveHiddenRow(m_doc->grd);
-    document::leaveHiddenRow(m_doc->ViewGrd);
+    if (m_doc != nullptr)
+        document::leaveHiddenRows(*m_doc);
 }
 
 void frmDocument::perform(const EditAction& action) {
