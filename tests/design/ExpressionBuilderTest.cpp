@@ -169,6 +169,19 @@ TEST_F(ExpressionBuilder, resetKeepsTheFormat) {
     EXPECT_EQ(ResetExpression(choices), expected);
 }
 
+TEST_F(ExpressionBuilder, anotherFormatKeepsTheSignsThatItHas) {
+    SimpleChoices choices;
+    choices.operators = {1, 2, 3}; // +, -, *
+    choices.operands[1].position = 3;
+    const SimpleChoices days = selectFormat(choices, 1); // the first list has "-" and "+"
+    EXPECT_EQ(days.format, 1);
+    EXPECT_EQ(days.operators, (std::array<int, kOperators>{2}));
+    EXPECT_EQ(days.operands, choices.operands);
+    EXPECT_EQ(selectFormat(days, 0).operators, (std::array<int, kOperators>{1}));
+    EXPECT_EQ(selectFormat(days, 4).operators, (std::array<int, kOperators>{})); // "-" alone
+    EXPECT_EQ(selectFormat(SimpleChoices{.format = -1, .operands = {}, .operators = {}}, 4).format, 4);
+}
+
 TEST_F(ExpressionBuilder, listsWhatCanBeInserted) {
     EXPECT_EQ(insertionEntries(InsertionList::cmbAdvField, db),
               (Texts{"(Fields)", "Count", "Price", "Bought", "At", "Note", "Size", "[Net price]"}));

@@ -39,6 +39,21 @@ SimpleChoices ResetExpression(const SimpleChoices& choices) {
     return empty;
 }
 
+SimpleChoices selectFormat(const SimpleChoices& choices, int format) {
+    SimpleChoices changed = choices;
+    changed.format = format;
+    for (int list = 0; list < kOperators; ++list) {
+        int& sign = changed.operators[static_cast<std::size_t>(list)];
+        const auto before = operatorEntries(choices.format, list);
+        const auto now = operatorEntries(format, list);
+        const bool chosen = sign > 0 && sign < static_cast<int>(before.size());
+        const auto same =
+            chosen ? std::find(now.begin(), now.end(), before[static_cast<std::size_t>(sign)]) : now.end();
+        sign = same == now.end() ? 0 : static_cast<int>(same - now.begin());
+    }
+    return changed;
+}
+
 std::string_view ShowFormat(int format) {
     static constexpr std::array<std::string_view, 13> kTexts = {
         "Operation(s) with Checkbox, Integer, Long, Floating, Expression, External Lookup",

@@ -21,6 +21,9 @@ bool VerifyExpression(const SimpleChoices& choices, const model::DatabaseModel& 
 // The choices with every operand and operator empty; the format stays.
 SimpleChoices ResetExpression(const SimpleChoices& choices);
 
+// A selection in cmbExpFormat: each operator list keeps its sign where the format has it, and is blank otherwise.
+SimpleChoices selectFormat(const SimpleChoices& choices, int format);
+
 // The text of LblFormat for a position of `cmbExpFormat`; empty when none is chosen.
 std::string_view ShowFormat(int format);
 

@@ -9,6 +9,15 @@ inline constexpr std::string_view kFieldLoading = "Field Properties : Loading";
 inline constexpr std::string_view kFieldAttributes = "Field Properties : Fill Attributes (Procedure)";
 inline constexpr std::string_view kFieldValues = "Field Properties : Fill Attribute Values (Procedure)";
 inline constexpr std::string_view kFieldType = "Field Properties : Field Type";
+inline constexpr std::string_view kFieldDefault = "Field Properties : Default";
+inline constexpr std::string_view kFieldListItems = "Field Properties : List Items";
+inline constexpr std::string_view kFieldAutoWriter = "Field Properties : Auto Writer";
+inline constexpr std::string_view kFieldAddToList = "Field Properties : Add To List";
+inline constexpr std::string_view kFieldRemoveFromList = "Field Properties : Remove From List";
+inline constexpr std::string_view kFieldFormat = "Field Properties : Show Format (Procedure)";
+inline constexpr std::string_view kFieldClearExpression = "Field Properties : Clear Expression";
+inline constexpr std::string_view kFieldSource = "Field Properties : External Database";
+inline constexpr std::string_view kFieldCondition = "Field Properties : Condition";
 inline constexpr std::string_view kFieldOk = "Field Properties : OK";
 
 inline constexpr std::string_view kFilterLoading = "Filter Designer: Loading";

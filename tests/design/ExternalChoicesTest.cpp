@@ -1,0 +1,115 @@
+#include "core/design/ExternalChoices.h"
+
+#include "core/pdb/Database.h"
+#include "support/TestServices.h"
+
+#include <gtest/gtest.h>
+
+namespace tallybook::design {
+namespace {
+
+using model::FieldType;
+using Entries = std::vector<NumberedEntry>;
+
+class ExternalChoices : public testing::Test {
+protected:
+    ExternalChoices() {
+        doc.CurrFolder = "/data";
+        doc.CurrFilePath = "/data/MS2_Books.pdb";
+        t.files.addFolder("/data");
+    }
+    // A database of three fields, with one named view.
+    void putPublishers(const char* path) {
+        model::Document other;
+        model::clearDocument(other);
+        other.CurrDB20.DBName = "MS2_Our Publishers";
+        other.CurrDB20.Fields[1] = {.Type = FieldType::Text, .Name = "Name", .Default = {}};
+        other.CurrDB20.Fields[2] = {.Type = FieldType::Memo, .Name = "Remarks", .Default = {}};
+        other.CurrDB20.Fields[4] = {.Type = FieldType::Key, .Name = "Number", .Default = {}};
+        other.CurrDB20.Views[2].Name = "All of them";
+        other.CurrDB20.Views[2].Columns[0].Field = 1;
+        other.CurrDB20.NumViews = 3;
+        auto built = pdb::buildDatabase(other, t);
+        ASSERT_TRUE(built);
+        t.files.put(path, built.value().bytes);
+    }
+
+    test::TestServices t;
+    model::Document doc;
+};
+
+TEST_F(ExternalChoices, areTheOtherTallybooksOfTheFolder) {
+    for (const char* name : {"MS2_Books.pdb", "MS2_Loans.PDB", "ms2_notes.pdb", "MSA_Old.pdb", "MS2_Notes.txt",
+                             "Addresses.pdb", "MS2_Our_Publishers.pdb"})
+        t.files.put(std::filesystem::path("/data") / name, {1});
+    EXPECT_EQ(otherTallybooks(doc, t), (std::vector<std::string>{"MS2_Loans", "MS2_Our_Publishers", "ms2_notes"}));
+}
+
+TEST_F(ExternalChoices, areNoneWhereThereIsNoFolder) {
+    doc.CurrFolder.clear();
+    EXPECT_TRUE(otherTallybooks(doc, t).empty());
+    doc.CurrFolder = "/gone";
+    EXPECT_TRUE(otherTallybooks(doc, t).empty());
+    EXPECT_EQ(readOtherTallybook(doc, t, "MS2_Loans"), nullptr);
+}
+
+TEST_F(ExternalChoices, aNameIsFoundWithAndWithoutPrefixAndEnding) {
+    putPublishers("/data/MS2_Our_Publishers.pdb");
+    for (const char* name : {"MS2_Our Publishers", "Our Publishers", "MS2_Our_Publishers.pdb", "ms2_our publishers",
+                             "Our_Publishers.PDB"})
+        EXPECT_NE(readOtherTallybook(doc, t, name), nullptr) << name;
+    for (const char* name : {"", "Publishers", "MSA_Our Publishers", "../MS2_Our_Publishers"})
+        EXPECT_EQ(readOtherTallybook(doc, t, name), nullptr) << name;
+}
+
+TEST_F(ExternalChoices, onlyFilesOfTheFolderAreRead) {
+    putPublishers("/elsewhere/MS2_Our_Publishers.pdb");
+    EXPECT_EQ(readOtherTallybook(doc, t, "/elsewhere/MS2_Our_Publishers"), nullptr);
+    EXPECT_EQ(readOtherTallybook(doc, t, "../elsewhere/MS2_Our_Publishers"), nullptr);
+}
+
+TEST_F(ExternalChoices, aFileThatCannotBeReadIsNone) {
+    t.files.put("/data/MS2_Loans.pdb", {1, 2, 3});
+    EXPECT_EQ(readOtherTallybook(doc, t, "MS2_Loans"), nullptr);
+    EXPECT_TRUE(t.user.messages.empty());
+}
+
+TEST_F(ExternalChoices, areViewsFieldsAndKeysByName) {
+    putPublishers("/data/MS2_Our_Publishers.pdb");
+    const auto other = readOtherTallybook(doc, t, "MS2_Our_Publishers");
+    ASSERT_NE(other, nullptr);
+    EXPECT_EQ(other->DBName, "MS2_Our Publishers");
+    EXPECT_EQ(otherViews(other.get()), (Entries{{2, "All of them"}}));
+    EXPECT_EQ(otherFields(other.get()), (Entries{{1, "Name"}, {2, "Remarks"}, {4, "Number"}}));
+    EXPECT_EQ(otherKeyFields(other.get()), (Entries{{1, "Name"}, {4, "Number"}}));
+    EXPECT_EQ(keyTypeOf(other.get(), 4), 11);
+    EXPECT_EQ(keyTypeOf(other.get(), 1), 1);
+    EXPECT_EQ(keyTypeOf(other.get(), 2), std::nullopt); // a memo is no key
+    EXPECT_EQ(keyTypeOf(other.get(), 0), std::nullopt);
+}
+
+TEST_F(ExternalChoices, areNumbersWhenTheStructureIsNotKnown) {
+    EXPECT_EQ(otherViews(nullptr).size(), 12U);
+    EXPECT_EQ(otherViews(nullptr).front(), (NumberedEntry{0, "View 01"}));
+    EXPECT_EQ(otherFields(nullptr).size(), 80U);
+    EXPECT_EQ(otherFields(nullptr).back(), (NumberedEntry{80, "Field 80"}));
+    EXPECT_EQ(keyTypeOf(nullptr, 1), std::nullopt);
+}
+
+TEST_F(ExternalChoices, aLookupFollowsAJoin) {
+    doc.CurrDB20.Fields[3] = {.Type = FieldType::DBJoin, .Name = "Publisher", .Default = {}};
+    doc.CurrDB20.Fields[5] = {.Type = FieldType::DBLookup, .Name = "City", .Default = {}};
+    EXPECT_EQ(joinsOf(doc.CurrDB20), (Entries{{3, "Publisher"}}));
+}
+
+TEST_F(ExternalChoices, aNumberThatNoEntryHasIsAddedAndNotLost) {
+    Entries entries = {{1, "Name"}, {4, "Number"}};
+    EXPECT_EQ(positionOfNumber(entries, std::nullopt), -1);
+    EXPECT_EQ(positionOfNumber(entries, std::uint8_t{4}), 1);
+    EXPECT_EQ(entries.size(), 2U);
+    EXPECT_EQ(positionOfNumber(entries, std::uint8_t{9}), 2);
+    EXPECT_EQ(entries.back(), (NumberedEntry{9, "(9)"}));
+}
+
+} // namespace
+} // namespace tallybook::design
