@@ -7,6 +7,7 @@
 #include "desktop/dialogs/dlgMulFilter.h"
 #include "desktop/dialogs/dlgRadio.h"
 #include "desktop/dialogs/frmAbout.h"
+#include "desktop/dialogs/frmFieldProp.h"
 #include "desktop/dialogs/frmFindForm.h"
 #include "desktop/dialogs/frmListEditor.h"
 #include "desktop/dialogs/frmLogin.h"
@@ -235,6 +236,42 @@ TEST_P(Pictures, lists) {
     showAndKeep(text, "dlgAutoWriter");
     dlgAutoWriter number({"100", "250"}, dlgAutoWriter::Choice::One, nullptr);
     showAndKeep(number, "dlgAutoWriter-number");
+}
+
+// A field with something in every panel.
+void fillPanels(model::DatabaseModel& db, int slot) {
+    db.Fields[static_cast<std::size_t>(slot)].AutoWriter = 1;
+    db.Fields[static_cast<std::size_t>(slot)].Default = "2";
+    db.Lists[slot] = {{1, 2, 3}, {"Novel", "Essay", "Letters"}};
+    db.Expressions[slot].Tokens[0] = 86;
+    db.Expressions[slot].TokenTexts[0] = "12.5";
+    db.Expressions[slot].Tokens[1] = 92;
+    db.Expressions[slot].Tokens[2] = kPages;
+    db.CondExprs[slot].CondFields[0] = kPages;
+    db.CondExprs[slot].CondOps[0] = 'L';
+    db.CondExprs[slot].CondValues[0] = "100";
+    db.CondExprs[slot].TrueText = "Thin";
+    db.CondExprs[slot].FalseField = kTitle;
+    db.CondExprs[slot].FalseKind = 3;
+    db.Externals[slot].Source = "MS2_Publishers";
+    db.Externals[slot].MatchField = 2;
+    db.Externals[slot].SourceField = kJoin;
+    db.OneToManys[slot].Source = "MS2_Loans";
+    db.OneToManys[slot].Label1 = "Lent to";
+}
+
+TEST_P(Pictures, fieldProperties) {
+    model::Document sample;
+    makeSample(sample, regional);
+    fillPanels(sample.CurrDB20, kKind);
+    for (int type = 0; type < model::kFieldTypes; ++type) {
+        sample.CurrDB20.Fields[kKind].Type = static_cast<model::FieldType>(type);
+        if (sample.CurrDB20.Fields[kKind].Type == model::FieldType::AdvExpression)
+            sample.CurrDB20.Expressions[kKind] = {.ResultType = 0, .Tokens = {kPages, 90, kPrice}};
+        desktop::frmFieldProp form(sample, services, kKind, design::FieldPropMode::Document, nullptr);
+        const QString name = QStringLiteral("frmFieldProp-%1").arg(type, 2, 10, QLatin1Char('0'));
+        showAndKeep(form, name.toLatin1().constData());
+    }
 }
 
 TEST_P(Pictures, securitySetting) {

@@ -75,7 +75,7 @@ constexpr std::array kCommands = {
             "Show or hide the columns without a field"},
     Command{"mnuViewFieldTypes", "&Field Types", "", 0, "", "", WithDocument, kBuilt, "mnuView", false,
             "Show or hide the row of field types"},
-    Command{"mnuViewFieldProp", "Field &Properties...", "Alt+Return", 0, "", "", WithDocument, kToCome, "mnuView",
+    Command{"mnuViewFieldProp", "Field &Properties...", "Alt+Return", 0, "", "", WithDocument, kBuilt, "mnuView",
             kLine, "Change the field of the current column"},
 
     Command{"mnuFormDesigner", "&Form Designer...", "", 26, "formdesg", "Form Designer", WithDocument, kToCome,
@@ -98,7 +98,7 @@ constexpr std::array kCommands = {
             "Sort the records on this column"},
     Command{"mnuColumnSortd", "Sort &Descending", "", 0, "", "", WithDocument, kBuilt, "mnuColumn", false,
             "Sort the records on this column, the last first"},
-    Command{"mnuFieldProps", "Field &Properties...", "", 0, "", "", WithDocument, kToCome, "mnuColumn", kLine,
+    Command{"mnuFieldProps", "Field &Properties...", "", 0, "", "", WithDocument, kBuilt, "mnuColumn", kLine,
             "Change the field of this column"},
     Command{"mnuColumnConvertToKeys", "Convert to &Keys", "", 0, "", "", WithDocument, kBuilt, "mnuColumn", false,
             "Make the numbers of this column the keys of the records"},

@@ -1,4 +1,5 @@
 // What each command of the main window does: one call of the core, its result shown.
+#include "core/design/FieldProps.h"
 #include "core/document/CellEditing.h"
 #include "core/document/OpenSave.h"
 #include "core/document/Recalculate.h"
@@ -11,6 +12,7 @@
 #include "core/shell/ProgramSettings.h"
 #include "core/shell/Version.h"
 #include "desktop/dialogs/frmAbout.h"
+#include "desktop/dialogs/frmFieldProp.h"
 #include "desktop/dialogs/frmFindForm.h"
 #include "desktop/dialogs/frmPwd.h"
 #include "desktop/document/CellEditors.h"
@@ -58,6 +60,8 @@ std::span<const frmMain::Route> frmMain::routes() {
         {"mnuViewStatusBar", &frmMain::mnuViewStatusBar, "Tallybook Pocket : Status Bar"},
         {"mnuViewNotUsedFields", &frmMain::changeDisplay, "Tallybook Pocket : Not Used Fields"},
         {"mnuViewFieldTypes", &frmMain::changeDisplay, "Tallybook Pocket : Field Types"},
+        {"mnuViewFieldProp", &frmMain::fieldProps, "Tallybook Pocket : Field Properties"},
+        {"mnuFieldProps", &frmMain::fieldProps, "Tallybook Pocket : Field Properties"},
         {"mnuToolsSecurity", &frmMain::mnuToolsSecurity, "Tallybook Pocket : Security Setting"},
         {"mnuRecalculateExpressions", &frmMain::mnuRecalculateExpressions,
          "Tallybook Pocket : Recalculate Expressions"},
@@ -198,6 +202,17 @@ void frmMain::changeDisplay() {
     shell::saveDisplayChoices(m_choices, m_settings);
     saveSettings();
     document::FormatGrid(*m_doc, m_choices);
+}
+
+void frmMain::fieldProps() {
+    const std::optional<int> slot = design::fieldPropsSlot(*m_doc);
+    if (!slot || !design::mayOpenFieldProps(*m_doc, m_services, *slot))
+        return;
+    m_document->showDocument();
+    frmFieldProp form(*m_doc, m_services, *slot, design::FieldPropMode::Document, this);
+    if (form.exec() == QDialog::Accepted)
+        design::fieldPropsAccepted(*m_doc, m_services, m_choices);
+    m_document->leaveHiddenRows();
 }
 
 void frmMain::mnuToolsSecurity() {

@@ -66,6 +66,7 @@ private:
     void mnuViewToolbar();
     void mnuViewStatusBar();
     void changeDisplay(); // mnuViewNotUsedFields, mnuViewFieldTypes
+    void fieldProps();    // mnuViewFieldProp, mnuFieldProps
     void mnuToolsSecurity();
     void mnuRecalculateExpressions();
     void mnuHelp();

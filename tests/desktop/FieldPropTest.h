@@ -1,0 +1,74 @@
+// Field Properties in the hands of a test: its controls by name, and what a user does with them.
+#pragma once
+
+#include "desktop/DialogChecks.h"
+#include "desktop/WindowTest.h"
+#include "desktop/dialogs/frmFieldProp.h"
+#include "desktop/document/frmDocument.h"
+
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QLineEdit>
+
+namespace tallybook::test {
+
+template <class T> T* child(const QWidget& window, const char* name, int place = 0) {
+    T* found = window.findChildren<T*>(QString::fromLatin1(name)).value(place);
+    EXPECT_NE(found, nullptr) << name;
+    return found;
+}
+
+inline void clickOn(QWidget& window, const char* button, int place = 0) {
+    QTest::mouseClick(child<QAbstractButton>(window, button, place), Qt::LeftButton);
+}
+
+// Picks an entry of a list as a user does who has let it drop down.
+inline void choose(QComboBox* box, const char* entry) {
+    const int position = box->findText(QString::fromLatin1(entry));
+    ASSERT_GE(position, 0) << box->objectName().toStdString() << ": " << entry;
+    box->setFocus();
+    box->showPopup();
+    box->view()->setCurrentIndex(box->model()->index(position, 0));
+    QTest::keyClick(box->view(), Qt::Key_Return);
+}
+inline void choose(QWidget& window, const char* list, const char* entry, int place = 0) {
+    choose(child<QComboBox>(window, list, place), entry);
+}
+
+inline void enter(QLineEdit* line, const char* text) {
+    line->setFocus();
+    line->selectAll();
+    QTest::keyClick(line, Qt::Key_Delete);
+    QTest::keyClicks(line, QString::fromLatin1(text));
+}
+inline void enter(QWidget& window, const char* line, const char* text, int place = 0) {
+    enter(child<QLineEdit>(window, line, place), text);
+}
+
+inline void ok(QWidget& window) {
+    clickOn(window, "OKButton");
+}
+
+// Presses a check box or an option with the key for it.
+inline void tick(QWidget& window, const char* box, int place = 0) {
+    auto* button = child<QAbstractButton>(window, box, place);
+    button->setFocus();
+    QTest::keyClick(button, Qt::Key_Space);
+}
+
+class FieldPropTest : public WindowTest {
+protected:
+    // Opens the dialog on a field of the open database and does what `step` does in it.
+    void open(int slot, const std::function<void(QWidget& form)>& step) {
+        script.expect([step](QWidget& form) {
+            ASSERT_EQ(form.objectName(), QStringLiteral("frmFieldProp"));
+            step(form);
+        });
+        QApplication::setActiveWindow(&window());
+        go(0, slot);
+        trigger("mnuViewFieldProp");
+    }
+    model::FieldDef& field(int slot) { return doc().CurrDB20.Fields[static_cast<std::size_t>(slot)]; }
+};
+
+} // namespace tallybook::test
