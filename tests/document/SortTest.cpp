@@ -185,6 +185,21 @@ TEST_F(Sort, categoriesAreSortedByTheirTexts) {
     EXPECT_EQ(test::columnLongs(doc, 0), (std::vector<int>{2, 0, 1}));
 }
 
+// A column keeps 4,096 different texts as its items' numbers.
+TEST_F(Sort, listOfMoreTextsThanAColumnHasItemsIsSortedToo) {
+    Texts texts;
+    for (int number = 9999; number > 5000; --number)
+        texts.push_back("Item " + std::to_string(number));
+    texts.insert(texts.end(), {"12", "", "9"});
+    Texts expected = {"9", "12", ""};
+    for (int number = 5001; number < 10000; ++number)
+        expected.push_back("Item " + std::to_string(number));
+    column(FieldType::List, texts);
+    EXPECT_EQ(sorted(Ascending), expected);
+    std::reverse(expected.begin(), expected.end());
+    EXPECT_EQ(sorted(Descending), expected);
+}
+
 TEST_F(Sort, columnOfTheRecordNumbersStandsForTheFirst) {
     field(kSlot, FieldType::Text);
     records(2);

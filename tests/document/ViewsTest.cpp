@@ -1,11 +1,13 @@
 #include "core/document/Views.h"
 
+#include "core/calc/EvalCond.h"
 #include "core/document/OpenSave.h"
 #include "core/document/Records.h"
 #include "core/document/Sort.h"
 #include "document/FileFixture.h"
 
 #include <gtest/gtest.h>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -789,6 +791,68 @@ TEST_F(StartView, resetChoosesTheFirstEntriesAndLeavesTheRows) {
     EXPECT_EQ(filterChosen(), "No Filter");
     EXPECT_FALSE(isViewShown(doc));
     EXPECT_EQ(doc.grd.visibleRows(), 4);
+}
+
+// Some thousand records of texts, numbers, items and days, of which some are gone again.
+class ManyRecords : public GridViews {
+protected:
+    ManyRecords() {
+        field(5, FieldType::List, "Shelf");
+        records(3000);
+        for (int record = 0; record < doc.NumDataRecs; ++record) {
+            setCell(record, 0, below(5) == 0 ? "" : "Shelf " + std::to_string(below(7)));
+            setCell(record, 1, word() + ' ' + word());
+            if (below(3) != 0)
+                setCell(record, 2, std::to_string(below(100)));
+            doc.grd.setPicture(record + kFirstDataRow, 4, below(2) == 0 ? Picture::CheckOn : Picture::CheckOff);
+            if (record < 256 || below(9) == 0) // a block without gaps, and thin ones
+                setCell(record, 4, std::to_string(1 + below(12)) + "/1/2003");
+            setCell(record, 5, word());
+        }
+        for (int gone = 0; gone < 400; ++gone)
+            model::removeRecord(doc, kFirstDataRow + below(doc.NumDataRecs));
+        filter(1, "Dear", 2, '>', "20");
+        filter(4, "Summer", 4, 'L', "7/1/2003");
+        filter(5, "First", 5, '!', "one");
+    }
+
+    int below(int limit) { return static_cast<int>(m_random() % static_cast<unsigned>(limit)); }
+    std::string word() {
+        static const char* const kWords[] = {"one", "two", "three", "four", "five"};
+        return kWords[below(5)];
+    }
+
+    // Asked one by one.
+    bool passesAll(int row, const std::vector<int>& slots) {
+        return std::all_of(slots.begin(), slots.end(), [&](int slot) {
+            return calc::EvalCondition(doc, t.services, doc.CurrDB20.Filters[static_cast<std::size_t>(slot)],
+                                       row - 1);
+        });
+    }
+
+    std::mt19937 m_random{9};
+};
+
+TEST_F(ManyRecords, areShownWhenTheySatisfyEveryFilter) {
+    view(1, "All", {1, 2, 3, 4, 5});
+    for (const std::vector<int>& slots : {std::vector<int>{}, {2}, {1, 4}, {0, 2, 5}, {0, 1}, {1, 2, 4, 5}}) {
+        doc.MultiFilterSel.reset();
+        for (const int slot : slots)
+            doc.MultiFilterSel.set(static_cast<std::size_t>(slot));
+        SetViewFilter(doc, t, "All", kSeveralFilters);
+        for (int row = kFirstDataRow; row < doc.grd.rows(); ++row) {
+            const bool shown = doc.grd.rowHeight(row) != 0;
+            ASSERT_EQ(shown, passesAll(row, slots)) << row;
+            ASSERT_EQ(doc.ViewGrd.rowHeight(row), doc.grd.rowHeight(row)) << row;
+            for (int slot = 1; slot <= 5; ++slot) {
+                ASSERT_EQ(doc.ViewGrd.text(row, slot), shown ? doc.grd.text(row, slot + 1) : "") << row;
+                ASSERT_EQ(doc.ViewGrd.picture(row, slot), shown ? doc.grd.picture(row, slot + 1) : Picture::None);
+            }
+            if (row > kFirstDataRow) {
+                ASSERT_LE(cell(row - kFirstDataRow - 1, 0), cell(row - kFirstDataRow, 0)) << row; // by category
+            }
+        }
+    }
 }
 
 } // namespace

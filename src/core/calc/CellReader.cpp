@@ -59,8 +59,11 @@ bool CellReader::isBlank(std::uint32_t row) const {
     return hasOnlyBlanks(m_texts->text(row, scratch));
 }
 
-std::optional<double> CellReader::number(std::uint32_t row) const {
-    const StoredCell cell = m_texts->stored(row);
+std::string_view CellReader::text(const StoredCell& cell, std::string& scratch) const {
+    return cell.kind == StoredCell::Kind::Word ? m_texts->coder()->text(cell.word, scratch) : cell.text;
+}
+
+std::optional<double> CellReader::number(const StoredCell& cell) const {
     if (cell.kind == StoredCell::Kind::Empty)
         return std::nullopt;
     if (cell.kind == StoredCell::Kind::Text)
@@ -70,11 +73,10 @@ std::optional<double> CellReader::number(std::uint32_t row) const {
     if (m_form.words == WordForm::Decimal) // nothing for a single that stands for no text
         return displayedValue(std::bit_cast<float>(cell.word), m_form.decimals);
     std::string scratch;
-    return parseNumber(m_texts->text(row, scratch), *m_regional);
+    return parseNumber(text(cell, scratch), *m_regional);
 }
 
-std::optional<double> CellReader::date(std::uint32_t row) const {
-    const StoredCell cell = m_texts->stored(row);
+std::optional<double> CellReader::date(const StoredCell& cell) const {
     if (cell.kind == StoredCell::Kind::Empty)
         return std::nullopt;
     if (cell.kind == StoredCell::Kind::Text)
@@ -82,7 +84,7 @@ std::optional<double> CellReader::date(std::uint32_t row) const {
     if (const auto serial = serialOfWord(m_form.words, cell.word))
         return serial;
     std::string scratch;
-    return readDate(m_texts->text(row, scratch), *m_regional, m_thisYear);
+    return readDate(text(cell, scratch), *m_regional, m_thisYear);
 }
 
 std::optional<double> CellReader::toDate(std::uint32_t row) const {

@@ -27,13 +27,18 @@ public:
     bool isBlank(std::uint32_t row) const;
 
     // As parseNumber reads the text: nothing when it is not numeric, an empty one included.
-    std::optional<double> number(std::uint32_t row) const;
+    std::optional<double> number(std::uint32_t row) const { return number(m_texts->stored(row)); }
 
     // The serial of a text that reads as a date, a time or both, as readDate.
-    std::optional<double> date(std::uint32_t row) const;
+    std::optional<double> date(std::uint32_t row) const { return date(m_texts->stored(row)); }
 
     // The same, and otherwise a numeric text within the range is the serial itself, as toDate.
     std::optional<double> toDate(std::uint32_t row) const;
+
+    // The same of a cell that was taken from the column.
+    std::string_view text(const model::StoredCell& cell, std::string& scratch) const;
+    std::optional<double> number(const model::StoredCell& cell) const;
+    std::optional<double> date(const model::StoredCell& cell) const;
 
     // The cell shows the checked picture.
     bool isChecked(std::uint32_t row) const;

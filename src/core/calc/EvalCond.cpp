@@ -1,12 +1,10 @@
 #include "core/calc/EvalCond.h"
 
-#include "core/calc/Dates.h"
+#include "core/calc/Condition.h"
+#include "core/calc/ConditionOperands.h"
 #include "core/calc/ExpressionTokens.h"
-#include "core/calc/Numbers.h"
+#include "core/calc/RowSets.h"
 
-#include <cmath>
-#include <limits>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,224 +13,9 @@ namespace tallybook::calc {
 namespace {
 
 using model::FieldType;
+using model::RowBits;
 
 constexpr int kRecordsAStep = 256; // between two looks at the progress bar
-
-bool isFieldSlot(int slot) {
-    return slot <= model::MaxUserFields;
-}
-
-FieldType typeOf(const model::DatabaseModel& db, int slot) {
-    return isFieldSlot(slot) ? db.Fields[static_cast<std::size_t>(slot)].Type : FieldType::NotUsed;
-}
-
-bool isCalculated(FieldType type) {
-    return type == FieldType::Expression || type == FieldType::AdvExpression;
-}
-
-// The time of day of a serial, as a serial of its own.
-double timeOfDay(double serial) {
-    return serial >= 0 && serial < 1 ? serial : serialOf(Date{}, timeOf(serial));
-}
-
-// How a text becomes a value.
-enum class Rule : std::uint8_t { Text, Whole, Double, Checked, Date, Time, Nothing };
-
-Rule ruleOfResult(std::uint8_t resultType) {
-    switch (resultType) {
-    case result::kFloating:
-        return Rule::Double;
-    case result::kDateAndDays:
-    case result::kDateAndMonths:
-    case result::kDateAndYears:
-        return Rule::Date;
-    case result::kDays:
-    case result::kMonths:
-    case result::kYears:
-    case result::kHours:
-    case result::kMinutes:
-    case result::kSeconds:
-        return Rule::Whole;
-    case result::kTime:
-        return Rule::Time;
-    case result::kText:
-        return Rule::Text;
-    default:
-        return Rule::Nothing;
-    }
-}
-
-// The type that goes with what a calculated field's text was read as.
-FieldType typeOfRule(Rule rule) {
-    switch (rule) {
-    case Rule::Double:
-        return FieldType::Float;
-    case Rule::Whole:
-        return FieldType::Long;
-    case Rule::Date:
-        return FieldType::Date;
-    case Rule::Time:
-        return FieldType::Time;
-    default:
-        return FieldType::Text;
-    }
-}
-
-// Constants ------------------------------------------------------------------------------------------------
-
-CondValue numericOrNot(std::string_view text, const CondContext& context) {
-    CondValue value = CondValue::ofText(text);
-    const auto number = parseNumber(text, context.regional);
-    value.numeric = number ? CondValue::Numeric::Yes : CondValue::Numeric::No;
-    value.number = number.value_or(0);
-    return value;
-}
-
-CondValue constantByRule(Rule rule, std::string_view text, const CondContext& context) {
-    const auto serial = [&] { return readDate(text, context.regional, context.now.year).value_or(0); };
-    switch (rule) {
-    case Rule::Whole:
-        return CondValue::ofNumber(toInt32(text, context.regional).value_or(0));
-    case Rule::Double:
-        return CondValue::ofNumber(parseNumber(text, context.regional).value_or(0));
-    case Rule::Date:
-        return CondValue::ofDate(serial());
-    case Rule::Time:
-        return CondValue::ofDate(timeOfDay(serial()));
-    case Rule::Nothing:
-        return {};
-    default:
-        return numericOrNot(text, context);
-    }
-}
-
-// `resultType` is that of the field that decides the format of a constant beside a calculated field.
-CondOperand readConstant(std::string_view text, FieldType type, std::uint8_t resultType, const CondContext& context) {
-    switch (type) {
-    case FieldType::Integer:
-    case FieldType::Long:
-        return {constantByRule(Rule::Whole, text, context), FieldType::Long};
-    case FieldType::Float:
-        return {constantByRule(Rule::Double, text, context), FieldType::Float};
-    case FieldType::Date:
-        if (text == "T")
-            return {CondValue::ofDate(std::floor(serialOf(context.now))), FieldType::Date};
-        return {constantByRule(Rule::Date, text, context), FieldType::Date};
-    case FieldType::Time:
-        return {constantByRule(Rule::Time, text, context), FieldType::Time};
-    case FieldType::Expression:
-    case FieldType::AdvExpression: {
-        const Rule rule = ruleOfResult(resultType);
-        return {constantByRule(rule, text, context), rule == Rule::Nothing ? type : typeOfRule(rule)};
-    }
-    default:
-        return {numericOrNot(text, context), FieldType::Text};
-    }
-}
-
-// Fields ---------------------------------------------------------------------------------------------------
-
-// A field that conditions read, its kind settled.
-class FieldOperand {
-public:
-    FieldOperand(const model::Document& doc, const CondContext& context, int slot) : m_regional(context.regional) {
-        if (!isFieldSlot(slot))
-            return;
-        m_reader.emplace(doc.grd, model::columnOfSlot(slot), context.regional, context.now.year);
-        settle(typeOf(doc.CurrDB20, slot), doc.CurrDB20.Expressions.at(slot).ResultType);
-    }
-
-    CondOperand read(std::uint32_t row, std::string& scratch) const {
-        switch (m_rule) {
-        case Rule::Text:
-            return {CondValue::ofText(m_reader->text(row, scratch)), FieldType::Text};
-        case Rule::Whole:
-            return numberOrZero(whole(row));
-        case Rule::Double:
-            return numberOrZero(m_reader->number(row));
-        case Rule::Checked:
-            return {CondValue::ofNumber(m_reader->isChecked(row) ? 1 : 0), m_filled};
-        case Rule::Date:
-            return dateOrZero(m_reader->date(row));
-        case Rule::Time: {
-            const auto serial = m_reader->date(row);
-            return dateOrZero(serial ? std::optional(timeOfDay(*serial)) : std::nullopt);
-        }
-        default:
-            return {{}, m_filled};
-        }
-    }
-
-private:
-    // A calculated field without a value is compared as a text, whatever its format.
-    void settle(FieldType type, std::uint8_t resultType) {
-        m_rule = isCalculated(type) ? ruleOfResult(resultType) : ruleOfType(type);
-        m_filled = type == FieldType::Checkbox ? FieldType::Long : type;
-        m_blank = type;
-        if (isCalculated(type)) {
-            m_filled = typeOfRule(m_rule);
-            m_blank = FieldType::Text;
-        }
-    }
-
-    static Rule ruleOfType(FieldType type) {
-        switch (type) {
-        case FieldType::Integer:
-        case FieldType::Long:
-        case FieldType::Key:
-        case FieldType::AutoIncremental:
-            return Rule::Whole;
-        case FieldType::Float:
-            return Rule::Double;
-        case FieldType::Checkbox:
-            return Rule::Checked;
-        case FieldType::Date:
-            return Rule::Date;
-        case FieldType::Time:
-            return Rule::Time;
-        default:
-            return Rule::Text;
-        }
-    }
-
-    // The nearest whole number, ties to even; nothing when the text has none within 32 bits.
-    std::optional<double> whole(std::uint32_t row) const {
-        const model::StoredCell cell = m_reader->texts().stored(row);
-        if (cell.kind == model::StoredCell::Kind::Text)
-            return toInt32(cell.text, m_regional);
-        const auto number = m_reader->number(row);
-        if (!number)
-            return std::nullopt;
-        const double rounded = std::nearbyint(*number);
-        using Limits = std::numeric_limits<std::int32_t>;
-        return rounded >= Limits::min() && rounded <= Limits::max() ? std::optional(rounded) : std::nullopt;
-    }
-
-    CondOperand numberOrZero(std::optional<double> number) const {
-        return {CondValue::ofNumber(number.value_or(0)), number ? m_filled : m_blank};
-    }
-    CondOperand dateOrZero(std::optional<double> serial) const {
-        return {CondValue::ofDate(serial.value_or(0)), serial ? m_filled : m_blank};
-    }
-
-    const platform::Regional& m_regional;
-    std::optional<CellReader> m_reader; // none beyond slot 80
-    Rule m_rule = Rule::Nothing;
-    FieldType m_filled = FieldType::Text;
-    FieldType m_blank = FieldType::Text;
-};
-
-// The format of a constant beside a calculated field is that of operand slots 0, 1 and 2 in the first, second and
-// third condition, which is the left field in the first one alone. The handheld reads them so.
-std::uint8_t resultTypeAt(const model::DatabaseModel& db, const Conditions& conditions, int position) {
-    return db.Expressions.at(conditions.slots[static_cast<std::size_t>(position / 2)]).ResultType;
-}
-
-CondOperand constantAt(const model::DatabaseModel& db, const CondContext& context, const Conditions& conditions,
-                       int position, FieldType type) {
-    const std::string_view text = conditions.constants[static_cast<std::size_t>(position / 2)];
-    return readConstant(text, type, resultTypeAt(db, conditions, position), context);
-}
 
 // Whether the right side of a condition is its field. The third goes by the slot of the second.
 bool comparesFields(const Conditions& conditions, int condition) {
@@ -345,37 +128,46 @@ public:
     bool holds(std::uint32_t row) {
         if (!m_readable)
             return true;
-        bool result = meets(m_conditions[0], row);
+        bool result = m_conditions[0].holds(row);
         for (std::size_t i = 1; i < m_conditions.size(); ++i)
-            result = joined(result, m_links[i - 1], [&] { return meets(m_conditions[i], row); });
+            result = joined(result, m_links[i - 1], [&] { return m_conditions[i].holds(row); });
         return result;
     }
 
-private:
-    struct Condition {
-        std::uint8_t code;
-        FieldOperand left;
-        std::optional<FieldOperand> right; // none: the constant
-        CondOperand constant;
-    };
+    RowBits holding(std::uint32_t block, const RowBits& rows) {
+        return m_readable ? holdingFirst(m_conditions.size(), block, rows) : rows;
+    }
 
+private:
     static std::size_t leftOf(int condition) { return static_cast<std::size_t>(condition) * 2; }
 
     void add(const model::Document& doc, const Conditions& conditions, int i) {
-        const int left = conditions.slots[leftOf(i)];
-        Condition& made = m_conditions.emplace_back(
-            Condition{conditions.operators[static_cast<std::size_t>(i)], FieldOperand(doc, m_context, left), {}, {}});
-        if (comparesFields(conditions, i))
-            made.right.emplace(doc, m_context, conditions.slots[leftOf(i) + 1]);
-        else
-            made.constant = constantAt(doc.CurrDB20, m_context, conditions, i * 2 + 1, typeOf(doc.CurrDB20, left));
+        const std::uint8_t code = conditions.operators[static_cast<std::size_t>(i)];
+        const int slot = conditions.slots[leftOf(i)];
+        const FieldOperand left(doc, m_context, slot);
+        if (comparesFields(conditions, i)) {
+            const FieldOperand right(doc, m_context, conditions.slots[leftOf(i) + 1]);
+            m_conditions.emplace_back(code, left, right, m_context);
+        } else {
+            const FieldType type = typeOf(doc.CurrDB20, slot);
+            const CondOperand constant = constantAt(doc.CurrDB20, m_context, conditions, i * 2 + 1, type);
+            m_conditions.emplace_back(code, left, constant, m_context);
+        }
     }
 
-    bool meets(const Condition& condition, std::uint32_t row) {
-        const CondOperand left = condition.left.read(row, m_leftText);
-        if (condition.right)
-            return CheckCondition(condition.code, left, condition.right->read(row, m_rightText), m_context);
-        return CheckCondition(condition.code, left, condition.constant, m_context);
+    // The rows that satisfy the first `count` conditions, joined from left to right. Reading a condition has no other
+    // effect, so the last one is asked first when it is quick, and the others only for rows that it leaves open.
+    RowBits holdingFirst(std::size_t count, std::uint32_t block, const RowBits& rows) {
+        Condition& last = m_conditions[count - 1];
+        if (count == 1)
+            return last.holding(block, rows);
+        const std::uint8_t link = m_links[count - 2];
+        if (link != 'A' && link != 'O')
+            return {};
+        const RowBits first = last.isQuick() ? last.holding(block, rows) : holdingFirst(count - 1, block, rows);
+        const RowBits open = link == 'A' ? first : rowsWithout(rows, first);
+        const RowBits second = last.isQuick() ? holdingFirst(count - 1, block, open) : last.holding(block, open);
+        return link == 'A' ? second : rowsOfBoth(first, second);
     }
 
     CondContext m_context;
@@ -383,8 +175,6 @@ private:
     bool m_readable = true;
     std::array<std::string, 3> m_constants; // which the conditions look into
     std::vector<Condition> m_conditions;
-    std::string m_leftText; // where texts that a column keeps as words are made
-    std::string m_rightText;
 };
 
 ConditionSet::ConditionSet(const model::Document& doc, const platform::Services& services,
@@ -405,6 +195,10 @@ bool ConditionSet::isReadable() const {
 
 bool ConditionSet::holds(std::uint32_t rowId) const {
     return m_prepared->holds(rowId);
+}
+
+RowBits ConditionSet::holding(std::uint32_t block, const RowBits& rows) const {
+    return m_prepared->holding(block, rows);
 }
 
 bool EvalCondition(const model::Document& doc, const platform::Services& services, const model::FilterDef& filter,

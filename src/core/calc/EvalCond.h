@@ -1,8 +1,8 @@
 // Whether a record satisfies up to three conditions: filters and Conditional Expressions.
 #pragma once
 
-#include "core/calc/CellReader.h"
 #include "core/model/Document.h"
+#include "core/model/WordColumn.h"
 #include "core/platform/Services.h"
 
 #include <array>
@@ -80,6 +80,9 @@ public:
 
     // Whether the record of a stored row satisfies the set.
     bool holds(std::uint32_t rowId) const;
+
+    // The same for many: those of the rows of a block of 256 (row ids block * 256 and on) that satisfy the set.
+    model::RowBits holding(std::uint32_t block, const model::RowBits& rows) const;
 
 private:
     class Prepared;

@@ -21,32 +21,37 @@ bool isBefore(const RowKey& a, const RowKey& b) {
     return a.key != b.key ? a.key < b.key : a.place < b.place;
 }
 
-using ByteCounts = std::array<std::array<std::uint32_t, kByteValues>, kKeyBytes>;
-
-ByteCounts countBytes(std::span<const RowKey> rows) {
-    ByteCounts counts{};
+// The bytes that are not the same in all keys, from the lowest up.
+std::vector<std::size_t> differingBytes(std::span<const RowKey> rows) {
+    std::uint64_t differences = 0;
     for (const RowKey& row : rows)
-        for (std::size_t byte = 0; byte < kKeyBytes; ++byte)
-            ++counts[byte][byteOf(row.key, byte)];
-    return counts;
+        differences |= row.key ^ rows[0].key;
+    std::vector<std::size_t> bytes;
+    for (std::size_t byte = 0; byte < kKeyBytes; ++byte)
+        if (byteOf(differences, byte) != 0)
+            bytes.push_back(byte);
+    return bytes;
 }
 
-// From the lowest byte up, each pass keeping the order of the one before. Bytes that are the same in all keys, as
-// most of a date's are, take no pass.
+// Puts the rows in the order of one byte of their keys; those where it is the same keep theirs.
+void sortByByte(std::span<const RowKey> from, std::span<RowKey> to, std::size_t byte) {
+    std::array<std::uint32_t, kByteValues> places{};
+    for (const RowKey& row : from)
+        ++places[byteOf(row.key, byte)];
+    std::uint32_t next = 0;
+    for (std::uint32_t& place : places)
+        next += std::exchange(place, next);
+    for (const RowKey& row : from)
+        to[places[byteOf(row.key, byte)]++] = row;
+}
+
+// Most bytes of a date's or an item's keys are the same in all rows, and take no pass.
 void sortByBytes(std::span<RowKey> rows, std::vector<RowKey>& spare) {
     spare.resize(std::max(spare.size(), rows.size()));
-    ByteCounts counts = countBytes(rows);
     std::span<RowKey> from = rows;
     std::span<RowKey> to(spare.data(), rows.size());
-    for (std::size_t byte = 0; byte < kKeyBytes; ++byte) {
-        auto& places = counts[byte];
-        if (places[byteOf(rows[0].key, byte)] == rows.size())
-            continue;
-        std::uint32_t next = 0;
-        for (std::uint32_t& place : places)
-            next += std::exchange(place, next);
-        for (const RowKey& row : from)
-            to[places[byteOf(row.key, byte)]++] = row;
+    for (const std::size_t byte : differingBytes(rows)) {
+        sortByByte(from, to, byte);
         std::swap(from, to);
     }
     if (from.data() != rows.data())

@@ -80,6 +80,8 @@ FieldType typeOfSlot(const model::Document& doc, int slot) {
     return slot == 0 ? FieldType::List : doc.CurrDB20.Fields[static_cast<std::size_t>(slot)].Type;
 }
 
+constexpr std::uint32_t kMostItems = 4096; // of a column whose words stand for texts that repeat
+
 // Copies of texts that stay where they are, many to a heap block.
 class TextStore {
 public:
@@ -129,6 +131,8 @@ private:
     template <class Key> void sortByKeys(Key keyOf);
     void sortByTexts();
     void sortGeneric();
+    bool sortItems();
+    void sortNumbersAndTexts();
 
     std::uint64_t numberKey(std::uint32_t id);
     std::uint64_t dateKey(std::uint32_t id) const;
@@ -138,16 +142,22 @@ private:
     struct Cell {
         std::optional<double> number;
         std::string_view text; // in upper case, of a cell without a number
+
+        bool isBefore(const Cell& other) const {
+            if (number && other.number)
+                return *number < *other.number;
+            return number || other.number ? number.has_value() : text < other.text;
+        }
     };
-    Cell genericCell(std::uint32_t id);
-    Cell readGeneric(std::uint32_t id);
+    Cell genericCell(const StoredCell& cell);
+    std::optional<std::uint32_t> itemOf(const StoredCell& cell) const;
+    std::vector<std::uint32_t> ranksOfItems();
 
     const model::RowOrder& m_order;
     KeyOrder m_keyOrder;
     CellReader m_reader;
     TextStore m_store;
     std::vector<RowKey> m_rows;
-    std::vector<std::optional<Cell>> m_items; // by word, of a column whose words stand for texts that repeat
     std::string m_scratch;
 };
 
@@ -198,13 +208,65 @@ void ColumnSort::sortByTexts() {
     sortByText(m_rows, texts, m_keyOrder);
 }
 
-// Numbers and texts are sorted apart, the numbers coming first in rising order.
 void ColumnSort::sortGeneric() {
+    if (!sortItems())
+        sortNumbersAndTexts();
+}
+
+// Where the column has nothing but a list's items, these are sorted, and the rows go by the places of their items.
+bool ColumnSort::sortItems() {
+    for (int place = 0; place < m_order.count(); ++place) {
+        const auto item = itemOf(m_reader.texts().stored(m_order.id(place)));
+        if (!item) {
+            m_rows.clear();
+            return false;
+        }
+        m_rows.push_back({*item, static_cast<std::uint32_t>(place)});
+    }
+    const std::vector<std::uint32_t> ranks = ranksOfItems();
+    for (RowKey& row : m_rows)
+        row.key = ranks[row.key];
+    sortByKey(m_rows, m_keyOrder);
+    return true;
+}
+
+// An empty cell is item 0, a word one more than itself; nothing for a text that is no item.
+std::optional<std::uint32_t> ColumnSort::itemOf(const StoredCell& cell) const {
+    if (cell.kind == StoredCell::Kind::Empty)
+        return 0;
+    const bool isItem =
+        cell.kind == StoredCell::Kind::Word && m_reader.form().words == WordForm::Other && cell.word < kMostItems;
+    return isItem ? std::optional(cell.word + 1) : std::nullopt;
+}
+
+// By the items in use, which the rows' keys name: their places in generic order. Items that count as the same have
+// the same place.
+std::vector<std::uint32_t> ColumnSort::ranksOfItems() {
+    std::vector<std::uint32_t> ranks(kMostItems + 1);
+    for (const RowKey& row : m_rows)
+        ranks[row.key] = 1;
+    std::vector<std::pair<Cell, std::size_t>> items;
+    for (std::size_t item = 0; item < ranks.size(); ++item)
+        if (ranks[item] != 0) {
+            const auto word = static_cast<std::uint32_t>(item - 1);
+            items.emplace_back(item == 0 ? Cell{} : genericCell({StoredCell::Kind::Word, word, {}}), item);
+        }
+    std::sort(items.begin(), items.end(), [](const auto& a, const auto& b) { return a.first.isBefore(b.first); });
+    for (std::size_t i = 1; i < items.size(); ++i) {
+        const auto& [cell, item] = items[i];
+        const auto& [before, itemBefore] = items[i - 1];
+        ranks[item] = ranks[itemBefore] + (before.isBefore(cell) ? 1 : 0);
+    }
+    return ranks;
+}
+
+// Numbers and texts are sorted apart, the numbers coming first in rising order.
+void ColumnSort::sortNumbersAndTexts() {
     std::vector<std::string_view> texts(static_cast<std::size_t>(m_order.count()));
     std::vector<RowKey> numbers;
     for (int place = 0; place < m_order.count(); ++place) {
         const auto row = static_cast<std::uint32_t>(place);
-        const Cell cell = genericCell(m_order.id(place));
+        const Cell cell = genericCell(m_reader.texts().stored(m_order.id(place)));
         texts[row] = cell.text;
         if (cell.number)
             numbers.push_back({keyOfDouble(*cell.number), row});
@@ -245,23 +307,10 @@ std::uint64_t ColumnSort::timeKey(std::uint32_t id) const {
     return calc::packTime(time.hour, time.minute, time.second);
 }
 
-ColumnSort::Cell ColumnSort::readGeneric(std::uint32_t id) {
-    if (const std::optional<double> number = m_reader.number(id))
+ColumnSort::Cell ColumnSort::genericCell(const StoredCell& cell) {
+    if (const std::optional<double> number = m_reader.number(cell))
         return {number, {}};
-    return {std::nullopt, upperCopyOf(m_reader.text(id, m_scratch), m_store)};
-}
-
-// An item of a list is read once, however many records have it.
-ColumnSort::Cell ColumnSort::genericCell(std::uint32_t id) {
-    constexpr std::uint32_t kMostItems = 4096;
-    const StoredCell cell = m_reader.texts().stored(id);
-    if (cell.kind != StoredCell::Kind::Word || m_reader.form().words != WordForm::Other || cell.word >= kMostItems)
-        return readGeneric(id);
-    if (cell.word >= m_items.size())
-        m_items.resize(cell.word + 1);
-    if (!m_items[cell.word])
-        m_items[cell.word] = readGeneric(id);
-    return *m_items[cell.word];
+    return {std::nullopt, upperCopyOf(m_reader.text(cell, m_scratch), m_store)};
 }
 
 bool refuseWithoutOrder(const model::Document& doc, platform::Services& services, int slot) {

@@ -16,9 +16,11 @@ namespace tallybook::document {
 
 namespace {
 
+using model::kBlockRows;
 using model::kFirstDataRow;
+using model::RowBits;
 
-constexpr int kRowsAStep = 1024; // between two looks at the progress bar
+constexpr std::uint32_t kBlocksAStep = 4; // between two looks at the progress bar
 
 // The last slot is carried, not offered.
 const model::ViewDef* findView(const model::DatabaseModel& db, std::string_view name) {
@@ -60,32 +62,32 @@ std::vector<calc::ConditionSet> filtersInForce(const model::Document& doc, const
     return filters;
 }
 
-bool passes(const std::vector<calc::ConditionSet>& filters, std::uint32_t row) {
-    return std::all_of(filters.begin(), filters.end(), [row](const auto& filter) { return filter.holds(row); });
-}
-
-// Whether each stored row passes, by its id. The store is gone through in its own order: in the order that a sort
-// has made, each cell would have to be fetched from far away.
-std::vector<std::uint8_t> passingIds(const model::Document& doc, ProgressBar& bar,
-                                     const std::vector<calc::ConditionSet>& filters) {
-    std::vector<std::uint8_t> used;
-    for (int record = 0; record < doc.NumDataRecs; ++record) {
-        const std::uint32_t id = doc.grd.order().id(record);
-        if (id >= used.size())
-            used.resize(id + std::size_t{1});
-        used[id] = 1;
-    }
-    const int rows = doc.grd.rows();
-    int row = kFirstDataRow;
-    for (std::uint32_t id = 0; id < used.size(); ++id) {
-        if (used[id] == 0)
-            continue;
-        if (row % kRowsAStep == 0)
-            bar.step(row, rows - 2, rows - 1);
-        used[id] = passes(filters, id) ? 1 : 0;
-        ++row;
+// The ids that records have, block by block.
+std::vector<RowBits> usedRows(const model::RowOrder& order) {
+    std::vector<RowBits> used;
+    for (int record = 0; record < order.count(); ++record) {
+        const std::uint32_t id = order.id(record);
+        if (id / kBlockRows >= used.size())
+            used.resize(id / kBlockRows + 1);
+        model::setBit(used[id / kBlockRows], id % kBlockRows);
     }
     return used;
+}
+
+// Those that pass. The store is gone through in its own order: in the order that a sort has made, each cell would
+// have to be fetched from far away.
+std::vector<RowBits> passingRows(const model::Document& doc, ProgressBar& bar,
+                                 const std::vector<calc::ConditionSet>& filters) {
+    std::vector<RowBits> rows = usedRows(doc.grd.order());
+    const int last = doc.grd.rows() - 1;
+    for (std::uint32_t block = 0; block < rows.size(); ++block) {
+        const int row = static_cast<int>(block * kBlockRows);
+        if (block % kBlocksAStep == 0 && row > 0 && row < last)
+            bar.step(row, last - 1, last);
+        for (const calc::ConditionSet& filter : filters)
+            rows[block] = filter.holding(block, rows[block]);
+    }
+    return rows;
 }
 
 void hideRows(model::Document& doc, platform::Services& services, const std::vector<calc::ConditionSet>& filters) {
@@ -94,12 +96,14 @@ void hideRows(model::Document& doc, platform::Services& services, const std::vec
     bar.show("Filtering...", 0, rows - 1);
     if (model::hasNoRecords(doc))
         return;
-    const std::vector<std::uint8_t> passing = passingIds(doc, bar, filters);
+    const std::vector<RowBits> passing = passingRows(doc, bar, filters);
     std::vector<int> shown;
     shown.reserve(static_cast<std::size_t>(doc.NumDataRecs));
-    for (int row = kFirstDataRow; row < rows; ++row)
-        if (passing[doc.grd.rowId(row)] != 0)
+    for (int row = kFirstDataRow; row < rows; ++row) {
+        const std::uint32_t id = doc.grd.rowId(row);
+        if (model::bitOf(passing[id / kBlockRows], id % kBlockRows))
             shown.push_back(row);
+    }
     doc.grd.showOnly(std::move(shown));
     leaveHiddenRow(doc.grd);
 }
