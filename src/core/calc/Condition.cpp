@@ -114,18 +114,9 @@ bool Condition::holds(std::uint32_t row) {
 RowBits Condition::holding(std::uint32_t block, const RowBits& rows) {
     if (m_cells == nullptr)
         return rowByRow(block, rows);
-    RowBits held = m_emptyHolds ? rowsWithout(rows, m_cells->filledInBlock(block)) : RowBits{};
-    m_cells->eachStored(block, [&](std::uint32_t place, const StoredCell& cell) {
-        if (cell.kind == StoredCell::Kind::Text)
-            addBit(held, place, model::bitOf(rows, place) && textHolds(cell));
-        else if (m_words == Words::Range)
-            addBit(held, place, m_range.has(keyOfWord(m_form, cell.word)));
-        else if (m_words == Words::Items)
-            addBit(held, place, itemHolds(cell));
-        else
-            addBit(held, place, model::bitOf(rows, place) && cellHolds(cell));
-    });
-    return model::commonBits(held, rows);
+    const RowBits filled = m_cells->filledInBlock(block);
+    const RowBits held = isQuick() ? wordByWord(block, rows) : cellByCell(block, model::commonBits(rows, filled));
+    return m_emptyHolds ? rowsOfBoth(held, rowsWithout(rows, filled)) : held;
 }
 
 RowBits Condition::rowByRow(std::uint32_t block, const RowBits& rows) {
@@ -134,12 +125,32 @@ RowBits Condition::rowByRow(std::uint32_t block, const RowBits& rows) {
     return held;
 }
 
-bool Condition::cellHolds(const StoredCell& cell) {
-    return CheckCondition(m_code, m_left.read(cell, m_leftText), m_constant, m_context);
+// Of all cells of the block, as looking at a word costs less than finding the ones that are asked for.
+RowBits Condition::wordByWord(std::uint32_t block, const RowBits& rows) {
+    RowBits held{};
+    m_cells->eachStored(block, [&](std::uint32_t place, const StoredCell& cell) {
+        if (cell.kind == StoredCell::Kind::Text)
+            addBit(held, place, model::bitOf(rows, place) && cellHolds(cell));
+        else if (m_words == Words::Range)
+            addBit(held, place, m_range.has(keyOfWord(m_form, cell.word)));
+        else
+            addBit(held, place, itemHolds(cell));
+    });
+    return model::commonBits(held, rows);
 }
 
-bool Condition::textHolds(const StoredCell& cell) {
-    return m_finder ? m_finder->find(cell.text) != std::string_view::npos : cellHolds(cell);
+RowBits Condition::cellByCell(std::uint32_t block, const RowBits& rows) {
+    RowBits held{};
+    model::eachBit(rows, [&](std::uint32_t place) {
+        const StoredCell cell = m_cells->stored(block * model::kBlockRows + place);
+        const bool isSought = m_finder && cell.kind == StoredCell::Kind::Text;
+        addBit(held, place, isSought ? m_finder->find(cell.text) != std::string_view::npos : cellHolds(cell));
+    });
+    return held;
+}
+
+bool Condition::cellHolds(const StoredCell& cell) {
+    return CheckCondition(m_code, m_left.read(cell, m_leftText), m_constant, m_context);
 }
 
 // An item of a list is judged once, however many records have it.

@@ -50,8 +50,9 @@ private:
     KeyRange keysBetween(std::uint64_t begin, std::uint64_t end, bool others) const;
 
     model::RowBits rowByRow(std::uint32_t block, const model::RowBits& rows);
+    model::RowBits wordByWord(std::uint32_t block, const model::RowBits& rows);
+    model::RowBits cellByCell(std::uint32_t block, const model::RowBits& rows);
     bool cellHolds(const model::StoredCell& cell);
-    bool textHolds(const model::StoredCell& cell);
     bool itemHolds(const model::StoredCell& cell);
 
     std::uint8_t m_code;
