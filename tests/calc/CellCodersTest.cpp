@@ -337,7 +337,7 @@ TEST(CoderForField, goesByTheFieldsTypeDecimalsAndResult) {
         {FieldType::Expression, 2, 12, "none"},
         {FieldType::Memo, 0, 0, "none"},
         {FieldType::Key, 0, 0, "whole"},
-        {FieldType::DBJoin, 0, 0, "anything"},
+        {FieldType::DBJoin, 0, 0, "whole"}, // the key
         {FieldType::DBLookup, 0, 0, "anything"},
         {FieldType::OneToMany, 0, 0, "none"},
         {FieldType::AddressBookJoin, 0, 0, "none"},

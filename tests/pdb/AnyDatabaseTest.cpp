@@ -75,6 +75,25 @@ TEST_F(AnyDatabases, aSavedFileComesBackByteForByteButForLinks) {
     });
 }
 
+TEST_F(AnyDatabases, fieldsReadAloneAreTheSame) {
+    forEachSeed([&](const AnyDatabase& made) {
+        const Bytes file = made.foreign.bytes();
+        Document all;
+        open(all, file);
+        for (std::size_t slot = 0; slot <= model::MaxUserFields; ++slot) {
+            Document alone;
+            ReadSteps steps;
+            steps.onlyFields = [slot](const model::DatabaseModel&) { return FieldSet().set(slot); };
+            ASSERT_TRUE(readDatabase(alone, file, "x", m_test.regional, steps).ok());
+            const int column = model::columnOfSlot(static_cast<int>(slot));
+            for (int row = model::kFirstDataRow; row < all.grd.rows(); ++row) {
+                EXPECT_EQ(alone.grd.text(row, column), all.grd.text(row, column)) << row << ' ' << column;
+                EXPECT_EQ(alone.grd.picture(row, column), all.grd.picture(row, column)) << row << ' ' << column;
+            }
+        }
+    });
+}
+
 // Everything that a document holds of its records.
 std::string contentOf(const Document& doc) {
     std::string content;

@@ -281,9 +281,11 @@ std::unique_ptr<CellCoder> coderForField(const model::DatabaseModel& db, int slo
     case FieldType::List:
     case FieldType::RadioButton:
     case FieldType::ConditionalExpression:
-    case FieldType::DBJoin:
     case FieldType::DBLookup:
         return makeItemCoder();
+    case FieldType::DBJoin: // its key; keys seldom repeat
+        return db.Externals.at(slot).KeyType == static_cast<std::uint8_t>(FieldType::Text) ? nullptr
+                                                                                           : makeWholeCoder();
     case FieldType::Expression:
     case FieldType::AdvExpression:
         return coderForResult(db.Expressions.at(slot).ResultType, field.Decimals, regional);

@@ -23,6 +23,7 @@ using platform::Status;
 
 constexpr std::string_view kReadTag = "Load_DB : readPDBFile20";
 constexpr std::string_view kVerifyTag = "Load_DB : verifyPDB";
+constexpr std::string_view kCountTag = "getNumberRecs";
 constexpr std::string_view kSaveTag = "Save_DB : savePDBFile20";
 constexpr int kRecordsAStep = 10; // between two calls of onRecord
 
@@ -122,7 +123,8 @@ Status readProperties(OpenFile& file, model::Document& doc, const ReadSteps& ste
 
 Status readRecords(OpenFile& file, ByteSpan bytes, model::Document& doc, const platform::Regional& regional,
                    const ReadSteps& steps) {
-    RecordLoader loader(doc, regional);
+    RecordLoader loader(doc, regional,
+                        steps.onlyFields ? std::optional(steps.onlyFields(doc.CurrDB20)) : std::nullopt);
     for (int record = 0; record < doc.NumDataRecs; ++record) {
         const int number = layout::kFirstData + record;
         if (steps.onRecord && record % kRecordsAStep == 0)
@@ -174,6 +176,25 @@ Status readStructure(model::DatabaseModel& db, ByteSpan file, const std::string&
             forceCategoryList(db);
     }
     return {};
+}
+
+Result<int> countDataRecords(ByteSpan file, FileFormat format) {
+    const bool older = format == FileFormat::Older;
+    ByteReader in(file);
+    const auto header = readheader20(in);
+    if (!header.ok())
+        return header.error();
+    if (header.value().creator != (older ? layout::kOlderCreator : layout::kCreator))
+        return Error{ErrorKind::Format, std::string(kCountTag), std::string(platform::texts::kNoTallybook)};
+    const auto list = readRecordList(in, header.value());
+    if (!list.ok())
+        return list.error();
+    const int fixed = older ? layout::kOlderFixedRecords : model::kFixedRecords;
+    const int records = list.value().count();
+    if (records < fixed)
+        return Error{ErrorKind::Format, std::string(kCountTag),
+                     platform::texts::fewerThan(records, "records", fixed)};
+    return records - fixed;
 }
 
 // Looks at one byte for each record in turn, up to the first data record that stands where the list says. A record

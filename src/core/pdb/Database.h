@@ -4,7 +4,9 @@
 #include "core/model/Document.h"
 #include "core/platform/Services.h"
 
+#include <bitset>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,8 +17,13 @@ namespace tallybook::pdb {
 // is numbered in CellLongs.
 inline constexpr std::string_view kPictureMark = " {Image}";
 
+using FieldSet = std::bitset<model::MaxFieldSlots>;
+
 // What a caller wants to do between the steps of a read.
 struct ReadSteps {
+    // After the properties: the fields whose cells are wanted. Those of the others are passed over, and so are the
+    // categories. Absent: all of them.
+    std::function<FieldSet(const model::DatabaseModel&)> onlyFields;
     // After record 0: the login. False ends the read with an error of kind Refused. Absent: no login.
     std::function<bool(model::Document&)> afterHeaderValues;
     // After the field table: the grid's columns are made. Absent: no grid work.
@@ -34,6 +41,12 @@ platform::Status readDatabase(model::Document& doc, platform::ByteSpan file, con
 // Reads records 0 to 86 alone, without a grid or a password prompt: another database's structure. For an Auto
 // Incremental field this reads the older layout, so its next value is normally 1 on this path.
 platform::Status readStructure(model::DatabaseModel& db, platform::ByteSpan file, const std::string& fileName);
+
+// Data records of a file by its header and record list, deleted ones left out; an error when these cannot be read,
+// are not ours, or tell of fewer records than the fixed ones. The first kHeadBytes of a file are enough.
+enum class FileFormat : std::uint8_t { Older, Present };
+inline constexpr std::size_t kHeadBytes = 78 + 8 * 65535;
+platform::Result<int> countDataRecords(platform::ByteSpan file, FileFormat format);
 
 // What must be so before a file is read at all.
 enum class Verdict {

@@ -20,8 +20,9 @@ inline constexpr std::uint16_t kFileVersion = 1;
 inline constexpr std::uint32_t kModificationNumber = 1;
 inline constexpr std::string_view kType = "data";
 inline constexpr std::string_view kCreator = "MOSS";
-inline constexpr std::size_t kEntrySize = 8;   // offset, attributes, three bytes of id
-inline constexpr std::size_t kListPadding = 2; // zeros behind the list
+inline constexpr std::string_view kOlderCreator = "MOSA"; // of format 1.x
+inline constexpr std::size_t kEntrySize = 8;              // offset, attributes, three bytes of id
+inline constexpr std::size_t kListPadding = 2;            // zeros behind the list
 inline constexpr std::uint8_t kEntryAttributes = 0x40;
 inline constexpr std::uint8_t kDeletedEntry = 0x80;
 inline constexpr int kFirstDroppedEntry = 86; // deleted entries ahead of it are records all the same
@@ -36,6 +37,7 @@ inline constexpr int kForms = 84;
 inline constexpr int kViews = 85;
 inline constexpr int kFilters = 86;
 inline constexpr int kFirstData = model::kFixedRecords;
+inline constexpr int kOlderFixedRecords = 40; // of format 1.x
 
 // Record 0. The passwords stand in this order, which is not the one of their kinds.
 using model::PasswordKind;

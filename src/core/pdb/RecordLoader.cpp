@@ -51,23 +51,79 @@ std::string_view readCountedText(ByteReader& in) {
     return {};
 }
 
+// Reads a join's key and calls take(key) with a text or a number; a type that no key has has no bytes.
+template <class Take> void readKey(ByteReader& in, Take&& take) {
+    switch (static_cast<FieldType>(in.getByte())) {
+    case FieldType::Text:
+        return take(readCountedText(in));
+    case FieldType::Integer:
+        return take(std::int32_t{in.getInt()});
+    case FieldType::Long:
+    case FieldType::Key:
+    case FieldType::AutoIncremental:
+        return take(in.getLong());
+    default:
+        return take(std::string_view{});
+    }
+}
+
+// Bytes of a result's value in an Expression's cell.
+std::size_t widthOf(ResultKind result) {
+    return result == ResultKind::Text || result == ResultKind::Unknown ? 0 : 4;
+}
+
+// Bytes of a cell's body, of the types that always have the same.
+std::size_t widthOf(FieldType type, ResultKind result) {
+    switch (type) {
+    case FieldType::List:
+    case FieldType::RadioButton:
+    case FieldType::Checkbox:
+        return 1;
+    case FieldType::Integer:
+        return 2;
+    case FieldType::Long:
+    case FieldType::AutoIncremental:
+    case FieldType::Float:
+    case FieldType::Date:
+    case FieldType::Time:
+        return 4;
+    case FieldType::Expression:
+        return widthOf(result);
+    default:
+        return 0;
+    }
+}
+
 } // namespace
 
-RecordLoader::RecordLoader(model::Document& doc, const platform::Regional& regional)
+RecordLoader::RecordLoader(model::Document& doc, const platform::Regional& regional,
+                           const std::optional<FieldSet>& onlyFields)
     : m_doc(doc), m_regional(regional) {
     for (int number = 0; number < model::MaxFieldSlots; ++number) {
         Slot& slot = m_slots[static_cast<std::size_t>(number)];
         const model::FieldDef& field = doc.CurrDB20.Fields[static_cast<std::size_t>(number)];
         slot.number = number;
         slot.type = field.Type;
+        slot.wanted = !onlyFields || onlyFields->test(static_cast<std::size_t>(number));
         slot.decimals = field.Decimals;
         slot.result = resultKind(doc.CurrDB20.Expressions.at(number).ResultType);
-        slot.texts = &doc.grd.column(model::columnOfSlot(number));
-        slot.texts->setCoder(calc::coderForField(doc.CurrDB20, number, regional));
-        slot.form = cellForm(*slot.texts);
-        slot.longs = &doc.CellLongs.slotColumn(number);
+        if (slot.wanted)
+            prepare(slot);
     }
+    if (onlyFields)
+        m_endSlot = model::MaxUserFields + 1;
     doc.RecKeys.reserve(doc.NumDataRecs);
+}
+
+// The columns that the slot's cells go to, with their coders.
+void RecordLoader::prepare(Slot& slot) {
+    slot.texts = &m_doc.grd.column(model::columnOfSlot(slot.number));
+    slot.texts->setCoder(calc::coderForField(m_doc.CurrDB20, slot.number, m_regional));
+    slot.form = cellForm(*slot.texts);
+    slot.longs = &m_doc.CellLongs.slotColumn(slot.number);
+    slot.keys = &m_doc.CellVals.slotColumn(slot.number);
+    if (slot.type == FieldType::DBJoin)
+        slot.keys->setCoder(calc::coderForField(m_doc.CurrDB20, slot.number, m_regional));
 }
 
 // | 1 | 87 | 1 | category | 4 | key | ... | cells | 2 | 0 |
@@ -78,16 +134,16 @@ platform::Status RecordLoader::loadRecord20(ByteReader& in, int record) {
     }
     m_row = static_cast<std::uint32_t>(record);
     in.skipBytes(1);
-    showItem(m_slots[0], in.getByte());
+    const std::uint8_t category = in.getByte();
+    if (m_slots[0].wanted)
+        showItem(m_slots[0], category);
     m_doc.RecKeys.setById(m_row, in.getLong());
     while (in.left() >= layout::kCellHeader) {
         const std::uint8_t type = in.getByte();
         const std::uint8_t slot = type == 0 ? std::uint8_t{0} : in.getByte();
-        if (slot == 0 || slot >= model::MaxFieldSlots)
+        if (slot == 0 || slot >= m_endSlot)
             break;
         loadCell(static_cast<FieldType>(type), m_slots[slot], in);
-        if (m_slots[slot].type == FieldType::Image && static_cast<FieldType>(type) != FieldType::Image)
-            emptyCell(m_slots[slot]);
     }
     return {};
 }
@@ -100,6 +156,8 @@ void RecordLoader::emptyCell(Slot& slot) {
 
 void RecordLoader::finish() {
     for (Slot& slot : m_slots) {
+        if (!slot.wanted)
+            continue;
         if (slot.type == FieldType::Key)
             fillKeys(slot);
         else if (slot.type == FieldType::Checkbox)
@@ -124,8 +182,16 @@ void RecordLoader::fillChecks(const Slot& slot) {
     }
 }
 
-// A cell of the types that are not here has no body: what stands behind it is read as the next cell.
 void RecordLoader::loadCell(FieldType type, Slot& slot, ByteReader& in) {
+    if (!slot.wanted)
+        return skipCell(type, slot, in);
+    readCell(type, slot, in);
+    if (slot.type == FieldType::Image && type != FieldType::Image)
+        emptyCell(slot);
+}
+
+// A cell of the types that are not here has no body: what stands behind it is read as the next cell.
+void RecordLoader::readCell(FieldType type, Slot& slot, ByteReader& in) {
     switch (type) {
     case FieldType::Text:
     case FieldType::AddressBookLookup:
@@ -162,6 +228,42 @@ void RecordLoader::loadCell(FieldType type, Slot& slot, ByteReader& in) {
         return loadAdvResult(slot, in);
     default:
         return;
+    }
+}
+
+// Consumes what readCell would.
+void RecordLoader::skipCell(FieldType type, const Slot& slot, ByteReader& in) {
+    switch (type) {
+    case FieldType::Text:
+    case FieldType::AddressBookLookup:
+        readCountedText(in);
+        break;
+    case FieldType::Memo:
+        if (in.getWord() > 0)
+            in.getOpenText();
+        break;
+    case FieldType::DBJoin:
+        readKey(in, [](const auto&) {});
+        break;
+    case FieldType::AddressBookJoin:
+        in.skipBytes(4);
+        readCountedText(in);
+        break;
+    case FieldType::Image:
+        in.skipBytes(in.getWord() + std::size_t{1});
+        break;
+    case FieldType::ConditionalExpression:
+        in.skipBytes(1);
+        readCountedText(in);
+        break;
+    case FieldType::AdvExpression:
+        in.skipBytes(1 + (slot.result == ResultKind::Text ? 4 : widthOf(slot.result)));
+        if (in.getByte() > 0)
+            in.getOpenText();
+        break;
+    default:
+        in.skipBytes(widthOf(type, slot.result));
+        break;
     }
 }
 
@@ -248,28 +350,12 @@ void RecordLoader::loadDuration(Slot& slot, ByteReader& in) {
         showText(slot, durationText(seconds, slot.result));
 }
 
-// | 1 | type of the key | then the key by that type; a type that no key has has no bytes
+// | 1 | type of the key | then the key by that type
 void RecordLoader::loadJoin(Slot& slot, ByteReader& in) {
-    std::string_view key;
-    switch (static_cast<FieldType>(in.getByte())) {
-    case FieldType::Text:
-        key = readCountedText(in);
-        break;
-    case FieldType::Integer:
-        key = decimalText(in.getInt());
-        break;
-    case FieldType::Long:
-    case FieldType::Key:
-    case FieldType::AutoIncremental:
-        key = decimalText(in.getLong());
-        break;
-    default:
-        break;
-    }
-    if (!in.ok())
-        return;
-    m_doc.CellVals.slotColumn(slot.number).setText(m_row, key);
-    showText(slot, key);
+    readKey(in, [&](const auto& key) {
+        if (in.ok())
+            showKey(slot, key);
+    });
 }
 
 // | 4 | the handheld's id | then a text as in loadText
@@ -343,6 +429,19 @@ void RecordLoader::showWhole(Slot& slot, std::int32_t value) {
         slot.texts->setWord(m_row, static_cast<std::uint32_t>(value));
     else
         showText(slot, decimalText(value));
+}
+
+void RecordLoader::showKey(Slot& slot, std::int32_t key) {
+    if (cellForm(*slot.keys).words == WordForm::Whole)
+        slot.keys->setWord(m_row, static_cast<std::uint32_t>(key));
+    else
+        slot.keys->setText(m_row, decimalText(key));
+    showWhole(slot, key);
+}
+
+void RecordLoader::showKey(Slot& slot, std::string_view key) {
+    slot.keys->setText(m_row, key);
+    showText(slot, key);
 }
 
 // An index above the colours leaves the cell black, which is no colour to the grid.

@@ -4,6 +4,7 @@
 #include "core/model/Document.h"
 #include "core/pdb/ByteReader.h"
 #include "core/pdb/CellForms.h"
+#include "core/pdb/Database.h"
 #include "core/platform/Regional.h"
 
 #include <array>
@@ -16,7 +17,9 @@ namespace tallybook::pdb {
 // record, the ids of the rows being their numbers. Gives the columns their coders.
 class RecordLoader {
 public:
-    RecordLoader(model::Document& doc, const platform::Regional& regional);
+    // With `onlyFields` the cells of other fields are passed over, and the categories too.
+    RecordLoader(model::Document& doc, const platform::Regional& regional,
+                 const std::optional<FieldSet>& onlyFields = {});
 
     // Fills one row. The reader stands at the record's first byte and ends where the record's bytes end. Cells end
     // at their end mark or where the bytes end; one that the end cuts is left out, as a record of ours can be such
@@ -32,22 +35,26 @@ private:
     struct Slot {
         int number = 0;
         model::FieldType type = model::FieldType::NotUsed;
+        bool wanted = true;
         std::uint8_t decimals = 0;
         ResultKind result = ResultKind::Number;
         CellForm form;
         model::TextColumn* texts = nullptr;
         model::WordColumn* longs = nullptr;
+        model::TextColumn* keys = nullptr;
         std::vector<std::int64_t> items; // the column's word of each item's id, or one of the marks below
     };
     static constexpr std::int64_t kNotMet = -1;
     static constexpr std::int64_t kNoWord = -2; // the item's text, which may be empty, is set each time
 
+    void prepare(Slot& slot);
     void fillKeys(Slot& slot);
     void fillChecks(const Slot& slot);
     void emptyCell(Slot& slot);
 
     // One cell, from the first byte of its body. A reader that failed on the way leaves the cell as it was.
     void loadCell(model::FieldType type, Slot& slot, ByteReader& in);
+    void readCell(model::FieldType type, Slot& slot, ByteReader& in);
     void loadText(Slot& slot, ByteReader& in);
     void loadMemo(Slot& slot, ByteReader& in);
     void loadInteger(Slot& slot, ByteReader& in);
@@ -65,9 +72,14 @@ private:
     void loadResult(Slot& slot, ByteReader& in);
     void loadAdvResult(Slot& slot, ByteReader& in);
 
+    // Goes on to the end of a cell that is not wanted.
+    static void skipCell(model::FieldType type, const Slot& slot, ByteReader& in);
+
     // What has been read, put in its place in the row.
     void showItem(Slot& slot, std::uint8_t item);
     void showWhole(Slot& slot, std::int32_t value);
+    void showKey(Slot& slot, std::int32_t key);
+    void showKey(Slot& slot, std::string_view key);
     void showText(Slot& slot, std::string_view text) { slot.texts->setText(m_row, text); }
     void setLong(Slot& slot, std::int32_t value) { m_doc.CellLongs.setById(m_row, slot.number, value); }
     void setColour(Slot& slot, std::uint8_t index);
@@ -77,8 +89,9 @@ private:
     model::Document& m_doc;
     const platform::Regional& m_regional;
     std::array<Slot, model::MaxFieldSlots> m_slots;
-    std::uint32_t m_row = 0;         // id of the row being filled
-    std::array<char, 12> m_digits{}; // of the whole number shown last
+    int m_endSlot = model::MaxFieldSlots; // a cell of it or of one behind it ends the record
+    std::uint32_t m_row = 0;              // id of the row being filled
+    std::array<char, 12> m_digits{};      // of the whole number shown last
     std::string m_scratch;
 };
 

@@ -86,6 +86,7 @@ inline std::string pictureTooLarge(std::string_view path, std::int64_t most) {
     return "The picture " + quoted(path) + " has more than " + std::to_string(most) + " bytes.";
 }
 
+inline constexpr std::string_view kNoTallybook = "The file is not a Tallybook.";
 // A join whose other database has a header that says the older format.
 inline constexpr std::string_view kOlderNotRead = "Tallybooks of the older format cannot be joined yet.";
 
