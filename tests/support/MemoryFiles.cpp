@@ -133,6 +133,13 @@ Status MemoryFiles::rename(const path& from, const path& to) {
     return {};
 }
 
+Status MemoryFiles::moveToTrash(const path& path) {
+    Status removed = remove(path);
+    if (removed)
+        m_trash.push_back(path);
+    return removed;
+}
+
 Status MemoryFiles::remove(const path& path) {
     if (const auto error = enter(path))
         return *error;

@@ -7,6 +7,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <vector>
 
 namespace tallybook::test {
 
@@ -16,6 +17,9 @@ public:
     // Puts a file there, with the folders above it.
     void put(const std::filesystem::path& path, platform::Bytes bytes);
     void addFolder(const std::filesystem::path& path); // with the folders above it
+
+    // Files that were moved to the trash.
+    const std::vector<std::filesystem::path>& trash() const { return m_trash; }
 
     bool has(const std::filesystem::path& path) const { return m_files.contains(path); }
     const platform::Bytes& bytes(const std::filesystem::path& path) const; // fails the test when missing
@@ -36,6 +40,7 @@ public:
                                                                    const std::filesystem::path& like) override;
     platform::Status rename(const std::filesystem::path& from, const std::filesystem::path& to) override;
     platform::Status remove(const std::filesystem::path& path) override;
+    platform::Status moveToTrash(const std::filesystem::path& path) override;
     platform::Status makeFolder(const std::filesystem::path& path) override;
     platform::Status syncFolder(const std::filesystem::path& path) override;
     platform::Result<std::vector<std::filesystem::path>> list(const std::filesystem::path& folder) override;
@@ -52,6 +57,7 @@ private:
     std::map<std::filesystem::path, std::int64_t> m_modified; // the number of the change
     std::int64_t m_changes = 0;
     std::set<std::filesystem::path> m_folders{"/"};
+    std::vector<std::filesystem::path> m_trash;
     int m_calls = 0;
     int m_failingCall = 0;
     int m_failure = 0;

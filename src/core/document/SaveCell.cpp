@@ -5,6 +5,7 @@
 #include "core/calc/Text.h"
 #include "core/document/CellEditing.h"
 #include "core/document/Cells.h"
+#include "core/document/Joins.h"
 #include "core/pdb/Passwords.h"
 
 #include <cmath>
@@ -95,12 +96,8 @@ Commit commitValidated(const Edit& edit) {
     return markChanged(edit.doc);
 }
 
-// The typed text is the key that the file stores. No stamp: a join is not the record's own value.
 Commit commitJoin(const Edit& edit) {
-    edit.setCellText(edit.editor.text);
-    edit.doc.CellVals.set(edit.record(), edit.slot(), edit.editor.text);
-    edit.setId(0);
-    edit.doc.DocModified = true;
+    typeJoinKey(edit.doc, edit.slot(), edit.record(), edit.editor.text);
     return Commit::Unchanged;
 }
 

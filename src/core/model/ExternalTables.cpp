@@ -5,17 +5,17 @@
 namespace tallybook::model {
 
 std::string_view ExternalRecords::text(int slot, std::uint32_t record, std::string& scratch) const {
-    if (slot < 1 || slot >= MaxFieldSlots)
+    if (slot < 0 || slot >= MaxFieldSlots)
         return {};
     return fields[static_cast<std::size_t>(slot)].text(record, scratch);
 }
 
 std::string_view ExternalSlot::ExtDisplay(std::uint32_t row, std::string& scratch) const {
-    return records ? records->text(displayField, row, scratch) : std::string_view{};
+    return records && displayField > 0 ? records->text(displayField, row, scratch) : std::string_view{};
 }
 
 std::string_view ExternalSlot::ExtKeys(std::uint32_t row, std::string& scratch) const {
-    return records ? records->text(keyField, row, scratch) : std::string_view{};
+    return records && keyField > 0 ? records->text(keyField, row, scratch) : std::string_view{};
 }
 
 ExternalCoder::ExternalCoder(std::shared_ptr<const ExternalRecords> records, int field)

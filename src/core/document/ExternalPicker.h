@@ -1,0 +1,54 @@
+// The picker frmExtView without its window: the records of the other database of a join, in the columns of one of
+// its views, and what choosing one does.
+#pragma once
+
+#include "core/document/ExternalReader.h"
+#include "core/model/Document.h"
+#include "core/platform/Services.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tallybook::document {
+
+struct ExtViewColumn {
+    int field = 0; // slot of the other database, 0 for the categories
+    std::string header;
+    int width = 0; // twips
+    bool operator==(const ExtViewColumn&) const = default;
+};
+
+class ExtView {
+public:
+    // Operations as the error dialog names them.
+    static constexpr std::string_view kLoading = "External Tallybook View : Loading";
+    static constexpr std::string_view kAddRecords = "External Tallybook View : Add Records To View (Procedure)";
+    static constexpr std::string_view kOk = "External Tallybook View : OK";
+    static constexpr std::string_view kCancel = "External Tallybook View : Cancel";
+
+    // For the current cell, which is a join's.
+    explicit ExtView(const model::Document& doc);
+
+    // Reads the other database afresh and puts it into the tables of the join. Without it the list is empty; why has
+    // been said. A view that the other database does not have, or that has no columns, stands for all its fields.
+    void AddRecordsToView(model::Document& doc, platform::Services& services);
+
+    const std::vector<ExtViewColumn>& columns() const { return m_columns; }
+    std::uint32_t rows() const { return m_database ? m_database.records->count : 0; }
+    std::string_view text(std::uint32_t row, std::size_t column, std::string& scratch) const;
+
+    // OK: the row that is selected in the list goes to the cell, which becomes the current one again. With none the
+    // cell stays as it is, as after Cancel.
+    void cmdOK(model::Document& doc, std::optional<std::uint32_t> SelectedExtRow) const;
+
+private:
+    int m_row;  // of the grid
+    int m_slot; // CurrField
+    ExternalDatabase m_database;
+    std::vector<ExtViewColumn> m_columns;
+};
+
+} // namespace tallybook::document
