@@ -118,6 +118,10 @@ void SampleBuilder::check(int slot, bool on) {
     m_doc.grd.setPicture(row(), columnOfSlot(slot), on ? model::Picture::CheckOn : model::Picture::CheckOff);
 }
 
+void SampleBuilder::setKey(int slot, std::string_view key) {
+    m_doc.CellVals.set(record(), slot, calc::ansi::fromUtf8(key));
+}
+
 void SampleBuilder::setPicture(int slot, platform::Bytes bitmap) {
     m_pictures.push_back(std::move(bitmap));
     set(slot, "*{Image}");

@@ -37,6 +37,7 @@ public:
     void set(int slot, std::string_view text);
     void setItem(int slot, std::string_view item); // of a List or Radio Button
     void check(int slot, bool on);
+    void setKey(int slot, std::string_view key); // of a join
     void setPicture(int slot, platform::Bytes bitmap);
     void setColour(int slot, std::uint32_t colour);
 

@@ -12,6 +12,7 @@ namespace tallybook::samples {
 platform::Bytes books();
 platform::Bytes expenses();
 platform::Bytes inventory();
+platform::Bytes loans(); // joined to the books
 platform::Bytes members();
 platform::Bytes empty(); // fields, no record
 

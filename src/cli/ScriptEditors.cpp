@@ -3,7 +3,9 @@
 #include "core/calc/Ansi.h"
 #include "core/calc/Dates.h"
 #include "core/document/Cells.h"
+#include "core/document/ExternalPicker.h"
 #include "core/document/GridDisplay.h"
+#include "core/document/Joins.h"
 
 #include <algorithm>
 #include <array>
@@ -60,7 +62,7 @@ ScriptRunner::Failure ScriptRunner::noModal() const {
     case EditAction::Open::ImageDialog:
         return "pictures cannot be changed by a script: key escape";
     case EditAction::Open::ExternalPicker:
-        return "the picker of the other database cannot be used by a script: key escape";
+        return "the picker of the other database is open: give it a pick, or key escape";
     case EditAction::Open::Nothing:
     case EditAction::Open::CellEditor:
         break;
@@ -228,7 +230,31 @@ ScriptRunner::Failure ScriptRunner::doType(const Words& words) {
 
 // Lists, dates, memos --------------------------------------------------------------------------------------
 
+// The first record of the other database whose display text is the word, as it would be chosen in the picker.
+ScriptRunner::Failure ScriptRunner::pickRecord(const ScriptWord& word) {
+    if (Failure failure = needModal(EditAction::Open::ExternalPicker, document::kKeyBlank, "record to pick"))
+        return failure;
+    if (m_modal.open != EditAction::Open::ExternalPicker)
+        return std::nullopt;
+    m_modal = {};
+    document::ExtView view(m_doc);
+    m_user.takeSpoke();
+    view.AddRecordsToView(m_doc, m_services);
+    if (m_user.takeSpoke())
+        return std::nullopt; // why there is nothing to pick from
+    const int slot = model::slotOfColumn(m_doc.grd.col());
+    const auto row = document::findDisplayText(m_doc.External.at(slot), calc::ansi::fromUtf8(word.text));
+    if (!row)
+        return "no such record: " + word.text;
+    view.cmdOK(m_doc, row);
+    return std::nullopt;
+}
+
 ScriptRunner::Failure ScriptRunner::doPick(const Words& words) {
+    const int slot = model::slotOfColumn(m_doc.grd.col());
+    const bool join = slot >= 0 && document::fieldOfColumn(m_doc, m_doc.grd.col()).Type == model::FieldType::DBJoin;
+    if (join && m_doc.CurrDB20.Externals.at(slot).MatchField > 0)
+        return pickRecord(words[0]);
     if (Failure failure = needEditor(EditorKind::cmb1, "list to pick from"))
         return failure;
     if (!m_doc.editor.open())

@@ -65,6 +65,7 @@ private:
     Failure doType(const Words& words);
     Failure doKey(const Words& words);
     Failure doPick(const Words& words);
+    Failure pickRecord(const ScriptWord& word);
     Failure doRadio(const Words& words);
     Failure doDate(const Words& words);
     Failure doMemo(const Words& words);

@@ -37,8 +37,10 @@ bool Session::open(const std::filesystem::path& file) {
     std::error_code ignored; // what is missing in the end shows when it is used
     for (const char* folder : {"Temp", "Backup"})
         std::filesystem::create_directory(m_services.applicationFolder / folder, ignored);
-    if (document::OpenDatabase(m_document, m_services, std::filesystem::absolute(file)) == document::Outcome::Done)
+    if (document::OpenDatabase(m_document, m_services, std::filesystem::absolute(file)) == document::Outcome::Done) {
+        m_user.forgetSpoken(); // a join without its database is no refusal
         return true;
+    }
     explainRefusal();
     return false;
 }

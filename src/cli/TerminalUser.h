@@ -30,6 +30,7 @@ public:
 
     // True once anything was said, so that a refusal that the windows make in silence can be put into words.
     bool spoke() const { return m_spoke; }
+    void forgetSpoken() { m_spoke = false; }
     void say(const std::string& text); // Windows-1252
 
     platform::Answer message(const platform::Message& message) override;
