@@ -16,7 +16,7 @@ struct Goal {
     bool onlyLarge; // the goal holds for 65,448 records alone
 };
 
-constexpr std::array<Goal, 19> kGoals = {{{"open_text", "sqlite_scan", 0.40, true},
+constexpr std::array<Goal, 21> kGoals = {{{"open_text", "sqlite_scan", 0.40, true},
                                           {"fresh_open_text", "fresh_sqlite_scan", 0.40, true},
                                           {"open", "sqlite_scan", 0.40, true},
                                           {"fresh_open", "fresh_sqlite_scan", 0.40, true},
@@ -34,7 +34,9 @@ constexpr std::array<Goal, 19> kGoals = {{{"open_text", "sqlite_scan", 0.40, tru
                                           {"filter", "sqlite_filter", 0.35, true},
                                           {"filter_view", "sqlite_view", 0.50, true},
                                           {"recalc", "sqlite_calculate", 0.15, true},
-                                          {"recalc_adv", "sqlite_calculate_adv", 0.25, true}}};
+                                          {"recalc_adv", "sqlite_calculate_adv", 0.25, true},
+                                          {"open_joined", "open_unjoined", 3.0, true},
+                                          {"open_joined", "sqlite_left_join", 0.60, true}}};
 
 constexpr int kLargeTable = 65448;
 

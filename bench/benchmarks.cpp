@@ -5,6 +5,7 @@
 #include "Comparison.h"
 #include "FontMeasure.h"
 #include "FreshProcess.h"
+#include "JoinPair.h"
 #include "Queries.h"
 #include "Samples.h"
 #include "SqliteTable.h"
@@ -32,6 +33,7 @@ namespace fs = std::filesystem;
 
 constexpr std::array<samples::LargeTable, 4> kTables = {
     {{1000, 20, 100}, {10000, 20, 100}, {65448, 20, 100}, {65448, 80, 10}}};
+constexpr int kJoinedFields = 20; // joins need slots of their own
 constexpr int kRepetitions = 9;
 constexpr int kEdits = 1000; // single edits are too short for the clock: a run is so many of them
 
@@ -86,7 +88,8 @@ struct Subject {
     std::unique_ptr<SqliteTable> sqlite;                          // open already, with its cache warm: SQLite's best
     std::unique_ptr<SqliteTable> inMemory;                        // for questions, with dates that can be sorted
     std::array<std::unique_ptr<CalculationPair>, 2> calculations; // by form
-    unsigned edits = 0;                                           // how many times, so that they are others each time
+    std::unique_ptr<JoinPair> joins;
+    unsigned edits = 0; // how many times, so that they are others each time
 
 private:
     std::unique_ptr<model::Document> worn;
@@ -302,10 +305,20 @@ Operation calculation(CalculationForm form, Nanoseconds (CalculationPair::*side)
     };
 }
 
+// The files and tables of the joins are made when one of them is measured.
+Operation join(Nanoseconds (JoinPair::*side)()) {
+    return [side](Subject& subject) {
+        if (!subject.joins)
+            subject.joins = std::make_unique<JoinPair>(subject.bench, subject.file());
+        return ((*subject.joins).*side)();
+    };
+}
+
 struct Measure {
     std::string name;
     Operation operation;
-    int iterations; // runs of one repetition
+    int iterations;                        // runs of one repetition
+    int mostFields = model::MaxUserFields; // tables of more are left out
 };
 
 const std::vector<Measure>& measures() {
@@ -341,7 +354,10 @@ const std::vector<Measure>& measures() {
         {"recalc", calculation(CalculationForm::Simple, &CalculationPair::ours), 1},
         {"sqlite_calculate", calculation(CalculationForm::Simple, &CalculationPair::sqlite), 1},
         {"recalc_adv", calculation(CalculationForm::Advanced, &CalculationPair::ours), 1},
-        {"sqlite_calculate_adv", calculation(CalculationForm::Advanced, &CalculationPair::sqlite), 1}};
+        {"sqlite_calculate_adv", calculation(CalculationForm::Advanced, &CalculationPair::sqlite), 1},
+        {"open_joined", join(&JoinPair::openJoined), 1, kJoinedFields},
+        {"open_unjoined", join(&JoinPair::openUnjoined), 1, kJoinedFields},
+        {"sqlite_left_join", join(&JoinPair::sqlite), 1, kJoinedFields}};
     return all;
 }
 
@@ -379,7 +395,8 @@ int main(int argc, char** argv) {
                          freshMemory(dataFolder(), subject.name)});
         compareResults(subject);
         for (const Measure& measure : measures())
-            registerMeasure(measure, subject);
+            if (table.fields <= measure.mostFields)
+                registerMeasure(measure, subject);
     }
     MedianReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
