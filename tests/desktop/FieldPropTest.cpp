@@ -4,6 +4,8 @@
 
 #include "core/pdb/Passwords.h"
 
+#include <QAccessible>
+
 namespace tallybook::test {
 namespace {
 
@@ -230,6 +232,102 @@ TEST_F(FieldProp, aRefusalHasTheFocusWhereItBelongs) {
             clickOn(form, "CancelButton");
         });
     EXPECT_FALSE(doc().DocModified);
+}
+
+TEST_F(FieldProp, tabGoesThroughTheControlsOfTheType) {
+    model::Document sample;
+    makeSample(sample, regional);
+    const auto order = [&](FieldType type) {
+        sample.CurrDB20.Fields[kKind].Type = type;
+        frmFieldProp form(sample, services, kKind, design::FieldPropMode::Document, nullptr);
+        showAndActivate(form);
+        return tabOrder(form).join(QLatin1Char(' ')).toStdString();
+    };
+    EXPECT_EQ(
+        order(FieldType::Text),
+        std::string("txtFieldName cmbFieldType txtDefault chkBarcodeScan checkDisableAutoShift "
+                    "checkAutoWriter cmbSeparate TxtAW cmdAddToList ListAW cmdRemFrmList OKButton CancelButton"));
+    EXPECT_EQ(order(FieldType::RadioButton),
+              std::string("txtFieldName cmbFieldType CmbNobuton OptSel Optxt Optxt OKButton CancelButton"));
+    EXPECT_EQ(order(FieldType::AdvExpression),
+              std::string("txtFieldName cmbFieldType cmbDecDigs cmbAdvExpFormat txtAdvExpression cmbAdvField "
+                          "cmbAdvPrev cmbAdvFunc cmbAdvOper cmbAdvColor cmbAdvConst ClearExpression OKButton "
+                          "CancelButton"));
+    EXPECT_EQ(order(FieldType::Expression),
+              std::string("txtFieldName cmbFieldType cmbDecDigs cmbExpFormat cmbExpr cmbOper cmbExpr cmbOper "
+                          "cmbExpr cmbOper cmbExpr cmbOper cmbExpr cmbOper cmbExpr cmbOper cmbExpr cmbOper cmbExpr "
+                          "ClearExpression OKButton CancelButton"));
+    EXPECT_EQ(order(FieldType::DBJoin), std::string("txtFieldName cmbFieldType cmbSource CmbViewList cmbDisplay "
+                                                    "cmbJoin OKButton CancelButton"));
+    EXPECT_EQ(order(FieldType::OneToMany),
+              std::string("txtFieldName cmbFieldType cmbMDSource txtLabel1 txtLabel2 cmbMatch cmbSort spnOption "
+                          "cmbMatch cmbSort spnOption cmbMatch cmbSort spnOption OKButton CancelButton"));
+    EXPECT_EQ(order(FieldType::ConditionalExpression),
+              std::string("txtFieldName cmbFieldType Command1 OptThen CmbThen TxtThen cmbThenColour OptElse "
+                          "CmbElse TxtElse cmbElseColour OKButton CancelButton"));
+}
+
+TEST_F(FieldProp, everyControlThatIsShownHasAName) {
+    model::Document sample;
+    makeSample(sample, regional);
+    for (int type = 0; type < model::kFieldTypes; ++type) {
+        sample.CurrDB20.Fields[kKind].Type = static_cast<FieldType>(type);
+        frmFieldProp form(sample, services, kKind, design::FieldPropMode::Document, nullptr);
+        showAndActivate(form);
+        for (QWidget* control : form.findChildren<QWidget*>())
+            if (control->isVisible() && control->focusPolicy() != Qt::NoFocus && control->focusProxy() == nullptr &&
+                !control->objectName().startsWith(QLatin1String("qt_")) && !control->objectName().isEmpty()) {
+                QAccessibleInterface* named = QAccessible::queryAccessibleInterface(control);
+                ASSERT_NE(named, nullptr);
+                EXPECT_FALSE(named->text(QAccessible::Name).isEmpty())
+                    << type << ' ' << control->objectName().toStdString();
+            }
+    }
+}
+
+// While the column is rewritten the pointer tells to wait, and the bar of the main window goes forward.
+TEST_F(FieldProp, okShowsThatItWorks) {
+    class Watch : public QObject {
+    public:
+        bool eventFilter(QObject* watched, QEvent* event) override {
+            if (event->type() == QEvent::Show && QApplication::overrideCursor() != nullptr)
+                shown = QApplication::overrideCursor()->shape() == Qt::WaitCursor;
+            return QObject::eventFilter(watched, event);
+        }
+        bool shown = false;
+    };
+    openSample();
+    Watch watch;
+    find<QWidget>("ProgressBar1")->installEventFilter(&watch);
+    open(kPrice, [](QWidget& form) {
+        choose(form, "cmbDecDigs", "0");
+        ok(form);
+    });
+    EXPECT_TRUE(watch.shown);
+    EXPECT_FALSE(visible("ProgressBar1"));
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+// The mouse goes down on another control while the default is wrong: the message comes without its list above it.
+TEST_F(FieldProp, aClickElsewhereIsHeldUpByAWrongDefault) {
+    openSample();
+    open(kPages, [this](QWidget& form) {
+        auto* line = child<QLineEdit>(form, "txtDefault");
+        enter(line, "many");
+        auto* types = child<QComboBox>(form, "cmbFieldType");
+        script.expectMessage(QStringLiteral("Integer value expected"));
+        QTest::mousePress(types, Qt::LeftButton);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+        EXPECT_EQ(form.focusWidget(), line);
+        QApplication::setActiveWindow(&form);
+        script.expectMessage(QStringLiteral("Integer value expected"));
+        QTest::mousePress(child<QWidget>(form, "checkAutoWriter"), Qt::LeftButton, {}, QPoint(5, 5));
+        QCoreApplication::processEvents();
+        EXPECT_FALSE(child<QAbstractButton>(form, "checkAutoWriter")->isDown());
+        EXPECT_EQ(form.focusWidget(), line);
+        clickOn(form, "CancelButton");
+    });
 }
 
 } // namespace

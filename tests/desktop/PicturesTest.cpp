@@ -33,6 +33,8 @@
 namespace tallybook::test {
 namespace {
 
+using model::FieldType;
+
 QPalette darkPalette() {
     QPalette palette;
     const QColor window(45, 47, 52);
@@ -272,6 +274,35 @@ TEST_P(Pictures, fieldProperties) {
         const QString name = QStringLiteral("frmFieldProp-%1").arg(type, 2, 10, QLatin1Char('0'));
         showAndKeep(form, name.toLatin1().constData());
     }
+}
+
+// The panels at their fullest.
+TEST_P(Pictures, fullFieldProperties) {
+    model::Document sample;
+    makeSample(sample, regional);
+    model::DatabaseModel& db = sample.CurrDB20;
+    fillPanels(db, kKind);
+    const auto keepType = [&](FieldType type, const char* name) {
+        db.Fields[kKind].Type = type;
+        desktop::frmFieldProp form(sample, services, kKind, design::FieldPropMode::Document, nullptr);
+        showAndKeep(form, name);
+    };
+    db.Fields[kTitle].Name = "Title as it stands on the cover of the book";
+    db.Expressions[kKind] = {.ResultType = 1, .Tokens = {kBought, 90, kTitle}};
+    keepType(FieldType::Expression, "frmFieldProp-dates");
+    for (std::uint8_t id = 4; id <= 8; ++id) {
+        db.Lists[kKind].ItemIds.push_back(id);
+        db.Lists[kKind].Items.push_back("Option " + std::to_string(id));
+    }
+    keepType(FieldType::RadioButton, "frmFieldProp-options");
+    model::CondExprDef& condition = db.CondExprs[kKind];
+    condition.CondFields = {kTitle, kTitle, kTitle};
+    condition.CondFields2 = {0, kBought, 0};
+    condition.CondOps = {'h', 'h', '<'};
+    condition.CondLinks = {'A', 'O', 0};
+    keepType(FieldType::ConditionalExpression, "frmFieldProp-condition");
+    db.Fields[kKind].Name.assign(254, 'W');
+    keepType(FieldType::Text, "frmFieldProp-long");
 }
 
 TEST_P(Pictures, securitySetting) {

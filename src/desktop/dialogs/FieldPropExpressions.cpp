@@ -6,6 +6,7 @@
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QScrollBar>
 #include <QStringListModel>
 #include <QTextCursor>
@@ -44,6 +45,7 @@ void showChoice(QComboBox& box, const design::OperandChoice& choice) {
     box.setCurrentIndex(choice.position);
     if (choice.position == design::kTypedNumber)
         box.setEditText(toQt(choice.text));
+    box.lineEdit()->setCursorPosition(0); // a long name shows its beginning
 }
 
 } // namespace

@@ -30,6 +30,10 @@ void select(QWidget& control) {
         line->selectAll();
 }
 
+QString nextValueCaption() {
+    return frmFieldProp::tr("Ne&xt value:");
+}
+
 // What lies above the dialog's controls while the mouse is down must not stay there under a message.
 void letGo(QWidget* focus) {
     if (QWidget* list = QApplication::activePopupWidget())
@@ -82,8 +86,18 @@ void frmFieldProp::fillAttributes() {
     m_ui->cmbFieldType->setEnabled(!categories);
     for (int digits = 0; digits <= kMostDigits; ++digits)
         m_ui->cmbDecDigs->addItem(QString::number(digits));
+    keepLabelWidth();
     m_ui->lblNoPanel->setText(tr("Fields of this type have no further properties here."));
     m_ui->lblItems->setText(tr("Items are changed at once, without OK."));
+}
+
+// The boxes stay in their place when a type has other labels than the one before.
+void frmFieldProp::keepLabelWidth() {
+    int width = m_ui->top->columnMinimumWidth(0);
+    for (int row = 0; row < m_ui->top->rowCount(); ++row)
+        width = std::max(width, m_ui->top->itemAtPosition(row, 0)->widget()->sizeHint().width());
+    m_ui->lblChoice->setText(nextValueCaption());
+    m_ui->top->setColumnMinimumWidth(0, std::max(width, m_ui->lblChoice->sizeHint().width()));
 }
 
 void frmFieldProp::connectControls() {
@@ -186,7 +200,9 @@ void frmFieldProp::editItems() {
 bool frmFieldProp::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::FocusOut) {
         const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
-        if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
+        const bool byUser =
+            reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason && reason != Qt::OtherFocusReason;
+        if (byUser)
             QMetaObject::invokeMethod(this, &frmFieldProp::leaveDefault, Qt::QueuedConnection);
     }
     return QDialog::eventFilter(watched, event);

@@ -31,6 +31,7 @@ private:
     void makePanels();
     void connectControls();
     void fillAttributes();
+    void keepLabelWidth();
     void showDraft();
     void showPanels();
     void showChoices();
