@@ -38,4 +38,16 @@ platform::Surroundings surroundings() {
             .runtime = fromEnvironment("XDG_RUNTIME_DIR")};
 }
 
+std::filesystem::path dataFolder(const platform::Surroundings& surroundings) {
+    return surroundings.dataHome.is_absolute() ? surroundings.dataHome : surroundings.home / ".local" / "share";
+}
+
+std::string accountName() {
+    const passwd* user = getpwuid(getuid());
+    if (user != nullptr && user->pw_name != nullptr && *user->pw_name != '\0')
+        return user->pw_name;
+    const std::string name = fromEnvironment("USER").filename().string(); // an account that the system does not list
+    return name.empty() || name == "." || name == ".." ? "user" : name;
+}
+
 } // namespace tallybook::adapters

@@ -1,7 +1,9 @@
 #include "adapters/PosixFiles.h"
 
+#include "adapters/AppFolder.h"
 #include "adapters/FileHandle.h"
 #include "adapters/SystemError.h"
+#include "adapters/Trash.h"
 #include "core/platform/OwnTexts.h"
 #include "core/platform/Paths.h"
 
@@ -241,6 +243,10 @@ Status PosixFiles::remove(const Path& path) {
     if (unlink(path.c_str()) != 0)
         return systemError("delete", path, errno);
     return {};
+}
+
+Status PosixFiles::moveToTrash(const Path& path) {
+    return adapters::moveToTrash(path, dataFolder(surroundings()));
 }
 
 Status PosixFiles::makeFolder(const Path& path) {

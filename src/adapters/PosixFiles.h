@@ -18,6 +18,8 @@ public:
                                                                    const std::filesystem::path& like) override;
     platform::Status rename(const std::filesystem::path& from, const std::filesystem::path& to) override;
     platform::Status remove(const std::filesystem::path& path) override;
+    // The trash of the desktop, in the user's data folder or on the file's volume.
+    platform::Status moveToTrash(const std::filesystem::path& path) override;
     platform::Status makeFolder(const std::filesystem::path& path) override;
     platform::Status syncFolder(const std::filesystem::path& path) override;
     platform::Result<std::vector<std::filesystem::path>> list(const std::filesystem::path& folder) override;

@@ -5,8 +5,11 @@
 
 namespace tallybook::adapters {
 
-platform::LocalTime SystemClock::now() const {
-    const std::time_t moment = std::time(nullptr);
+namespace {
+
+constexpr std::int64_t kNanoseconds = 1'000'000'000; // of a second
+
+platform::LocalTime localTime(std::time_t moment) {
     std::tm local{};
     if (localtime_r(&moment, &local) == nullptr)
         return {};
@@ -16,6 +19,16 @@ platform::LocalTime SystemClock::now() const {
             .hour = local.tm_hour,
             .minute = local.tm_min,
             .second = std::min(local.tm_sec, 59)}; // a leap second is the minute's last
+}
+
+} // namespace
+
+platform::LocalTime SystemClock::now() const {
+    return localTime(std::time(nullptr));
+}
+
+platform::LocalTime localTimeOf(std::int64_t nanoseconds) {
+    return localTime(static_cast<std::time_t>(nanoseconds / kNanoseconds - (nanoseconds % kNanoseconds < 0 ? 1 : 0)));
 }
 
 } // namespace tallybook::adapters

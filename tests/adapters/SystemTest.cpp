@@ -1,39 +1,17 @@
 #include "adapters/AppFolder.h"
 #include "adapters/SystemClock.h"
 #include "adapters/SystemError.h"
+#include "support/Variable.h"
 
 #include <cerrno>
-#include <cstdlib>
 #include <ctime>
 #include <gtest/gtest.h>
-#include <optional>
 #include <string>
 
 namespace tallybook::adapters {
 namespace {
 
-// Sets a variable of the environment, or removes it, and puts it back.
-class Variable {
-public:
-    Variable(const char* name, const char* value) : m_name(name) {
-        if (const char* before = std::getenv(name))
-            m_before = before;
-        set(value);
-    }
-    ~Variable() { set(m_before ? m_before->c_str() : nullptr); }
-    Variable(const Variable&) = delete;
-    Variable& operator=(const Variable&) = delete;
-
-private:
-    void set(const char* value) {
-        if (value == nullptr)
-            unsetenv(m_name);
-        else
-            setenv(m_name, value, 1);
-    }
-    const char* m_name;
-    std::optional<std::string> m_before;
-};
+using test::Variable;
 
 TEST(SystemClock, tellsTheTimeOfTheUsersZone) {
     const Variable zone("TZ", "TST-5:30"); // five and a half hours east
@@ -48,6 +26,19 @@ TEST(SystemClock, tellsTheTimeOfTheUsersZone) {
     const std::tm parts = *std::gmtime(&local);
     EXPECT_EQ(told, (platform::LocalTime{parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday, parts.tm_hour,
                                          parts.tm_min, parts.tm_sec}));
+}
+
+TEST(SystemClock, tellsWhenAFileWasChangedInTheUsersZone) {
+    const Variable zone("TZ", "TST-5:30");
+    tzset();
+    // 2003-03-05 07:35:09 by Greenwich.
+    const std::int64_t moment = 1046849709;
+    EXPECT_EQ(localTimeOf(moment * 1'000'000'000 + 999'999'999), (platform::LocalTime{2003, 3, 5, 13, 5, 9}));
+    EXPECT_EQ(localTimeOf(-1), (platform::LocalTime{1970, 1, 1, 5, 29, 59})); // a moment before the count begins
+}
+
+TEST(SurroundingsOfTheProgram, knowTheAccount) {
+    EXPECT_FALSE(accountName().empty());
 }
 
 TEST(SurroundingsOfTheProgram, comeFromTheSystem) {

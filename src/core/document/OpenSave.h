@@ -47,7 +47,11 @@ std::filesystem::path savedPath(const std::filesystem::path& target);
 
 // The Save command: commits the open edit, refuses a read-only database, asks for a name when there is none yet.
 // Afterwards the document's paths name the file that was written. The caller updates the recent files.
-Outcome saveDocument(model::Document& doc, platform::Services& services);
+//
+// With the folder of a handheld user the file goes there under its own name, wherever it was opened, so that the next
+// sync and the Open dialog find it; when another file has the name there, the user is asked first.
+Outcome saveDocument(model::Document& doc, platform::Services& services,
+                     const std::filesystem::path& userFolder = {});
 
 // Asks for a name that starts with "MS2_" and saves under it. On success names, paths and caption are the new ones;
 // otherwise they are what they were.
@@ -57,7 +61,8 @@ Outcome SaveNew(model::Document& doc, platform::Services& services);
 Outcome saveAsSub(model::Document& doc, platform::Services& services);
 
 // Before closing: commits the open edit and asks when there are unsaved changes. True when the document may be
-// closed.
-bool CheckSaveChanges(model::Document& doc, platform::Services& services);
+// closed. The folder is that of saveDocument.
+bool CheckSaveChanges(model::Document& doc, platform::Services& services,
+                      const std::filesystem::path& userFolder = {});
 
 } // namespace tallybook::document

@@ -79,16 +79,21 @@ std::string faultOfName(const std::string& name) {
     return {};
 }
 
-// The dialog has asked about a file of the name as typed, but not about the one that its blanks lead to.
-bool mayReplace(Services& services, const Path& path) {
-    const Path onDisk = savedPath(path);
-    if (onDisk == path || !exists(services, onDisk))
+// True when no file is there, or the user lets it go.
+bool mayTakePlace(Services& services, const Path& place) {
+    if (!exists(services, place))
         return true;
-    return services.ui.message({.text = platform::texts::replaceFile(platform::shownPath(onDisk)),
+    return services.ui.message({.text = platform::texts::replaceFile(platform::shownPath(place)),
                                 .icon = Icon::Warning,
                                 .buttons = Buttons::YesNo,
                                 .title = {},
                                 .preferred = Answer::No}) == Answer::Yes;
+}
+
+// The dialog has asked about a file of the name as typed, but not about the one that its blanks lead to.
+bool mayReplace(Services& services, const Path& path) {
+    const Path onDisk = savedPath(path);
+    return onDisk == path || mayTakePlace(services, onDisk);
 }
 
 std::optional<Path> askNewName(model::Document& doc, Services& services) {
@@ -109,6 +114,17 @@ std::optional<Path> askNewName(model::Document& doc, Services& services) {
         if (answer != Answer::Ok)
             return std::nullopt;
     }
+}
+
+// Where Save puts the file: into the user's folder when there is one. A file that lies there already, under whatever
+// path, is the one that is open.
+Path targetIn(const Path& userFolder, const model::Document& doc, Services& services) {
+    if (userFolder.empty())
+        return doc.CurrFilePath;
+    const Path place = platform::findIgnoringCase(services.files, userFolder / doc.CurrFilePath.filename());
+    const auto there = services.files.resolve(place);
+    const auto open = services.files.resolve(doc.CurrFilePath);
+    return there && open && there.value() == open.value() ? doc.CurrFilePath : place;
 }
 
 void adoptPath(model::Document& doc, Services& services, const Path& path) {
@@ -170,22 +186,25 @@ Outcome savePDBFile20(model::Document& doc, Services& services, const Path& targ
     return Outcome::Done;
 }
 
-Outcome saveDocument(model::Document& doc, Services& services) {
+Outcome saveDocument(model::Document& doc, Services& services, const Path& userFolder) {
     if (refuseReadOnly(doc, services))
         return Outcome::Refused;
     saveCell(doc, services);
     if (doc.Caption.starts_with(kNewDatabase))
         return SaveNew(doc, services);
-    if (!mayOverwrite(doc, services))
+    const Path target = targetIn(userFolder, doc, services);
+    const Path path = savedPath(target);
+    const bool mayWrite = path == doc.CurrFilePath ? mayOverwrite(doc, services) : mayTakePlace(services, path);
+    if (!mayWrite)
         return Outcome::Refused;
-    const Outcome outcome = savePDBFile20(doc, services, doc.CurrFilePath);
+    const Outcome outcome = savePDBFile20(doc, services, target);
     if (outcome != Outcome::Done) {
-        doc.fileMark = {}; // what stands there now may be our own
+        if (path == doc.CurrFilePath)
+            doc.fileMark = {}; // what stands there now may be our own
         return outcome;
     }
     doc.DocModified = false;
-    const Path path = savedPath(doc.CurrFilePath);
-    const bool renamed = path != doc.CurrFilePath;
+    const bool renamed = path.filename() != doc.CurrFilePath.filename();
     adoptPath(doc, services, path);
     if (renamed)
         doc.Caption = doc.CurrFileName;
@@ -220,7 +239,7 @@ Outcome saveAsSub(model::Document& doc, Services& services) {
     return outcome;
 }
 
-bool CheckSaveChanges(model::Document& doc, Services& services) {
+bool CheckSaveChanges(model::Document& doc, Services& services, const Path& userFolder) {
     saveCell(doc, services);
     if (!doc.DocModified)
         return true;
@@ -230,7 +249,7 @@ bool CheckSaveChanges(model::Document& doc, Services& services) {
                              .buttons = Buttons::YesNoCancel,
                              .title = {}});
     if (answer == Answer::Yes)
-        return saveDocument(doc, services) == Outcome::Done;
+        return saveDocument(doc, services, userFolder) == Outcome::Done;
     return answer == Answer::No;
 }
 

@@ -98,6 +98,28 @@ inline std::string replaceFile(std::string_view path) {
     return quoted(path) + " exists already.  Do you want to replace it?";
 }
 
+// The handheld's users and their install queue.
+inline std::string userGone(std::string_view user) {
+    return "The folder of the user " + quoted(user) + " is not there any more.";
+}
+inline std::string userAmbiguous(std::string_view user) {
+    return "More than one user is called " + quoted(user) + ".";
+}
+inline std::string leadsOut(std::string_view path) {
+    return quoted(path) + " is a link that leads out of its folder and is left alone.";
+}
+inline constexpr std::string_view kSyncRuns = "A sync is running.  Try again when it has ended.";
+inline std::string noQueueLine(std::string_view path) {
+    return quoted(path) + " is too long, or has a line end in it, and cannot be put into the install queue.";
+}
+inline std::string queueChanged(std::string_view path) {
+    return "The install queue " + quoted(path) + " was changed by another program meanwhile.  Try again.";
+}
+// `cause` is a sentence.
+inline std::string deleteForGood(std::string_view cause) {
+    return std::string(cause) + "  Do you want to delete the file for good?";
+}
+
 // Somebody else, a sync perhaps, wrote the file that is about to be saved.
 inline std::string changedMeanwhile(std::string_view path) {
     return quoted(path) + " was changed by another program since it was opened.  Do you want to replace it with what "
