@@ -12,6 +12,8 @@ using model::StoredCell;
 
 constexpr std::uint32_t kMostItems = 4096; // cells with words above are judged one by one
 
+constexpr std::uint32_t kFewRows = 48; // of a block: so few are found sooner than all words are looked at
+
 bool isOrdering(std::uint8_t code) {
     return code == '=' || code == '!' || code == '<' || code == 'L' || code == '>' || code == 'J';
 }
@@ -115,7 +117,9 @@ RowBits Condition::holding(std::uint32_t block, const RowBits& rows) {
     if (m_cells == nullptr)
         return rowByRow(block, rows);
     const RowBits filled = m_cells->filledInBlock(block);
-    const RowBits held = isQuick() ? wordByWord(block, rows) : cellByCell(block, model::commonBits(rows, filled));
+    const RowBits asked = model::commonBits(rows, filled);
+    const bool many = model::countBits(asked) > kFewRows;
+    const RowBits held = isQuick() && many ? wordByWord(block, asked) : cellByCell(block, asked);
     return m_emptyHolds ? rowsOfBoth(held, rowsWithout(rows, filled)) : held;
 }
 
@@ -125,28 +129,46 @@ RowBits Condition::rowByRow(std::uint32_t block, const RowBits& rows) {
     return held;
 }
 
-// Of all cells of the block, as looking at a word costs less than finding the ones that are asked for.
-RowBits Condition::wordByWord(std::uint32_t block, const RowBits& rows) {
+// All words of the block are looked at, as that costs less than finding the ones that are asked for.
+RowBits Condition::wordByWord(std::uint32_t block, const RowBits& asked) {
     RowBits held{};
     m_cells->eachStored(block, [&](std::uint32_t place, const StoredCell& cell) {
         if (cell.kind == StoredCell::Kind::Text)
-            addBit(held, place, model::bitOf(rows, place) && cellHolds(cell));
-        else if (m_words == Words::Range)
-            addBit(held, place, m_range.has(keyOfWord(m_form, cell.word)));
+            addBit(held, place, model::bitOf(asked, place) && textHolds(cell));
         else
-            addBit(held, place, itemHolds(cell));
+            addBit(held, place, wordHolds(cell));
     });
-    return model::commonBits(held, rows);
+    return model::commonBits(held, asked);
 }
 
-RowBits Condition::cellByCell(std::uint32_t block, const RowBits& rows) {
+// The cells are taken together ahead of looking at them: memory then delivers them side by side, and not each one
+// only when the one before has been judged.
+RowBits Condition::cellByCell(std::uint32_t block, const RowBits& asked) {
+    m_asked.clear();
+    model::eachBit(
+        asked, [&](std::uint32_t place) { m_asked.push_back(m_cells->stored(block * model::kBlockRows + place)); });
     RowBits held{};
-    model::eachBit(rows, [&](std::uint32_t place) {
-        const StoredCell cell = m_cells->stored(block * model::kBlockRows + place);
-        const bool isSought = m_finder && cell.kind == StoredCell::Kind::Text;
-        addBit(held, place, isSought ? m_finder->find(cell.text) != std::string_view::npos : cellHolds(cell));
+    auto cell = m_asked.begin();
+    model::eachBit(asked, [&](std::uint32_t place) {
+        addBit(held, place, cell->kind == StoredCell::Kind::Text ? textHolds(*cell) : wordHolds(*cell));
+        ++cell;
     });
     return held;
+}
+
+bool Condition::textHolds(const StoredCell& cell) {
+    return m_finder ? m_finder->find(cell.text) != std::string_view::npos : cellHolds(cell);
+}
+
+bool Condition::wordHolds(const StoredCell& cell) {
+    switch (m_words) {
+    case Words::Range:
+        return m_range.has(keyOfWord(m_form, cell.word));
+    case Words::Items:
+        return itemHolds(cell);
+    default:
+        return cellHolds(cell);
+    }
 }
 
 bool Condition::cellHolds(const StoredCell& cell) {

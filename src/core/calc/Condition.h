@@ -50,8 +50,10 @@ private:
     KeyRange keysBetween(std::uint64_t begin, std::uint64_t end, bool others) const;
 
     model::RowBits rowByRow(std::uint32_t block, const model::RowBits& rows);
-    model::RowBits wordByWord(std::uint32_t block, const model::RowBits& rows);
-    model::RowBits cellByCell(std::uint32_t block, const model::RowBits& rows);
+    model::RowBits wordByWord(std::uint32_t block, const model::RowBits& asked);
+    model::RowBits cellByCell(std::uint32_t block, const model::RowBits& asked);
+    bool textHolds(const model::StoredCell& cell);
+    bool wordHolds(const model::StoredCell& cell);
     bool cellHolds(const model::StoredCell& cell);
     bool itemHolds(const model::StoredCell& cell);
 
@@ -68,6 +70,7 @@ private:
     model::WordForm m_form = model::WordForm::Other;
     KeyRange m_range;
     std::vector<Known> m_items; // by word
+    std::vector<model::StoredCell> m_asked;
 
     std::string m_leftText; // where texts that a column keeps as words are made
     std::string m_rightText;

@@ -112,6 +112,11 @@ void TextColumn::copyBlock(Block& to, const Block& from, const RowBits& rows) {
         return;
     }
     to.words.reserve(countBits(kept));
+    std::size_t room = 0; // making it exactly also has the texts fetched together, not each one when it is copied
+    eachBit(commonBits(kept, from.plain),
+            [&](std::uint32_t place) { room += TextRun::storedSize(from.texts.at(from.words.value(place)).size()); });
+    if (room > 0)
+        to.texts.setRoom(room);
     eachBit(kept, [&](std::uint32_t place) {
         const std::uint32_t word = from.words.value(place);
         if (bitOf(from.plain, place)) {
