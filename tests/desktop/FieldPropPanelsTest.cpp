@@ -121,6 +121,24 @@ TEST_F(FieldPropPanels, theItemsOfAListAreEditedInTheListEditor) {
     EXPECT_EQ(text(0, kShelf), "Middle");
 }
 
+TEST_F(FieldPropPanels, cancelGivesBackTheOptionsThatWereToBecomeAList) {
+    openSample();
+    open(kCover, [this](QWidget& form) {
+        choose(form, "cmbFieldType", "List");
+        script.expect([this](QWidget& editor) {
+            script.expectMessage(QStringLiteral("Are you sure you want to delete the item Hard ?"),
+                                 QStringLiteral("Yes"));
+            clickOn(editor, "cmdDelete");
+            clickOn(editor, "OKButton");
+        });
+        clickOn(form, "cmdListItems");
+        EXPECT_EQ(db().Lists.at(kCover).Count(), 1);
+        clickOn(form, "CancelButton");
+    });
+    EXPECT_EQ(db().Lists.at(kCover), (model::ListDef{{1, 2}, {"Hard", "Soft"}}));
+    EXPECT_EQ(text(0, kCover), "Hard");
+}
+
 TEST_F(FieldPropPanels, defaultsAreChosenFromTheListOfTheType) {
     openSample();
     const auto chosen = [this](int slot, const char* entry) {

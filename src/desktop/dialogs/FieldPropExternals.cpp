@@ -26,6 +26,7 @@ void keepKnown(std::optional<std::uint8_t>& number, const std::vector<design::Nu
 
 std::vector<design::NumberedEntry> addressBookFields() {
     std::vector<design::NumberedEntry> entries;
+    entries.reserve(model::AddressBookFieldNames.size());
     for (const std::string_view name : model::AddressBookFieldNames)
         entries.push_back({static_cast<std::uint8_t>(entries.size()), std::string(name)});
     return entries;

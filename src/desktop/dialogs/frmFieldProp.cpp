@@ -12,6 +12,8 @@
 #include <QEventLoop>
 #include <QFocusEvent>
 
+#include <utility>
+
 namespace tallybook::desktop {
 
 namespace tags = design::tags;
@@ -55,6 +57,8 @@ frmFieldProp::frmFieldProp(model::Document& doc, platform::Services& services, i
         makeBoxesVisible(*this);
         connectControls();
     });
+    if (std::as_const(m_doc).CurrDB20.Lists.has(slot))
+        m_listBefore = std::as_const(m_doc).CurrDB20.Lists.at(slot);
     platform::runOperation(services.ui, tags::kFieldValues, [this] {
         m_draft = design::fillAttributeValues(m_doc.CurrDB20, m_slot, m_services);
         showDraft();
@@ -88,7 +92,8 @@ void frmFieldProp::fillAttributes() {
         m_ui->cmbDecDigs->addItem(QString::number(digits));
     keepLabelWidth();
     m_ui->lblNoPanel->setText(tr("Fields of this type have no further properties here."));
-    m_ui->lblItems->setText(tr("Items are changed at once, without OK."));
+    if (isList())
+        m_ui->lblItems->setText(tr("Items are changed at once, without OK."));
 }
 
 // The boxes stay in their place when a type has other labels than the one before.
@@ -105,7 +110,7 @@ void frmFieldProp::connectControls() {
     connect(m_ui->cmbFieldType, &QComboBox::activated, this, &frmFieldProp::chooseType);
     connect(m_ui->cmdListItems, &QPushButton::clicked, this, &frmFieldProp::editItems);
     connect(m_ui->OKButton, &QPushButton::clicked, this, &frmFieldProp::accept);
-    connect(m_ui->CancelButton, &QPushButton::clicked, this, &QDialog::reject);
+    connect(m_ui->CancelButton, &QPushButton::clicked, this, &frmFieldProp::reject);
 }
 
 void frmFieldProp::showDraft() {
@@ -250,6 +255,21 @@ void frmFieldProp::accept() {
     setVisible(true);
     showDraft();
     setFocusTo(outcome);
+}
+
+bool frmFieldProp::isList() const {
+    return m_doc.CurrDB20.Fields[static_cast<std::size_t>(m_slot)].Type == FieldType::List;
+}
+
+// The items of a list are changed at once. Those of an auto writer or a Radio Button that was to become a list are
+// still what the field had.
+void frmFieldProp::reject() {
+    model::SlotTable<model::ListDef>& lists = m_doc.CurrDB20.Lists;
+    if (!isList() && m_listBefore)
+        lists[m_slot] = *m_listBefore;
+    else if (!isList())
+        lists.erase(m_slot);
+    QDialog::reject();
 }
 
 QWidget* frmFieldProp::controlOf(const design::FieldPropResult& result) {

@@ -7,6 +7,7 @@
 #include <QDialog>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace tallybook::desktop {
@@ -23,6 +24,7 @@ public:
     // Unlike its base's, it goes on while the dialog hides itself for the change of a column.
     int exec() override;
     void accept() override; // OKButton
+    void reject() override; // CancelButton
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -38,6 +40,7 @@ private:
     void take();
     void chooseType(int type);
     void editItems();
+    bool isList() const; // as it is stored
     void leaveDefault();
     void setFocusTo(const design::FieldPropResult& result);
     QWidget* controlOf(const design::FieldPropResult& result);
@@ -48,6 +51,7 @@ private:
     int m_slot;
     design::FieldPropMode m_mode;
     design::FieldPropDraft m_draft;
+    std::optional<model::ListDef> m_listBefore; // of a field that is no list, and so must not lose it by Cancel
     FieldPropContext m_context;
     std::vector<std::unique_ptr<FieldPropPanel>> m_panels;
     AdvancedExpressionPanel* m_advanced = nullptr;
