@@ -1,5 +1,4 @@
 // What each panel of Field Properties does with its clicks, and what its OK stores.
-#include "core/pdb/Database.h"
 #include "desktop/FieldPropTest.h"
 
 #include <QLabel>
@@ -391,26 +390,7 @@ TEST_F(FieldPropPanels, aConditionalExpressionGivesATextOrAField) {
     EXPECT_EQ(db().CondExprs.at(kFree).FalseField, kTitle);
 }
 
-class ExternalPanels : public FieldPropPanels {
-protected:
-    // Another database beside the sample: name, city, number.
-    void putPublishers() {
-        model::Document other;
-        model::clearDocument(other);
-        other.CurrDB20.DBName = "MS2_Publishers";
-        other.CurrDB20.Fields[1] = {.Type = FieldType::Text, .Name = "House", .Default = {}};
-        other.CurrDB20.Fields[2] = {.Type = FieldType::Text, .Name = "City", .Default = {}};
-        other.CurrDB20.Fields[3] = {.Type = FieldType::Integer, .Name = "Number", .Default = {}};
-        other.CurrDB20.Views[4].Name = "By city";
-        other.CurrDB20.NumViews = 5;
-        auto built = pdb::buildDatabase(other, services);
-        ASSERT_TRUE(built);
-        files.put("/data/MS2_Publishers.pdb", built.value().bytes);
-    }
-};
-
-TEST_F(ExternalPanels, aJoinRefersToViewAndFieldsOfAnotherTallybook) {
-    putPublishers();
+TEST_F(FieldPropPanels, aJoinRefersToViewAndFieldsOfAnotherTallybook) {
     openSample();
     open(kFree, [](QWidget& form) {
         enter(form, "txtFieldName", "Printer");
@@ -441,8 +421,13 @@ TEST_F(ExternalPanels, aJoinRefersToViewAndFieldsOfAnotherTallybook) {
     EXPECT_EQ(db().Externals.at(kFree).KeyType, 1);
 }
 
-TEST_F(ExternalPanels, aTallybookThatIsMissingShowsNumbersAndKeepsThem) {
-    openSample();
+TEST_F(FieldPropPanels, aTallybookThatIsMissingShowsNumbersAndKeepsThem) {
+    putSample();
+    ASSERT_TRUE(files.remove(kPublishersPath));
+    show();
+    script.expectMessage(QStringLiteral("Cannot find external database MS2_Publishers.pdb. External references for "
+                                        "field \"Publisher\" will not be displayed"));
+    window().openFile(kSamplePath);
     const model::ExternalDef before = db().Externals.at(kJoin);
     open(kJoin, [](QWidget& form) {
         EXPECT_EQ(child<QComboBox>(form, "cmbDisplay")->currentText(), QStringLiteral("Field 01"));
@@ -453,8 +438,7 @@ TEST_F(ExternalPanels, aTallybookThatIsMissingShowsNumbersAndKeepsThem) {
     EXPECT_EQ(db().Externals.at(kJoin), before);
 }
 
-TEST_F(ExternalPanels, aTypedNameIsReadWhenItIsLeft) {
-    putPublishers();
+TEST_F(FieldPropPanels, aTypedNameIsReadWhenItIsLeft) {
     openWith(FieldType::DBJoin);
     open(kFree, [](QWidget& form) {
         enter(child<QComboBox>(form, "cmbSource")->lineEdit(), "publishers");
@@ -465,8 +449,7 @@ TEST_F(ExternalPanels, aTypedNameIsReadWhenItIsLeft) {
     });
 }
 
-TEST_F(ExternalPanels, aLookupFollowsAJoin) {
-    putPublishers();
+TEST_F(FieldPropPanels, aLookupFollowsAJoin) {
     openWith(FieldType::DBLookup);
     open(kFree, [](QWidget& form) {
         EXPECT_FALSE(child<QWidget>(form, "CmbViewList")->isVisible());
@@ -482,7 +465,7 @@ TEST_F(ExternalPanels, aLookupFollowsAJoin) {
     EXPECT_EQ(external.MatchField, 2);
 }
 
-TEST_F(ExternalPanels, anAddressBookFieldNamesTwoOfItsFields) {
+TEST_F(FieldPropPanels, anAddressBookFieldNamesTwoOfItsFields) {
     openWith(FieldType::AddressBookJoin);
     open(kFree, [](QWidget& form) {
         choose(form, "cmbABField1", "Last, First");
@@ -493,8 +476,7 @@ TEST_F(ExternalPanels, anAddressBookFieldNamesTwoOfItsFields) {
     EXPECT_EQ(db().Externals.at(kFree).ABField2(), 13);
 }
 
-TEST_F(ExternalPanels, aOneToManyFieldKeepsWhatItIsGiven) {
-    putPublishers();
+TEST_F(FieldPropPanels, aOneToManyFieldKeepsWhatItIsGiven) {
     openWith(FieldType::OneToMany);
     open(kFree, [this](QWidget& form) {
         choose(form, "cmbMDSource", "MS2_Publishers");

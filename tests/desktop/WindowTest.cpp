@@ -26,6 +26,21 @@ void WindowTest::putSample(const std::function<void(model::Document&)>& change) 
     auto built = pdb::buildDatabase(sample, services);
     ASSERT_TRUE(built) << built.error().description();
     files.put(kSamplePath, built.value().bytes);
+    putPublishers();
+}
+
+void WindowTest::putPublishers() {
+    model::Document other;
+    model::clearDocument(other);
+    other.CurrDB20.DBName = "MS2_Publishers";
+    other.CurrDB20.Fields[1] = {.Type = model::FieldType::Text, .Name = "House", .Default = {}};
+    other.CurrDB20.Fields[2] = {.Type = model::FieldType::Text, .Name = "City", .Default = {}};
+    other.CurrDB20.Fields[3] = {.Type = model::FieldType::Integer, .Name = "Number", .Default = {}};
+    other.CurrDB20.Views[4].Name = "By city";
+    other.CurrDB20.NumViews = 5;
+    auto built = pdb::buildDatabase(other, services);
+    ASSERT_TRUE(built) << built.error().description();
+    files.put(kPublishersPath, built.value().bytes);
 }
 
 desktop::frmMain& WindowTest::show() {

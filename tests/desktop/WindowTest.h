@@ -19,14 +19,18 @@
 namespace tallybook::test {
 
 inline const std::filesystem::path kSamplePath = "/data/MS2_Books.pdb";
+inline const std::filesystem::path kPublishersPath = "/data/MS2_Publishers.pdb";
 
 class WindowTest : public testing::Test {
 protected:
     WindowTest();
     ~WindowTest() override;
 
-    // Writes the sample, changed by `change`, to kSamplePath. The window is made by the first show().
+    // Writes the sample, changed by `change`, to kSamplePath, and the publishers beside it. The window is made by the
+    // first show().
     void putSample(const std::function<void(model::Document&)>& change = {});
+    // Writes the database that the sample's join refers to: the fields House, City and Number, the view "By city".
+    void putPublishers();
     desktop::frmMain& show();
     // The sample, open in the window.
     void openSample(const std::function<void(model::Document&)>& change = {});
