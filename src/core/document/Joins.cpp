@@ -25,6 +25,7 @@ using Path = std::filesystem::path;
 
 constexpr char kPart = '\xFF';
 constexpr std::uint32_t kNoRow = 0xFFFFFFFF;
+constexpr std::uint32_t kFirstRow = 0;
 
 std::vector<int> slotsOf(const DatabaseModel& db, FieldType type) {
     std::vector<int> slots;
@@ -188,13 +189,13 @@ std::optional<std::uint32_t> findDisplayText(const ExternalSlot& slot, std::stri
 
 void typeJoinKey(Document& doc, int joinSlot, int record, const std::string& text) {
     const ExternalSlot& tables = doc.External.at(joinSlot);
-    const auto row = text.empty() ? std::nullopt : findDisplayText(tables, text);
+    const std::uint32_t row = text.empty() ? kNoRow : findDisplayText(tables, text).value_or(kNoRow);
     std::string scratch;
     doc.grd.setText(record + model::kFirstDataRow, model::columnOfSlot(joinSlot), text);
-    doc.CellVals.set(record, joinSlot, row ? tables.ExtKeys(*row, scratch) : std::string_view(text));
+    doc.CellVals.set(record, joinSlot, row == kNoRow ? std::string_view(text) : tables.ExtKeys(row, scratch));
     doc.DocModified = true;
-    if (row.value_or(0) > 0)
-        return getLookups(doc, joinSlot, *row, record);
+    if (row != kNoRow && row != kFirstRow)
+        return getLookups(doc, joinSlot, row, record);
     doc.CellLongs.set(record, joinSlot, 0);
     eraseLookups(doc, joinSlot, record);
 }
