@@ -24,7 +24,7 @@ using platform::Services;
 using Path = std::filesystem::path;
 
 constexpr char kPart = '\xFF';
-constexpr std::uint32_t kNoRow = 0xFFFFFFFF;
+constexpr std::uint32_t kNoRow = KeyIndex::kNone;
 constexpr std::uint32_t kFirstRow = 0;
 
 std::vector<int> slotsOf(const DatabaseModel& db, FieldType type) {
@@ -97,10 +97,7 @@ std::vector<std::uint32_t> matchRecords(const Document& doc, const Services& ser
                                   ? doc.CellVals.slotColumn(join)
                                   : doc.grd.column(model::columnOfSlot(join));
     KeyIndex index(doc.External.at(join), keyType, services.regional);
-    std::vector<std::uint32_t> rows(static_cast<std::size_t>(doc.NumDataRecs));
-    for (std::uint32_t record = 0; record < rows.size(); ++record)
-        rows[record] = index.find(cells, record).value_or(kNoRow);
-    return rows;
+    return index.find(cells, static_cast<std::uint32_t>(doc.NumDataRecs));
 }
 
 // The column of a join or a lookup with a word for each record that has a row. The other cells keep their texts.

@@ -3,6 +3,7 @@
 #include "core/calc/Numbers.h"
 #include "core/model/FieldType.h"
 
+#include <array>
 #include <bit>
 #include <charconv>
 #include <functional>
@@ -11,7 +12,6 @@ namespace tallybook::document {
 
 namespace {
 
-using model::CellForm;
 using model::FieldType;
 using model::StoredCell;
 using model::TextColumn;
@@ -27,11 +27,13 @@ WordForm wordsOf(const TextColumn& column) {
     return column.coder() == nullptr ? WordForm::Other : column.coder()->form().words;
 }
 
-// Neighbouring numbers are spread over the table.
+// Spreads neighbouring numbers over all bits, and loses nothing: each step can be undone.
 std::uint64_t mixed(std::uint64_t bits) {
-    bits ^= bits >> 32;
-    bits *= 0x9E3779B97F4A7C15;
-    return bits ^ bits >> 29;
+    bits ^= bits >> 33;
+    bits *= 0xFF51AFD7ED558CCD;
+    bits ^= bits >> 33;
+    bits *= 0xC4CEB9FE1A85EC53;
+    return bits ^ bits >> 33;
 }
 
 // The whole number whose usual text this is.
@@ -69,26 +71,48 @@ KeyIndex::Compare KeyIndex::compareOf(std::uint8_t keyType) {
 KeyIndex::KeyIndex(const model::ExternalSlot& slot, std::uint8_t keyType, const platform::Regional& regional)
     : m_keys(&keyColumn(slot)), m_regional(regional), m_compare(compareOf(keyType)) {
     m_entries.resize(std::bit_ceil(std::size_t{slot.rows()} * 2 + 2));
-    for (std::uint32_t record = 0; record < slot.rows(); ++record) {
-        const auto key = keyOf(*m_keys, record, m_other);
+    eachKey(*m_keys, slot.rows(), [this](std::uint32_t record, const std::optional<Key>& key) {
         if (!key)
-            continue;
+            return;
         Entry& entry = entryFor(*key);
-        if (entry.record == kFree) // the first record of a key is the one that counts
-            entry = {key->hash, record};
+        if (entry.record == kNone) // the first record of a key is the one that counts
+            entry = {key->hash, record, key->isText};
+    });
+}
+
+std::vector<std::uint32_t> KeyIndex::find(const TextColumn& cells, std::uint32_t count) {
+    std::vector<std::uint32_t> records(count, kNone);
+    eachKey(cells, count, [&](std::uint32_t row, const std::optional<Key>& key) {
+        if (key)
+            records[row] = entryFor(*key).record;
+    });
+    return records;
+}
+
+// Calls use(row, key) for each row in turn. Keys are made some rows ahead, and the memory of their entries is asked
+// for then: entries lie anywhere, and waiting for each of them would cost more than all the rest.
+template <class Use> void KeyIndex::eachKey(const TextColumn& column, std::uint32_t count, Use&& use) {
+    constexpr std::uint32_t kAhead = 16;
+    struct Made {
+        std::optional<Key> key;
+        std::string scratch;
+    };
+    std::array<Made, kAhead> ring;
+    for (std::uint32_t row = 0; row < count + kAhead; ++row) {
+        Made& made = ring[row % kAhead];
+        if (row >= kAhead)
+            use(row - kAhead, made.key);
+        if (row >= count)
+            continue;
+        made.key = keyOf(column, row, made.scratch);
+        if (made.key)
+            __builtin_prefetch(&m_entries[placeOf(*made.key)]);
     }
 }
 
-std::optional<std::uint32_t> KeyIndex::find(const TextColumn& cells, std::uint32_t row) {
-    const auto key = keyOf(cells, row, m_other);
-    if (!key)
-        return std::nullopt;
-    const Entry& entry = entryFor(*key);
-    return entry.record == kFree ? std::nullopt : std::optional(entry.record);
-}
-
 // Nothing for a cell that has no match whatever there is.
-std::optional<KeyIndex::Key> KeyIndex::keyOf(const TextColumn& column, std::uint32_t row, std::string& scratch) {
+std::optional<KeyIndex::Key> KeyIndex::keyOf(const TextColumn& column, std::uint32_t row,
+                                             std::string& scratch) const {
     const StoredCell cell = column.stored(row);
     if (m_compare == Compare::Nothing || (m_compare == Compare::FilledTexts && cell.kind == StoredCell::Kind::Empty))
         return std::nullopt;
@@ -122,20 +146,16 @@ std::optional<std::uint64_t> KeyIndex::numberOf(const TextColumn& column, const 
 // The key's entry, or the free one that it would take.
 KeyIndex::Entry& KeyIndex::entryFor(const Key& key) {
     const std::size_t mask = m_entries.size() - 1;
-    std::size_t place = key.hash & mask;
-    while (m_entries[place].record != kFree && !isSame(m_entries[place], key))
+    std::size_t place = placeOf(key);
+    while (m_entries[place].record != kNone && !isSame(m_entries[place], key))
         place = (place + 1) & mask;
     return m_entries[place];
 }
 
-// Numbers are the same when their hashes are, as mixing loses nothing. Texts with the same hash are compared.
 bool KeyIndex::isSame(const Entry& entry, const Key& key) {
-    if (entry.hash != key.hash)
+    if (entry.hash != key.hash || entry.isText != key.isText)
         return false;
-    if (m_compare == Compare::Numbers)
-        return true;
-    const auto other = keyOf(*m_keys, entry.record, m_scratch);
-    return other && other->isText == key.isText && other->text == key.text;
+    return !key.isText || m_keys->text(entry.record, m_scratch) == key.text;
 }
 
 } // namespace tallybook::document
