@@ -174,6 +174,10 @@ TEST_F(AnyDatabases, damageIsReadOrRefused) {
             static_cast<void>(verifyRecords(file));
             model::DatabaseModel structure;
             static_cast<void>(readStructure(structure, file, "x"));
+            Document some;
+            ReadSteps steps;
+            steps.onlyFields = [&](const model::DatabaseModel&) { return FieldSet(dice()); };
+            static_cast<void>(readDatabase(some, file, "x", m_test.regional, steps));
             Document doc;
             const auto status = readDatabase(doc, file, "x", m_test.regional);
             if (!status.ok()) {

@@ -4,6 +4,7 @@
 #include "core/pdb/Database.h"
 #include "core/pdb/Names.h"
 #include "core/platform/Ansi.h"
+#include "core/platform/Containment.h"
 #include "core/platform/Paths.h"
 
 #include <vector>
@@ -45,9 +46,10 @@ std::vector<std::string> namesOf(std::string_view source, OlderFiles older) {
     return names;
 }
 
-bool isRegular(platform::Files& files, const Path& path) {
+// A regular file that lies in the folder itself, and is not led out of it by a link.
+bool isThere(platform::Files& files, const Path& path) {
     const auto state = files.state(path);
-    return state && state.value().kind == platform::FileKind::Regular;
+    return state && state.value().kind == platform::FileKind::Regular && platform::staysInFolder(files, path);
 }
 
 } // namespace
@@ -62,7 +64,7 @@ std::optional<Path> findExternalFile(platform::Files& files, const Path& folder,
         return std::nullopt;
     for (const std::string& name : namesOf(source, older)) {
         const Path path = platform::findIgnoringCase(files, folder / platform::ansi::toUtf8(name));
-        if (isRegular(files, path))
+        if (isThere(files, path))
             return path;
     }
     return std::nullopt;
