@@ -42,7 +42,7 @@ TEST_F(ExternalChoices, areTheOtherTallybooksOfTheFolder) {
     for (const char* name : {"MS2_Books.pdb", "MS2_Loans.PDB", "ms2_notes.pdb", "MSA_Old.pdb", "MS2_Notes.txt",
                              "Addresses.pdb", "MS2_Our_Publishers.pdb"})
         t.files.put(std::filesystem::path("/data") / name, {1});
-    EXPECT_EQ(otherTallybooks(doc, t), (std::vector<std::string>{"MS2_Loans", "MS2_Our_Publishers", "ms2_notes"}));
+    EXPECT_EQ(otherTallybooks(doc, t), (std::vector<std::string>{"MS2_Loans", "ms2_notes", "MS2_Our_Publishers"}));
 }
 
 TEST_F(ExternalChoices, areNoneWhereThereIsNoFolder) {

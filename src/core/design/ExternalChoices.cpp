@@ -1,11 +1,14 @@
 #include "core/design/ExternalChoices.h"
 
 #include "core/calc/Numbers.h"
-#include "core/pdb/Database.h"
-#include "core/pdb/Names.h"
-#include "core/platform/Ansi.h"
+#include "core/document/ExternalFiles.h"
+#include "core/document/ExternalReader.h"
+#include "core/handheld/DatabaseList.h"
+#include "core/platform/Paths.h"
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
 namespace tallybook::design {
 
@@ -16,48 +19,6 @@ using model::FieldType;
 using Entries = std::vector<NumberedEntry>;
 
 constexpr int kViews = model::MaxViews - 1; // the last slot is carried, not offered
-
-std::string lower(std::string_view text) {
-    std::string result(text);
-    std::transform(result.begin(), result.end(), result.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return result;
-}
-
-bool endsWithExtension(const std::string& lowered) {
-    return lowered.ends_with(pdb::kExtension);
-}
-
-// The name of the file, in lower case.
-std::string fileNameOf(std::string_view source) {
-    std::string name(source);
-    if (!endsWithExtension(lower(name)))
-        name += pdb::kExtension;
-    if (!pdb::has2xPrefix(name) && !pdb::has1xPrefix(name))
-        name.insert(0, pdb::kPrefix2x);
-    return lower(pdb::addUnderscore20(name));
-}
-
-std::string textOf(const std::filesystem::path& name) {
-    const std::u8string utf8 = name.u8string();
-    return platform::ansi::fromUtf8(std::string(utf8.begin(), utf8.end()));
-}
-
-// The files of the folder with names of the present format.
-std::vector<std::filesystem::path> tallybooksOf(const model::Document& doc, platform::Services& services) {
-    if (doc.CurrFolder.empty())
-        return {};
-    auto listed = services.files.list(doc.CurrFolder);
-    if (!listed.ok())
-        return {};
-    std::vector<std::filesystem::path> names;
-    for (const std::filesystem::path& name : listed.value()) {
-        const std::string text = lower(textOf(name));
-        if (text.starts_with(lower(pdb::kPrefix2x)) && endsWithExtension(text))
-            names.push_back(name);
-    }
-    return names;
-}
 
 std::string numbered(std::string_view what, int number) {
     return std::string(what) + ' ' + calc::zeroPadded(static_cast<std::uint64_t>(number), 2);
@@ -88,26 +49,22 @@ template <class Wanted> Entries fieldsOf(const DatabaseModel* other, Wanted want
 
 std::vector<std::string> otherTallybooks(const model::Document& doc, platform::Services& services) {
     std::vector<std::string> names;
-    for (const std::filesystem::path& name : tallybooksOf(doc, services))
-        if (name != doc.CurrFilePath.filename())
-            names.push_back(textOf(name.stem()));
+    if (doc.CurrFolder.empty())
+        return names;
+    const auto listed = handheld::getDBList20(services.files, doc.CurrFolder, handheld::NewEntry::Without);
+    if (!listed)
+        return names;
+    for (const handheld::DatabaseEntry& entry : listed.value())
+        if (entry.file != doc.CurrFilePath.filename())
+            names.push_back(platform::shownPath(entry.file.stem()));
     return names;
 }
 
 std::unique_ptr<DatabaseModel> readOtherTallybook(const model::Document& doc, platform::Services& services,
                                                   std::string_view source) {
-    if (source.empty())
-        return nullptr;
-    const std::string wanted = fileNameOf(source);
-    for (const std::filesystem::path& name : tallybooksOf(doc, services)) {
-        if (lower(textOf(name)) != wanted)
-            continue;
-        const auto bytes = services.files.read(doc.CurrFolder / name);
-        auto other = std::make_unique<DatabaseModel>();
-        if (bytes.ok() && pdb::readStructure(*other, bytes.value(), textOf(name)).ok())
-            return other;
-    }
-    return nullptr;
+    const auto path = document::findExternalFile(services.files, doc.CurrFolder, source, document::OlderFiles::No);
+    auto properties = path ? document::getExternalJoinProps(services, *path) : std::nullopt;
+    return properties ? std::make_unique<DatabaseModel>(std::move(*properties)) : nullptr;
 }
 
 Entries otherViews(const DatabaseModel* other) {

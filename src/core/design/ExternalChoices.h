@@ -20,7 +20,7 @@ struct NumberedEntry {
     bool operator==(const NumberedEntry&) const = default;
 };
 
-// The names of the databases beside the open one, without ".pdb", in the order of the folder. None for a database
+// The names of the databases beside the open one, without ".pdb", by name. None for a database
 // that has no folder yet.
 std::vector<std::string> otherTallybooks(const model::Document& doc, platform::Services& services);
 
