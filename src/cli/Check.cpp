@@ -37,7 +37,7 @@ void addCheck(CLI::App& app, Terminal& terminal, ExitCode& code) {
     auto options = std::make_shared<CheckOptions>();
     CLI::App* verb = app.add_subcommand("check", "Say what is wrong with a file, with record number and byte");
     addFileArgument(*verb, options->file);
-    addRegionOption(*verb, options->common);
+    addRegionOption(*verb, options->common.region);
     verb->callback([options, &terminal, &code] { code = check(*options, terminal); });
 }
 

@@ -25,17 +25,17 @@ std::optional<std::string> CommonOptions::password() const {
     return line;
 }
 
-void addRegionOption(CLI::App& verb, CommonOptions& options) {
+void addRegionOption(CLI::App& verb, std::string& region) {
     std::vector<std::string> names;
     for (const std::string_view name : regionNames())
         names.emplace_back(name);
-    verb.add_option("--region", options.region, "How dates, times and numbers are written (us, uk, de, se)")
+    verb.add_option("--region", region, "How dates, times and numbers are written (us, uk, de, se)")
         ->check(CLI::IsMember(names))
         ->capture_default_str();
 }
 
 void addOpenOptions(CLI::App& verb, CommonOptions& options) {
-    addRegionOption(verb, options);
+    addRegionOption(verb, options.region);
     verb.add_option("--password-file", options.passwordFile, "File whose first line is the password")
         ->check(CLI::ExistingFile);
     verb.add_option("--application-folder", options.applicationFolder,

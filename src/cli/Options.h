@@ -25,7 +25,7 @@ struct CommonOptions {
     std::optional<std::string> password() const;
 };
 
-void addRegionOption(CLI::App& verb, CommonOptions& options);
+void addRegionOption(CLI::App& verb, std::string& region);
 // The options of a verb that opens a database: region, passwords, application folder, answers.
 void addOpenOptions(CLI::App& verb, CommonOptions& options);
 

@@ -33,6 +33,9 @@ ExitCode run(const std::vector<std::string>& arguments, Terminal& terminal) {
     addCheck(app, terminal, code);
     addEdit(app, terminal, code);
     addExpr(app, terminal, code);
+    addUsers(app, terminal, code);
+    addList(app, terminal, code);
+    addInstall(app, terminal, code);
     try {
         // The parser takes its arguments from the back.
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));

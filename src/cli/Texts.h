@@ -22,4 +22,9 @@ inline std::string noSuchFilter(std::string_view name) {
     return "There is no filter \"" + std::string(name) + "\".";
 }
 
+inline std::string noSuchUser(std::string_view name) {
+    return "There is no user \"" + std::string(name) + "\".";
+}
+inline constexpr std::string_view kWhichUser = "There are several users: say --user NAME or --all.";
+
 } // namespace tallybook::cli

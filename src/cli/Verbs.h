@@ -20,5 +20,8 @@ void addRecalc(CLI::App& app, Terminal& terminal, ExitCode& code);
 void addCheck(CLI::App& app, Terminal& terminal, ExitCode& code);
 void addEdit(CLI::App& app, Terminal& terminal, ExitCode& code);
 void addExpr(CLI::App& app, Terminal& terminal, ExitCode& code);
+void addUsers(CLI::App& app, Terminal& terminal, ExitCode& code);
+void addList(CLI::App& app, Terminal& terminal, ExitCode& code);
+void addInstall(CLI::App& app, Terminal& terminal, ExitCode& code);
 
 } // namespace tallybook::cli

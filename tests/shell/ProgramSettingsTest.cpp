@@ -58,5 +58,12 @@ TEST(ProgramSettings, userIsKept) {
     EXPECT_EQ(loadUserId(settings), "Ann Smith");
 }
 
+TEST(ProgramSettings, folderOfTheHandheldIsWhatIsFoundUnlessSet) {
+    test::MemorySettings settings;
+    EXPECT_EQ(loadHandheldFolder(settings), "");
+    settings.set("Handheld", "Folder", "/media/stick/Palm");
+    EXPECT_EQ(loadHandheldFolder(settings), "/media/stick/Palm");
+}
+
 } // namespace
 } // namespace tallybook::shell

@@ -69,9 +69,7 @@ void Properties::fillFields() {
 }
 
 int Properties::userPosition() const {
-    const auto& names = m_users.UserNames;
-    const auto found = std::find(names.begin(), names.end(), m_users.CurrentUser);
-    return found == names.end() ? -1 : static_cast<int>(found - names.begin());
+    return m_users.currentPosition();
 }
 
 void Properties::chooseUser(int position) {

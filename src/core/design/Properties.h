@@ -1,10 +1,10 @@
 // The dialog DB Properties without its widgets.
 #pragma once
 
+#include "core/handheld/Users.h"
 #include "core/model/Document.h"
 #include "core/platform/Services.h"
 
-#include <filesystem>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -12,12 +12,7 @@
 
 namespace tallybook::design {
 
-// The users of the handheld, as whoever knows them hands them down. Names are Windows-1252.
-struct UserList {
-    std::vector<std::string> UserNames;
-    std::vector<std::filesystem::path> UserFolders; // of their databases, as many as UserNames
-    std::string CurrentUser;
-};
+using handheld::UserList;
 
 class Properties {
 public:

@@ -2,7 +2,7 @@
 
 #include "core/calc/Dates.h"
 #include "core/calc/Text.h"
-#include "core/model/Limits.h"
+#include "core/document/ExternalFiles.h"
 #include "core/pdb/Container.h"
 #include "core/pdb/Layout.h"
 #include "core/pdb/Names.h"
@@ -22,8 +22,6 @@ using platform::Result;
 using Path = std::filesystem::path;
 
 constexpr std::size_t kPrefixLength = pdb::kPrefix2x.size();
-constexpr std::string_view kOlderCreator = "MOSA";
-constexpr int kOlderFixedRecords = 40;
 constexpr std::size_t kShortestName = 9; // a prefix, one character and the extension
 // The handheld's own lists of categories, in the form that names are compared in.
 constexpr std::array<std::string_view, 3> kSystemDatabases = {
@@ -70,31 +68,19 @@ std::string withoutPrefix(const std::string& name) {
     return prefixed ? name.substr(kPrefixLength) : name;
 }
 
-// Data records by the record list, deleted ones left out; less than 0 for a file of another kind.
-int recordsOf(pdb::ByteReader& in, const pdb::FileHeader& header, bool older) {
-    if (header.creator != (older ? kOlderCreator : pdb::layout::kCreator))
-        return -1;
-    const auto list = pdb::readRecordList(in, header);
-    return list ? list.value().count() - (older ? kOlderFixedRecords : model::kFixedRecords) : -1;
-}
-
 // A row, or nothing for a file that is no database.
 std::optional<DatabaseRow> rowOf(Files& files, const Path& folder, const Path& file) {
-    constexpr std::size_t kHeadBytes = pdb::layout::kHeaderSize + 65535 * pdb::layout::kEntrySize;
+    const int records = document::numberOfRecords(files, folder / file);
     const auto state = files.state(folder / file);
-    const auto head = files.readPart(folder / file, 0, kHeadBytes);
-    if (!state || !head)
+    const auto head = files.readPart(folder / file, 0, pdb::layout::kHeaderSize);
+    if (records < 0 || !state || !head)
         return std::nullopt;
     pdb::ByteReader in(head.value());
     const auto header = pdb::readheader20(in);
     if (!header)
         return std::nullopt;
-    const bool older = hasEnding(file, pdb::kPrefix1x);
-    const int records = recordsOf(in, header.value(), older);
-    if (records < 0)
-        return std::nullopt;
     return DatabaseRow{.name = withoutPrefix(header.value().name),
-                       .format = older ? kFormat1x : kFormat2x,
+                       .format = hasEnding(file, pdb::kPrefix1x) ? kFormat1x : kFormat2x,
                        .records = records,
                        .modified = state.value().modified,
                        .file = file};

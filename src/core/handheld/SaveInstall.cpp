@@ -10,6 +10,11 @@ void say(platform::Services& services, const std::string& text) {
 
 } // namespace
 
+std::string installedText(std::string_view fileName, std::string_view names) {
+    return std::string(fileName) + " will be installed during next HotSync for username(s) " + std::string(names) +
+           '.';
+}
+
 SaveInstallEnd saveAndInstall(model::Document& doc, platform::Services& services, HandheldDesktop& desktop,
                               UserList& users, const std::function<std::uint16_t()>& frmUser) {
     if (document::saveDocument(doc, services, users.currentFolder()) != document::Outcome::Done)
@@ -24,7 +29,7 @@ SaveInstallEnd saveAndInstall(model::Document& doc, platform::Services& services
     if (names.empty())
         return SaveInstallEnd::NotInstalled;
     doc.DocModified = false;
-    say(services, doc.CurrFileName + " will be installed during next HotSync for username(s) " + names + ".");
+    say(services, installedText(doc.CurrFileName, names));
     return SaveInstallEnd::Installed;
 }
 

@@ -6,8 +6,13 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
+#include <string_view>
 
 namespace tallybook::handheld {
+
+// What is said when a file waits for the next sync of the users whose names installToUser gave.
+std::string installedText(std::string_view fileName, std::string_view names);
 
 enum class SaveInstallEnd {
     NotSaved,     // refused or cancelled; the reason has been said

@@ -19,8 +19,8 @@ inline constexpr std::string_view kUserBackupFolder = "Backup";
 struct UserList {
     std::vector<std::string> UserNames;
     std::vector<std::filesystem::path> UserFolders; // of their databases, as many as UserNames
-    std::string CurrentUser;                        // picked last; may be nobody's name, or empty
-    std::filesystem::path CorePath;
+    std::string CurrentUser{};                      // picked last; may be nobody's name, or empty
+    std::filesystem::path CorePath{};
 
     int UserCount() const { return static_cast<int>(UserNames.size()); }
     // The position of CurrentUser, -1 when the list has no such user.

@@ -1,11 +1,13 @@
 // Which files may be opened at all.
 #pragma once
 
+#include "core/handheld/OpenDialog.h"
+
 #include <string_view>
 
 namespace tallybook::shell {
 
-inline constexpr std::string_view kNoValidFile = "No the Valid file for Tallybook Pocket.";
+using handheld::kNoValidFile;
 
 // True for a file name, without its folder, that starts with the prefix of one of the two formats, in any letter
 // case.

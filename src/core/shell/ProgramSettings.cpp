@@ -60,6 +60,10 @@ std::string loadUserId(const platform::Settings& settings) {
     return settings.get(kSection, "UserID", "");
 }
 
+std::string loadHandheldFolder(const platform::Settings& settings) {
+    return settings.get("Handheld", "Folder", "");
+}
+
 void saveUserId(const std::string& user, platform::Settings& settings) {
     settings.set(kSection, "UserID", user);
 }

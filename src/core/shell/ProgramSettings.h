@@ -35,4 +35,8 @@ void saveDisplayChoices(const document::DisplayChoices& choices, platform::Setti
 std::string loadUserId(const platform::Settings& settings);
 void saveUserId(const std::string& user, platform::Settings& settings);
 
+// Where the handheld's desktop software lies, UTF-8: a folder, or "own" for the program's own; empty for what is
+// found.
+std::string loadHandheldFolder(const platform::Settings& settings);
+
 } // namespace tallybook::shell

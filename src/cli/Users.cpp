@@ -1,0 +1,38 @@
+// tallybook users: the handheld's users and where their databases lie.
+#include "cli/HandheldSession.h"
+#include "cli/RowText.h"
+#include "cli/Verbs.h"
+#include "core/calc/Ansi.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <ostream>
+
+namespace tallybook::cli {
+
+namespace {
+
+ExitCode users(const HandheldOptions& options, Terminal& terminal) {
+    HandheldSession session(terminal, options);
+    if (!session.start())
+        return ExitCode::Refused;
+    RowText line(RowForm::Tsv);
+    const handheld::UserList& all = session.users();
+    for (std::size_t user = 0; user < all.UserNames.size(); ++user) {
+        line.add(calc::ansi::toUtf8(all.UserNames[user]));
+        line.add(all.UserFolders[user].string());
+        terminal.out << line.finish();
+    }
+    return ExitCode::Done;
+}
+
+} // namespace
+
+void addUsers(CLI::App& app, Terminal& terminal, ExitCode& code) {
+    auto options = std::make_shared<HandheldOptions>();
+    CLI::App* verb = app.add_subcommand("users", "Print the handheld's users and the folders of their databases");
+    addHandheldOptions(*verb, *options);
+    verb->callback([options, &terminal, &code] { code = users(*options, terminal); });
+}
+
+} // namespace tallybook::cli
