@@ -36,6 +36,9 @@ ExitCode run(const std::vector<std::string>& arguments, Terminal& terminal) {
     addUsers(app, terminal, code);
     addList(app, terminal, code);
     addInstall(app, terminal, code);
+    addNew(app, terminal, code);
+    addSchema(app, terminal, code);
+    addRetype(app, terminal, code);
     try {
         // The parser takes its arguments from the back.
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));

@@ -29,7 +29,7 @@ Session::Session(Terminal& terminal, const CommonOptions& options)
       m_regional(options.regional()), m_services{m_user, m_files, m_clock, m_regional,
                                                  applicationFolder(options, m_folder)} {}
 
-bool Session::open(const std::filesystem::path& file) {
+bool Session::prepareFolders() {
     if (m_services.applicationFolder.empty()) {
         m_user.say(std::string(kNoTemporaryFolder));
         return false;
@@ -37,6 +37,12 @@ bool Session::open(const std::filesystem::path& file) {
     std::error_code ignored; // what is missing in the end shows when it is used
     for (const char* folder : {"Temp", "Backup"})
         std::filesystem::create_directory(m_services.applicationFolder / folder, ignored);
+    return true;
+}
+
+bool Session::open(const std::filesystem::path& file) {
+    if (!prepareFolders())
+        return false;
     if (document::OpenDatabase(m_document, m_services, std::filesystem::absolute(file)) == document::Outcome::Done) {
         m_user.forgetSpoken(); // a join without its database is no refusal
         return true;

@@ -20,6 +20,9 @@ class Session {
 public:
     Session(Terminal& terminal, const CommonOptions& options);
 
+    // Makes the folders that opening and saving use. False when there is no place for them, which has been said.
+    bool prepareFolders();
+
     // Reads the file into the document. False when that was refused; the reason then stands on standard error.
     bool open(const std::filesystem::path& file);
 

@@ -84,7 +84,14 @@ Answer TerminalUser::message(const Message& message) {
     return isComplaint(message) ? Answer::Cancel : ask(message);
 }
 
+void TerminalUser::prepareAnswer(std::string_view start, Answer answer) {
+    m_prepared.push_back({std::string(start), answer});
+}
+
 Answer TerminalUser::ask(const Message& message) {
+    for (const Prepared& prepared : m_prepared)
+        if (message.text.starts_with(prepared.start))
+            return prepared.answer;
     const std::vector<Choice> all = choices(message.buttons);
     if (m_answers.yes)
         return all.front().answer;

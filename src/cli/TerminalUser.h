@@ -8,6 +8,8 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace tallybook::cli {
 
@@ -33,6 +35,9 @@ public:
     void forgetSpoken() { m_spoke = false; }
     void say(const std::string& text); // Windows-1252
 
+    // The answer to a question whose text begins so; nobody is asked then.
+    void prepareAnswer(std::string_view start, platform::Answer answer);
+
     platform::Answer message(const platform::Message& message) override;
     void beep() override {}
     std::optional<std::string> askPassword(const std::string& actionWord, const std::string& fileName) override;
@@ -50,7 +55,13 @@ private:
     platform::Answer ask(const platform::Message& message);
 
     Terminal& m_terminal;
+    struct Prepared {
+        std::string start;
+        platform::Answer answer;
+    };
+
     Answers m_answers;
+    std::vector<Prepared> m_prepared;
     std::string m_passwordGivenFor; // action word that the password file has answered already
     Pointer m_pointer = Pointer::Default;
     bool m_spoke = false;

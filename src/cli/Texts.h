@@ -14,6 +14,33 @@ inline constexpr std::string_view kQuestionUnanswered =
 inline constexpr std::string_view kChangesNotSaved = "Changes were not saved.";
 inline constexpr std::string_view kNoTemporaryFolder = "A temporary folder could not be made.";
 
+// Making a database from a description, and describing one. UTF-8.
+inline constexpr std::string_view kNoDescription = "The description could not be read.";
+inline constexpr std::string_view kTooManyOperands = "An expression has at most 8 operands.";
+inline constexpr std::string_view kTooManyOperators = "An expression has at most 7 operators.";
+inline constexpr std::string_view kWrongOptionCount = "A radio button has 2 to 8 options.";
+inline constexpr std::string_view kEmptyItem = "An item cannot be empty.";
+inline constexpr std::string_view kDoubledId = "Two items have the same id.";
+inline constexpr std::string_view kCategoriesAreList = "The categories are always a list.";
+inline constexpr std::string_view kCategoriesNotSearched = "The categories are not among the searched fields.";
+inline std::string noSuchType(std::string_view name) {
+    return "There is no field type \"" + std::string(name) + "\".";
+}
+inline constexpr std::string_view kDoubledSlot = "Two of them have the same slot.";
+inline constexpr std::string_view kTooManyFilters = "There are 12 filters at most.";
+inline constexpr std::string_view kTooManyViews = "There are 12 views at most.";
+inline constexpr std::string_view kTooManySortKeys = "A view has at most 3 sort keys.";
+inline constexpr std::string_view kCarriedDiffers =
+    "What \"carried\" holds does not go with what stands beside it: change neither, or take \"carried\" out.";
+inline constexpr std::string_view kNotDescribedPasswords = "Passwords are not described.";
+inline constexpr std::string_view kNotDescribedSpareFilters = "The two spare filters are not described.";
+inline std::string noSuchOperator(std::string_view sign) {
+    return "The operator \"" + std::string(sign) + "\" is not offered here.";
+}
+inline std::string nothingWritten(std::string_view place) {
+    return "Nothing was written: " + std::string(place) + " was refused.";
+}
+
 // The names are Windows-1252.
 inline std::string noSuchView(std::string_view name) {
     return "There is no view \"" + std::string(name) + "\".";

@@ -5,6 +5,7 @@
 #include "core/platform/Services.h"
 
 #include <filesystem>
+#include <string>
 
 namespace tallybook::document {
 
@@ -41,6 +42,9 @@ void CreateNewDatabase(model::Document& doc, platform::Services& services);
 // prefix of the older format in the target's name becomes "MS2_", its blanks become "_": see savedPath. Does not
 // touch DocModified, the paths or the recent files.
 Outcome savePDBFile20(model::Document& doc, platform::Services& services, const std::filesystem::path& target);
+
+// Why a new file may not have this name, prefix and ending included; empty when it may.
+std::string faultOfFileName(const std::string& name);
 
 // Where savePDBFile20 puts a file for a target.
 std::filesystem::path savedPath(const std::filesystem::path& target);

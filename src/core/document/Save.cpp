@@ -68,17 +68,6 @@ bool hasForbiddenCharacter(std::string_view name) {
     return false;
 }
 
-// Why a file may not have this name; empty when it may.
-std::string faultOfName(const std::string& name) {
-    if (!name.starts_with(pdb::kPrefix2x))
-        return "Filename not valid.  Tallybook file name must start with \"MS2_\".";
-    if (name.size() > kLongestName)
-        return std::string(platform::texts::kNameTooLong);
-    if (hasForbiddenCharacter(name))
-        return std::string(platform::texts::kNameForbidden);
-    return {};
-}
-
 // True when no file is there, or the user lets it go.
 bool mayTakePlace(Services& services, const Path& place) {
     if (!exists(services, place))
@@ -103,7 +92,7 @@ std::optional<Path> askNewName(model::Document& doc, Services& services) {
         if (!chosen)
             return std::nullopt;
         const Path path = withEnding(*chosen);
-        const std::string fault = faultOfName(path.filename().string());
+        const std::string fault = faultOfFileName(path.filename().string());
         if (fault.empty()) {
             if (mayReplace(services, path))
                 return path;
@@ -151,6 +140,16 @@ void say(Services& services, std::string_view text) {
 }
 
 } // namespace
+
+std::string faultOfFileName(const std::string& name) {
+    if (!name.starts_with(pdb::kPrefix2x))
+        return "Filename not valid.  Tallybook file name must start with \"MS2_\".";
+    if (name.size() > kLongestName)
+        return std::string(platform::texts::kNameTooLong);
+    if (hasForbiddenCharacter(name))
+        return std::string(platform::texts::kNameForbidden);
+    return {};
+}
 
 Path savedPath(const Path& target) {
     std::string name = target.filename().string();
