@@ -90,7 +90,9 @@ bool change(Session& session, const RetypeOptions& options) {
     if (attributes.has("name"))
         draft.txtFieldName = attributes.text("name");
     enterAttributes(attributes, doc.CurrDB20, services, draft);
-    return design::fieldPropertiesOK(doc, services, slot, draft, design::FieldPropMode::Document).accepted;
+    // No is an answer too, and more than one question goes on with it: nobody has given it here.
+    return design::fieldPropertiesOK(doc, services, slot, draft, design::FieldPropMode::Document).accepted &&
+           !session.user().leftUnanswered();
 }
 
 ExitCode retype(const RetypeOptions& options, Terminal& terminal) {

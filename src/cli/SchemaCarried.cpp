@@ -123,9 +123,12 @@ Bytes attributeBytes(const DatabaseModel& db, int slot) {
 
 platform::Status readAttributeBytes(pdb::ByteReader& in, std::size_t size, DatabaseModel& db, int slot) {
     const auto length = static_cast<std::int64_t>(size) + 1; // with the record's number
+    const FieldType type = db.Fields[static_cast<std::size_t>(slot)].Type;
     const platform::Status status = pdb::readAttribute(in, db, slot, {length, pdb::NextValueLayout::Present});
-    if (db.Fields[static_cast<std::size_t>(slot)].Type == FieldType::ConditionalExpression)
+    if (type == FieldType::ConditionalExpression)
         straightenLinks(db.CondExprs[slot]);
+    if (type == FieldType::Expression || type == FieldType::AdvExpression)
+        in.skipBytes(1); // the zero behind an expression, which nobody reads
     return status;
 }
 

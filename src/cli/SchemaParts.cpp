@@ -226,6 +226,8 @@ void makeField(const SchemaObject& field, model::Document& doc, platform::Servic
     enterAttributes(field, doc.CurrDB20, services, draft);
     if (slot == 0 && field.has("searched"))
         field.misuse("searched", std::string(kCategoriesNotSearched));
+    if (draft.type() == FieldType::DBJoin) // a new one, so that nobody is told that its fields have changed
+        doc.CurrDB20.Fields[static_cast<std::size_t>(slot)].Type = FieldType::NotUsed;
     if (!design::fieldPropertiesOK(doc, services, slot, draft, design::FieldPropMode::Ma).accepted)
         field.refuse({});
     if (draft.type() == FieldType::List)
@@ -255,6 +257,8 @@ Json describeField(const DatabaseModel& db, int slot, platform::Services& quiet)
     });
     if (!made) {
         clearSlot(trial->CurrDB20, slot);
+        if (slot == 0)
+            trial->CurrDB20.Fields[0].Type = FieldType::List;
         return carriedOnly(slot, carriedOfField(db, trial->CurrDB20, slot));
     }
     trial->CurrDB20.Fields[static_cast<std::size_t>(slot)].SearchField = words.contains("searched") ? 1 : 0;

@@ -103,6 +103,7 @@ Answer TerminalUser::ask(const Message& message) {
             if (!line->empty() && choice.word.starts_with(*line))
                 return choice.answer;
     }
+    m_leftUnanswered = true;
     m_terminal.err << kQuestionUnanswered << '\n';
     return refusal(message.buttons);
 }

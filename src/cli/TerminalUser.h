@@ -32,7 +32,9 @@ public:
 
     // True once anything was said, so that a refusal that the windows make in silence can be put into words.
     bool spoke() const { return m_spoke; }
-    void forgetSpoken() { m_spoke = false; }
+    // True once a question was turned down because nobody could answer it.
+    bool leftUnanswered() const { return m_leftUnanswered; }
+    void forgetSpoken() { m_spoke = m_leftUnanswered = false; }
     void say(const std::string& text); // Windows-1252
 
     // The answer to a question whose text begins so; nobody is asked then.
@@ -65,6 +67,7 @@ private:
     std::string m_passwordGivenFor; // action word that the password file has answered already
     Pointer m_pointer = Pointer::Default;
     bool m_spoke = false;
+    bool m_leftUnanswered = false;
 };
 
 } // namespace tallybook::cli

@@ -5,6 +5,7 @@
 #include "core/pdb/Passwords.h"
 
 #include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
 #include <string>
 
 namespace tallybook::cli {
@@ -14,19 +15,22 @@ using model::FieldType;
 
 constexpr const char* kUnanswered = "Nobody is there to answer: run the command at a terminal or use --yes.\n";
 
-// A Text with numbers but for one, an Integer, and a list with a spare item.
+// A Text with numbers but for one, an Integer, and two fields with items that no record has.
 platform::Bytes book(const std::string& designPassword = {}) {
     samples::SampleBuilder sample("MS2_Retype");
     sample.addField(FieldType::Text, "Amount");
     sample.addField(FieldType::Integer, "Number");
     sample.addField(FieldType::List, "Kind");
     sample.addItems(3, {"red", "green", "blue"});
+    sample.addField(FieldType::RadioButton, "Size");
+    sample.addItems(4, {"small", "large"});
     const char* amounts[] = {"12", "abc", "3.5"};
     for (int i = 0; i < 3; ++i) {
         sample.addRecord();
         sample.set(1, amounts[i]);
         sample.set(2, std::to_string(70 + i));
         sample.setItem(3, i == 0 ? "green" : "red");
+        sample.setItem(4, "large");
     }
     if (!designPassword.empty())
         sample.database().Passwords[static_cast<std::size_t>(model::PasswordKind::Design)] =
@@ -45,6 +49,14 @@ protected:
         return test.run(arguments);
     }
     std::string cells() { return test.run({"cells", "MS2_Out.pdb", "--tsv"}).out; }
+    // The items of a field, by its description.
+    std::string itemsOf(const std::string& name) {
+        const auto description = nlohmann::json::parse(test.run({"schema", "MS2_Out.pdb"}).out);
+        for (const auto& field : description["fields"])
+            if (field["name"] == name)
+                return field["items"].dump();
+        return {};
+    }
     bool written() const { return std::filesystem::exists(test.path("MS2_Out.pdb")); }
 
     CommandTest test;
@@ -60,10 +72,12 @@ TEST_F(RetypeVerbTest, refusesAnUnansweredQuestion) {
     EXPECT_EQ(test.bytes("MS2_Retype.pdb"), book());
 }
 
+// What is no number becomes 0, which a file does not keep.
 TEST_F(RetypeVerbTest, convertsWhenTold) {
     EXPECT_EQ(retype("amount", "long", {"--convert"}).code, 0);
-    EXPECT_EQ(cells(), "Categories\tAmount\tNumber\tKind\nUnfiled\t12\t70\tgreen\nUnfiled\t0\t71\tred\n"
-                       "Unfiled\t4\t72\tred\n");
+    EXPECT_EQ(cells(),
+              "Categories\tAmount\tNumber\tKind\tSize\nUnfiled\t12\t70\tgreen\tlarge\nUnfiled\t\t71\tred\tlarge\n"
+              "Unfiled\t4\t72\tred\tlarge\n");
 }
 
 TEST_F(RetypeVerbTest, asksAboutKeys) {
@@ -87,26 +101,20 @@ TEST_F(RetypeVerbTest, aColumnThatMakesNoKeysIsRefused) {
 }
 
 TEST_F(RetypeVerbTest, asksAboutTheItemsOfAField) {
-    ASSERT_EQ(retype("Kind", "Text", {"--convert"}).code, 0);
     EXPECT_EQ(retype("Amount", "List", {"--convert"}).code, 0); // there is no list yet
     EXPECT_NE(cells().find("\tabc\t"), std::string::npos);
-    const std::string info = test.run({"info", "MS2_Out.pdb", "--json"}).out;
-    EXPECT_NE(info.find("\"3.5\""), std::string::npos);
-    // A radio button has items, of which one is not used.
-    ASSERT_EQ(retype("Kind", "Radio Button", {"--convert"}).code, 0);
-    const auto back = [&](const char* option) {
-        return test.run({"retype", "MS2_Out.pdb", "Kind", "List", "--out", "MS2_Back.pdb", "--convert", option});
-    };
-    const CommandResult asked =
-        test.run({"retype", "MS2_Out.pdb", "Kind", "List", "--out", "MS2_Back.pdb", "--convert"});
-    EXPECT_EQ(asked.code, 0) << "a radio button's column was emptied, so no item is left to keep: " << asked.err;
-    EXPECT_EQ(back("--keep-list").code, 0);
-    EXPECT_EQ(back("--new-list").code, 0);
+    const CommandResult asked = retype("Size", "List", {"--convert"});
+    EXPECT_EQ(asked.code, 1);
+    EXPECT_NE(asked.err.find("Clear existing list and create new list?\n"), std::string::npos) << asked.err;
+    EXPECT_EQ(retype("Size", "List", {"--convert", "--keep-list"}).code, 0);
+    EXPECT_EQ(itemsOf("Size"), R"(["small","large"])");
+    EXPECT_EQ(retype("Size", "List", {"--convert", "--new-list"}).code, 0);
+    EXPECT_EQ(itemsOf("Size"), R"(["large"])");
 }
 
 TEST_F(RetypeVerbTest, takesWhatTheNewTypeNeeds) {
     EXPECT_EQ(retype("Amount", "Float", {"--convert", "--attributes", R"({"decimals": 2, "name": "Sum"})"}).code, 0);
-    EXPECT_EQ(cells().substr(0, 39), "Categories\tSum\tNumber\tKind\nUnfiled\t12.00");
+    EXPECT_EQ(cells().substr(0, 45), "Categories\tSum\tNumber\tKind\tSize\nUnfiled\t12.00");
     const CommandResult missing = retype("Amount", "Adv Expression", {"--convert"});
     EXPECT_EQ(missing.code, 1);
     EXPECT_NE(missing.err.find("The expression is empty.\n"), std::string::npos) << missing.err;

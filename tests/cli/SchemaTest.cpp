@@ -90,7 +90,9 @@ TEST_F(SchemaTest, givesBackWhatNoDialogMakes) {
                     any.foreign.records[static_cast<std::size_t>(slot) + 2].bytes[at];
         const Json description = describe(any.foreign.bytes());
         expectSame(made(description), expected, description);
-        EXPECT_TRUE(t.user.messages.empty());
+        for (const platform::Message& message : t.user.messages)
+            ADD_FAILURE() << message.text;
+        t.user.messages.clear();
     }
 }
 

@@ -2,11 +2,14 @@
 #include "CommandRunner.h"
 #include "Samples.h"
 #include "TestBooks.h"
+#include "cli/Program.h"
+#include "cli/Terminal.h"
 
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <nlohmann/json.hpp>
+#include <sstream>
 #include <string>
 
 namespace tallybook::cli {
@@ -17,6 +20,18 @@ using Json = nlohmann::json;
 CommandResult make(const CommandTest& test, const std::string& description) {
     test.put("schema.json", description);
     return test.run({"new", "MS2_New.pdb", "--schema", "schema.json"});
+}
+
+// The same inside this process, which is quicker for many.
+CommandResult makeInside(const CommandTest& test, const std::string& description) {
+    test.put("schema.json", description);
+    std::istringstream in;
+    std::ostringstream out;
+    std::ostringstream err;
+    Terminal terminal(in, out, err, false);
+    const ExitCode code =
+        run({"new", test.path("MS2_New.pdb").string(), "--schema", test.path("schema.json").string()}, terminal);
+    return {static_cast<int>(code), out.str(), err.str()};
 }
 
 // The example of the documentation, which is the first block of JSON in it.
@@ -40,7 +55,8 @@ TEST(SchemaVerbsTest, makesTheExampleOfTheDocumentation) {
     const CommandTest test;
     const Json example = Json::parse(documentedExample());
     const CommandResult result = make(test, example.dump());
-    EXPECT_EQ(result.code, 0) << result.err;
+    EXPECT_EQ(result.code, 0);
+    EXPECT_EQ(result.err, "");
     const CommandResult printed = test.run({"schema", "MS2_New.pdb"});
     EXPECT_EQ(printed.code, 0);
     EXPECT_EQ(printed.err, "");
@@ -213,7 +229,7 @@ TEST(SchemaVerbsTest, refusesWhatTheDialogsRefuse) {
     };
     const CommandTest test;
     for (const Refusal& refusal : cases) {
-        const CommandResult result = make(test, refusal.description);
+        const CommandResult result = makeInside(test, refusal.description);
         EXPECT_EQ(result.code, 1) << refusal.description;
         EXPECT_EQ(result.err.substr(0, refusal.message.size() + 1), refusal.message + '\n') << refusal.description;
         EXPECT_NE(result.err.find("\nNothing was written: "), std::string::npos) << result.err;
@@ -248,9 +264,10 @@ TEST(SchemaVerbsTest, aDescriptionThatMakesNoSenseIsAMistakeOfTheCall) {
     };
     const CommandTest test;
     for (const Refusal& refusal : cases) {
-        const CommandResult result = make(test, refusal.description);
+        const CommandResult result = makeInside(test, refusal.description);
         EXPECT_EQ(result.code, 2) << refusal.description;
-        EXPECT_EQ(result.err.substr(0, refusal.message.size()), refusal.message) << refusal.description;
+        EXPECT_NE(result.err.find(refusal.message), std::string::npos) << result.err;
+        EXPECT_EQ(result.err.find("Nothing was written"), std::string::npos) << refusal.description;
         EXPECT_FALSE(std::filesystem::exists(test.path("MS2_New.pdb")));
     }
     EXPECT_EQ(test.run({"new", "MS2_New.pdb", "--schema", "none.json"}).code, 2);
