@@ -6,9 +6,9 @@
 #include "cli/Verbs.h"
 #include "core/calc/Ansi.h"
 #include "core/design/FieldProperties.h"
+#include "core/design/FieldProps.h"
 #include "core/document/OpenSave.h"
 #include "core/document/Recalculate.h"
-#include "core/pdb/Passwords.h"
 
 #include <CLI/CLI.hpp>
 #include <memory>
@@ -78,7 +78,7 @@ bool change(Session& session, const RetypeOptions& options) {
     const int slot = slotOf(doc, options.field);
     if (!design::typeMayChange(slot) && type != model::FieldType::List)
         throw SchemaFault{ExitCode::Refused, {}, std::string(kCategoriesAreList)};
-    if (!pdb::AuthorizeDB(doc, services, model::PasswordKind::Design))
+    if (!design::mayOpenFieldProps(doc, services, slot))
         return false;
     design::FieldPropDraft draft = design::fillAttributeValues(doc.CurrDB20, slot, services);
     design::selectFieldType(draft, type, doc.CurrDB20, slot, services);

@@ -141,6 +141,16 @@ TEST_F(RetypeVerbTest, namesWhatIsNotThere) {
     EXPECT_FALSE(written());
 }
 
+TEST_F(RetypeVerbTest, leavesAReadOnlyDatabaseAlone) {
+    platform::Bytes bytes = book();
+    bytes[80 + 8 * 90 + 10] = 1; // behind the list of 90 records: the eleventh byte of the first
+    test.put("MS2_Retype.pdb", bytes);
+    const CommandResult result = retype("Amount", "Long", {"--convert"});
+    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.err, "Tallybook is readonly.\n");
+    EXPECT_FALSE(written());
+}
+
 TEST_F(RetypeVerbTest, wantsTheDesignPassword) {
     test.put("MS2_Retype.pdb", book("plans"));
     const CommandResult refused = retype("Amount", "Long", {"--convert"});
