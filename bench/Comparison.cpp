@@ -16,7 +16,7 @@ struct Goal {
     bool onlyLarge; // the goal holds for 65,448 records alone
 };
 
-constexpr std::array<Goal, 21> kGoals = {{{"open_text", "sqlite_scan", 0.40, true},
+constexpr std::array<Goal, 24> kGoals = {{{"open_text", "sqlite_scan", 0.40, true},
                                           {"fresh_open_text", "fresh_sqlite_scan", 0.40, true},
                                           {"open", "sqlite_scan", 0.40, true},
                                           {"fresh_open", "fresh_sqlite_scan", 0.40, true},
@@ -36,7 +36,10 @@ constexpr std::array<Goal, 21> kGoals = {{{"open_text", "sqlite_scan", 0.40, tru
                                           {"recalc", "sqlite_calculate", 0.15, true},
                                           {"recalc_adv", "sqlite_calculate_adv", 0.25, true},
                                           {"open_joined", "open_unjoined", 3.0, true},
-                                          {"open_joined", "sqlite_left_join", 0.60, true}}};
+                                          {"open_joined", "sqlite_left_join", 0.60, true},
+                                          {"retype_long", "sqlite_update_long", 0.50, true},
+                                          {"retype_list", "sqlite_update_list", 0.50, true},
+                                          {"retype_key", "sqlite_update_key", 0.50, true}}};
 
 constexpr int kLargeTable = 65448;
 

@@ -148,6 +148,20 @@ std::uint64_t SqliteTable::scan() {
     return length;
 }
 
+void SqliteTable::addColumns(const std::string& first, const std::string& second,
+                             const std::vector<std::string>& texts) {
+    run("ALTER TABLE t ADD COLUMN " + first);
+    run("ALTER TABLE t ADD COLUMN " + second);
+    sqlite3_stmt* statement = prepare("UPDATE t SET " + second + "=? WHERE id=?");
+    for (std::size_t row = 0; row < texts.size(); ++row) {
+        sqlite3_bind_text(statement, 1, texts[row].data(), static_cast<int>(texts[row].size()), SQLITE_STATIC);
+        sqlite3_bind_int64(statement, 2, static_cast<std::int64_t>(row) + 1);
+        check(sqlite3_step(statement) == SQLITE_DONE, m_db);
+        sqlite3_reset(statement);
+    }
+    sqlite3_finalize(statement);
+}
+
 std::vector<double> SqliteTable::numbers(const std::string& sql) {
     std::vector<double> all;
     sqlite3_stmt* statement = prepare(sql);

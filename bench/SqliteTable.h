@@ -50,6 +50,9 @@ public:
     void run(const std::string& sql);
     std::vector<double> numbers(const std::string& sql);
 
+    // Adds two columns without a type of their own, and puts a text into the second one of each row.
+    void addColumns(const std::string& first, const std::string& second, const std::vector<std::string>& texts);
+
     // Reads every column of every row as text and gives the sum of the lengths.
     std::uint64_t scan();
 

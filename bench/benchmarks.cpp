@@ -9,6 +9,7 @@
 #include "Queries.h"
 #include "Samples.h"
 #include "SqliteTable.h"
+#include "TypeChangePair.h"
 #include "Workbench.h"
 #include "adapters/PosixFiles.h"
 #include "core/document/GridDisplay.h"
@@ -89,7 +90,8 @@ struct Subject {
     std::unique_ptr<SqliteTable> inMemory;                        // for questions, with dates that can be sorted
     std::array<std::unique_ptr<CalculationPair>, 2> calculations; // by form
     std::unique_ptr<JoinPair> joins;
-    unsigned edits = 0; // how many times, so that they are others each time
+    std::array<std::unique_ptr<TypeChangePair>, 3> typeChanges; // by kind
+    unsigned edits = 0;                                         // how many times, so that they are others each time
 
 private:
     std::unique_ptr<model::Document> worn;
@@ -314,6 +316,15 @@ Operation join(Nanoseconds (JoinPair::*side)()) {
     };
 }
 
+Operation typeChange(Retyping kind, Nanoseconds (TypeChangePair::*side)()) {
+    return [kind, side](Subject& subject) {
+        auto& pair = subject.typeChanges[static_cast<std::size_t>(kind)];
+        if (!pair)
+            pair = std::make_unique<TypeChangePair>(subject.bench, subject.file(), kind);
+        return ((*pair).*side)();
+    };
+}
+
 struct Measure {
     std::string name;
     Operation operation;
@@ -357,7 +368,13 @@ const std::vector<Measure>& measures() {
         {"sqlite_calculate_adv", calculation(CalculationForm::Advanced, &CalculationPair::sqlite), 1},
         {"open_joined", join(&JoinPair::openJoined), 1, kJoinedFields},
         {"open_unjoined", join(&JoinPair::openUnjoined), 1, kJoinedFields},
-        {"sqlite_left_join", join(&JoinPair::sqlite), 1, kJoinedFields}};
+        {"sqlite_left_join", join(&JoinPair::sqlite), 1, kJoinedFields},
+        {"retype_long", typeChange(Retyping::TextToLong, &TypeChangePair::ours), 1},
+        {"sqlite_update_long", typeChange(Retyping::TextToLong, &TypeChangePair::sqlite), 1},
+        {"retype_list", typeChange(Retyping::TextToList, &TypeChangePair::ours), 1},
+        {"sqlite_update_list", typeChange(Retyping::TextToList, &TypeChangePair::sqlite), 1},
+        {"retype_key", typeChange(Retyping::LongToKey, &TypeChangePair::ours), 1},
+        {"sqlite_update_key", typeChange(Retyping::LongToKey, &TypeChangePair::sqlite), 1}};
     return all;
 }
 
