@@ -194,20 +194,6 @@ TEST_F(MainWindow, aFileThatCannotBeReadLeavesTheOpenOneAlone) {
     EXPECT_EQ(recentItems().size(), 1U);
 }
 
-TEST_F(MainWindow, theOpenDialogShowsTallybooksOnly) {
-    show();
-    script.expect([](QWidget& window) {
-        auto* dialog = qobject_cast<QFileDialog*>(&window);
-        ASSERT_NE(dialog, nullptr);
-        EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Open Tallybook"));
-        EXPECT_TRUE(dialog->nameFilters().first().startsWith(QStringLiteral("PDB file (*.pdb)")));
-        EXPECT_TRUE(dialog->nameFilters().first().endsWith(QStringLiteral("(MS2_*.pdb)")));
-        dialog->reject();
-    });
-    trigger("mnuFileOpen");
-    EXPECT_EQ(window().document(), nullptr);
-}
-
 TEST_F(MainWindow, asksForTheLoginPasswordAtOpening) {
     putSample([](model::Document& sample) { sample.CurrDB20.Passwords[0] = pdb::ApplyPwd("open"); });
     show();

@@ -12,9 +12,12 @@
 #include "desktop/dialogs/frmListEditor.h"
 #include "desktop/dialogs/frmLogin.h"
 #include "desktop/dialogs/frmMemoAw.h"
+#include "desktop/dialogs/frmOpen.h"
 #include "desktop/dialogs/frmPwd.h"
 #include "desktop/dialogs/frmSplash.h"
+#include "desktop/dialogs/frmUser.h"
 #include "desktop/document/frmDocument.h"
+#include "support/RawFile.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -303,6 +306,34 @@ TEST_P(Pictures, fullFieldProperties) {
     keepType(FieldType::ConditionalExpression, "frmFieldProp-condition");
     db.Fields[kKind].Name.assign(254, 'W');
     keepType(FieldType::Text, "frmFieldProp-long");
+}
+
+TEST_P(Pictures, handheld) {
+    putSample();
+    const std::filesystem::path folder = "/palm/Ann/Backup";
+    for (const char* name : {"Books", "Everything about the old harbour", "Loans"}) {
+        RawFile raw;
+        raw.name = std::string("MS2_") + name;
+        raw.name.resize(std::min<std::size_t>(raw.name.size(), 31));
+        raw.add("57 00 00000001 FF");
+        files.put(folder / ("MS2_" + std::string(name) + ".pdb"), raw.bytes());
+    }
+    RawFile older;
+    older.name = "MSA_Recipes";
+    older.creator = "MOSA";
+    older.records.resize(48);
+    files.put(folder / "MSA_Recipes.pdb", older.bytes());
+    handheld::UserList users{{"Ann Smith", "Bob"}, {folder, "/data"}, "Ann Smith"};
+    desktop::frmOpen open(services, user, users, {}, "/data", nullptr);
+    showAndKeep(open, "frmOpen");
+    auto* list = open.findChild<QTreeWidget*>(QStringLiteral("ListView1"));
+    list->setCurrentItem(list->topLevelItem(1));
+    keep(open, "frmOpen-selected");
+    list->setCurrentItem(list->topLevelItem(3));
+    keep(open, "frmOpen-older");
+    open.close();
+    desktop::frmUser install(users, nullptr);
+    showAndKeep(install, "frmUser");
 }
 
 TEST_P(Pictures, securitySetting) {

@@ -30,7 +30,7 @@ constexpr std::array kCommands = {
             "mnuFile", kLine, "Run a saved conversion into a Tallybook"},
     Command{"mnuFileExport", "&Export...", "", 22, "export", "Export to External File", Always, kToCome, "mnuFile",
             false, "Run a saved conversion out of a Tallybook"},
-    Command{"mnuFileSaveInstall", "Save && Ins&tall", "", 5, "install", "Save && Install", WithDocument, kToCome,
+    Command{"mnuFileSaveInstall", "Save && Ins&tall", "", 5, "install", "Save && Install", WithDocument, kBuilt,
             "mnuFile", kLine, "Save the Tallybook and install it at the next HotSync"},
     Command{"mnuFileSaveAs", "Save &As...", "Ctrl+Shift+S", 0, "", "", WithDocument, kBuilt, "mnuFile", false,
             "Save the Tallybook under another name"},

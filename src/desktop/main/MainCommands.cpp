@@ -7,6 +7,8 @@
 #include "core/document/SecuritySetting.h"
 #include "core/document/Sort.h"
 #include "core/document/ViewPlace.h"
+#include "core/handheld/SaveInstall.h"
+#include "core/platform/Ansi.h"
 #include "core/platform/OwnTexts.h"
 #include "core/shell/OpenChoice.h"
 #include "core/shell/ProgramSettings.h"
@@ -14,7 +16,9 @@
 #include "desktop/dialogs/frmAbout.h"
 #include "desktop/dialogs/frmFieldProp.h"
 #include "desktop/dialogs/frmFindForm.h"
+#include "desktop/dialogs/frmOpen.h"
 #include "desktop/dialogs/frmPwd.h"
+#include "desktop/dialogs/frmUser.h"
 #include "desktop/document/CellEditors.h"
 #include "desktop/document/frmDocument.h"
 #include "desktop/main/CommandBars.h"
@@ -44,6 +48,7 @@ std::span<const frmMain::Route> frmMain::routes() {
         {"mnuFileOpen", &frmMain::mnuFileOpen, "Tallybook Pocket : Open"},
         {"mnuFileClose", &frmMain::mnuFileClose, "Tallybook Pocket : Close"},
         {"mnuFileSave", &frmMain::mnuFileSave, "Tallybook Pocket : Save"},
+        {"mnuFileSaveInstall", &frmMain::mnuFileSaveInstall, "Tallybook Pocket : Save & Install"},
         {"mnuFileSaveAs", &frmMain::mnuFileSaveAs, "Tallybook Pocket : Save As"},
         {"mnuFileExit", &frmMain::mnuFileExit, "Tallybook Pocket : Exit"},
         {"mnuEditCut", &frmMain::mnuEditCut, "Tallybook Pocket : Cut"},
@@ -89,9 +94,22 @@ void frmMain::mnuFileNew() {
 }
 
 void frmMain::mnuFileOpen() {
-    const auto path = m_ui.askOpenName("Open Tallybook", "PDB file (*.pdb)|MS2_*.pdb", m_folder);
-    if (path)
-        openFile(*path);
+    if (!closeDocument())
+        return;
+    frmOpen form(m_services, m_ui, m_users,
+                 {.saveUser =
+                      [this](const std::string& UserID) {
+                          shell::saveUserId(platform::ansi::toUtf8(UserID), m_settings);
+                          saveSettings();
+                      },
+                  .readOlder = {}},
+                 m_folder, this);
+    const bool accepted = form.exec() == QDialog::Accepted;
+    m_folder = form.folder();
+    if (accepted && form.chosen())
+        openFile(form.chosen()->CurrFilePath);
+    else if (accepted)
+        mnuFileNew();
 }
 
 void frmMain::mnuFileClose() {
@@ -99,7 +117,20 @@ void frmMain::mnuFileClose() {
 }
 
 void frmMain::mnuFileSave() {
-    if (document::saveDocument(*m_doc, m_services) == document::Outcome::Done)
+    if (document::saveDocument(*m_doc, m_services, m_users.currentFolder()) == document::Outcome::Done)
+        noteRecent(m_doc->CurrFilePath);
+}
+
+void frmMain::mnuFileSaveInstall() {
+    if (m_handheld == nullptr)
+        return mnuFileSave();
+    const auto askForWhom = [this] {
+        frmUser form(m_users, this);
+        form.exec();
+        return form.InstallTarget();
+    };
+    if (handheld::saveAndInstall(*m_doc, m_services, *m_handheld, m_users, askForWhom) !=
+        handheld::SaveInstallEnd::NotSaved)
         noteRecent(m_doc->CurrFilePath);
 }
 

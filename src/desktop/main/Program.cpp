@@ -1,11 +1,15 @@
 #include "desktop/main/Program.h"
 
 #include "adapters/AppFolder.h"
+#include "adapters/HandheldChoice.h"
 #include "adapters/IniSettings.h"
 #include "adapters/InstanceLock.h"
 #include "adapters/PosixFiles.h"
 #include "adapters/SystemClock.h"
+#include "core/handheld/Users.h"
+#include "core/platform/Ansi.h"
 #include "core/platform/AppFolders.h"
+#include "core/shell/ProgramSettings.h"
 #include "core/shell/Version.h"
 #include "desktop/dialogs/frmSplash.h"
 #include "desktop/grid/GridAccessible.h"
@@ -70,7 +74,15 @@ int run() {
     splash->showFor(kSplashTime);
 
     adapters::IniSettings settings(files, platform::configFolder(surroundings) / adapters::kSettingsFile);
+    const std::filesystem::path handheldFolder = shell::loadHandheldFolder(settings);
+    const auto desktop = adapters::chooseHandheld(
+        files, adapters::handheldPlaces(surroundings, services.applicationFolder), handheldFolder);
+    handheld::UserList users;
+    users.CurrentUser = platform::ansi::fromUtf8(shell::loadUserId(settings));
+    if (!handheld::GetUserIDs(services, *desktop, users)) // has closed the splash to say why
+        return 0;
     frmMain frame(services, ui, settings);
+    frame.setHandheld(*desktop, std::move(users));
     frame.show();
     return QApplication::exec();
 }

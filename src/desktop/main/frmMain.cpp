@@ -86,6 +86,11 @@ frmMain::frmMain(platform::Services& services, QtUserInterface& ui, platform::Se
     showState();
 }
 
+void frmMain::setHandheld(handheld::HandheldDesktop& desktop, handheld::UserList users) {
+    m_handheld = &desktop;
+    m_users = std::move(users);
+}
+
 frmMain::~frmMain() {
     m_document->setDocument(nullptr);
 }
@@ -185,7 +190,7 @@ bool frmMain::mayCloseDocument() {
     m_document->takeEditor();
     document::saveCell(*m_doc, m_services);
     const bool changed = m_doc->DocModified;
-    const bool may = document::CheckSaveChanges(*m_doc, m_services);
+    const bool may = document::CheckSaveChanges(*m_doc, m_services, m_users.currentFolder());
     if (may && changed && !m_doc->DocModified)
         noteRecent(m_doc->CurrFilePath); // the question's Yes has saved it
     m_document->showDocument();

@@ -3,6 +3,7 @@
 
 #include "core/document/Find.h"
 #include "core/document/GridDisplay.h"
+#include "core/handheld/Users.h"
 #include "core/model/Document.h"
 #include "core/platform/Services.h"
 #include "core/platform/Settings.h"
@@ -34,6 +35,10 @@ public:
     frmMain(platform::Services& services, QtUserInterface& ui, platform::Settings& settings);
     ~frmMain() override;
 
+    // The handheld's desktop software, which outlives the window, and its users. Without them there is no user.
+    void setHandheld(handheld::HandheldDesktop& desktop, handheld::UserList users);
+    const handheld::UserList& users() const { return m_users; }
+
     shell::DocState DocState() const { return m_docState; }
     frmDocument& documentWindow() const { return *m_document; }
     model::Document* document() const { return m_doc.get(); } // nothing when none is open
@@ -52,6 +57,7 @@ private:
     void mnuFileOpen();
     void mnuFileClose();
     void mnuFileSave();
+    void mnuFileSaveInstall();
     void mnuFileSaveAs();
     void mnuFileExit() { close(); }
     void mnuEditCut();
@@ -108,6 +114,8 @@ private:
     platform::Services& m_services;
     QtUserInterface& m_ui;
     platform::Settings& m_settings;
+    handheld::HandheldDesktop* m_handheld = nullptr;
+    handheld::UserList m_users;
     std::unique_ptr<model::Document> m_doc;
     CommandBars* m_bars;
     QStackedWidget* m_pages = nullptr; // nothing open, or the document
