@@ -43,7 +43,10 @@ bool Session::prepareFolders() {
 bool Session::open(const std::filesystem::path& file) {
     if (!prepareFolders())
         return false;
-    if (document::OpenDatabase(m_document, m_services, std::filesystem::absolute(file)) == document::Outcome::Done) {
+    const bool yes = m_user.setYes(false); // a question now is about another file: whether it may be thrown away
+    const auto outcome = document::OpenDatabase(m_document, m_services, std::filesystem::absolute(file));
+    m_user.setYes(yes);
+    if (outcome == document::Outcome::Done) {
         m_user.forgetSpoken(); // a join without its database is no refusal
         return true;
     }

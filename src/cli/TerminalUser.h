@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tallybook::cli {
@@ -35,6 +36,10 @@ public:
     // True once a question was turned down because nobody could answer it.
     bool leftUnanswered() const { return m_leftUnanswered; }
     void forgetSpoken() { m_spoke = m_leftUnanswered = false; }
+
+    // Whether every question is answered with Yes from now on; gives what was so before.
+    bool setYes(bool yes) { return std::exchange(m_answers.yes, yes); }
+
     void say(const std::string& text); // Windows-1252
 
     // The answer to a question whose text begins so; nobody is asked then.

@@ -36,6 +36,15 @@ TEST_F(JoinsVerb, cellsShowTheKeysOfAMissingDatabase) {
     EXPECT_NE(result.out.find("Unfiled,2,,,Hanna,5/4/2003,,"), std::string::npos) << result.out;
 }
 
+TEST_F(JoinsVerb, invalidDatabaseIsKeptWhateverIsAnswered) {
+    test.put("MS2_Books.pdb", std::string("no Tallybook"));
+    const CommandResult result = test.run({"cells", "MS2_Loans.pdb", "--yes"});
+    EXPECT_EQ(result.code, 0);
+    EXPECT_NE(result.err.find("is invalid.  Would you like to delete it?\n"), std::string::npos) << result.err;
+    EXPECT_EQ(test.bytes("MS2_Books.pdb").size(), 12U);
+    EXPECT_NE(result.out.find("Unfiled,2,,,Hanna"), std::string::npos);
+}
+
 TEST_F(JoinsVerb, scriptPicksARecord) {
     const CommandResult result = edit("goto 1 Book\n"
                                       "pick \"The Time Machine\"\n"
