@@ -243,6 +243,24 @@ TEST_P(Pictures, lists) {
     showAndKeep(number, "dlgAutoWriter-number");
 }
 
+TEST_P(Pictures, picker) {
+    openSample(joinPublishers);
+    script.expect([this](QWidget& window) {
+        keep(window, "frmExtView");
+        QTest::keyClicks(window.focusWidget(), QStringLiteral("10"));
+        keep(window, "frmExtView-found");
+        window.close();
+    });
+    click(0, kJoin);
+    ASSERT_TRUE(files.remove(kPublishersPath));
+    script.expect([](QWidget& message) { message.close(); });
+    script.expect([this](QWidget& window) {
+        keep(window, "frmExtView-none");
+        window.close();
+    });
+    click(1, kJoin);
+}
+
 // A field with something in every panel.
 void fillPanels(model::DatabaseModel& db, int slot) {
     db.Fields[static_cast<std::size_t>(slot)].AutoWriter = 1;

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <string_view>
+#include <utility>
 
 namespace tallybook::test {
 
@@ -89,7 +90,57 @@ void makeRecord(model::Document& doc, int record) {
     setCell(doc, record, kNumber, std::to_string(record + 1));
 }
 
+struct Publisher {
+    std::string_view house, city, number, about;
+};
+constexpr std::array kPublishers = {
+    Publisher{"Harbour Press", "Whitby", "10", "Charts\nand tide tables"},
+    Publisher{"Old Mill", "Ludlow", "20", ""},
+    Publisher{"Caf\xE9 Books", "York", "30", "Small, and 10 years old"},
+};
+
 } // namespace
+
+void joinPublishers(model::Document& sample) {
+    setField(sample, kTown, FieldType::DBLookup, "Town");
+    model::ExternalDef& join = sample.CurrDB20.Externals[kJoin];
+    join.SourceField = kPublisherNumber;
+    join.MatchField = kHouse;
+    join.ABField1 = kByCity;
+    join.KeyType = static_cast<std::uint8_t>(FieldType::Integer);
+    model::ExternalDef& lookup = sample.CurrDB20.Externals[kTown];
+    lookup.Source = join.Source;
+    lookup.SourceField = kJoin;
+    lookup.MatchField = kCity;
+    sample.CellVals.set(0, kJoin, "20");
+}
+
+void makePublishers(model::Document& doc, const platform::Regional& regional) {
+    model::clearDocument(doc);
+    model::resetRows(doc, static_cast<int>(kPublishers.size()));
+    setField(doc, 0, FieldType::List, "Categories");
+    setField(doc, kHouse, FieldType::Text, "House");
+    setField(doc, kCity, FieldType::Text, "City");
+    setField(doc, kPublisherNumber, FieldType::Integer, "Number");
+    setField(doc, kAbout, FieldType::Memo, "About");
+    doc.CurrDB20.DBName = "MS2_Publishers";
+    doc.CurrDB20.NumViews = kByCity + 1;
+    model::ViewDef& view = doc.CurrDB20.Views[kByCity];
+    view.Name = "By city";
+    for (const auto& [field, width] : {std::pair{kCity, 40}, {kHouse, 60}, {kPublisherNumber, 20}, {kAbout, 40}}) {
+        view.Columns[view.NumCols].Field = static_cast<std::uint8_t>(field);
+        view.Columns[view.NumCols++].Width = static_cast<std::uint8_t>(width);
+    }
+    document::gridLoadFieldNames20(doc, regional);
+    for (int record = 0; record < static_cast<int>(kPublishers.size()); ++record) {
+        const Publisher& publisher = kPublishers[static_cast<std::size_t>(record)];
+        setCell(doc, record, kHouse, publisher.house);
+        setCell(doc, record, kCity, publisher.city);
+        setCell(doc, record, kPublisherNumber, publisher.number);
+        setCell(doc, record, kAbout, publisher.about);
+        doc.RecKeys.set(record, record + 1);
+    }
+}
 
 void makeSample(model::Document& doc, const platform::Regional& regional) {
     model::clearDocument(doc);

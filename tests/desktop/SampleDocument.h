@@ -31,4 +31,22 @@ enum SampleSlot : int {
 // Fills an empty document: three records, nothing modified.
 void makeSample(model::Document& doc, const platform::Regional& regional);
 
+// The field slots of the other database, which the sample's join leads to.
+enum PublisherSlot : int {
+    kHouse = 1,           // Text
+    kCity = 2,            // Text
+    kPublisherNumber = 3, // Integer: 10, 20, 30
+    kAbout = 4,           // Memo
+};
+inline constexpr int kByCity = 4; // its view: city, house, number, about
+
+inline constexpr int kTown = 18; // a lookup of the city, which follows the join
+
+// Makes the sample's join show the house by the number, with a lookup; the first record refers to the second
+// publisher, the others to none.
+void joinPublishers(model::Document& sample);
+
+// Fills an empty document with the publishers: three records.
+void makePublishers(model::Document& doc, const platform::Regional& regional);
+
 } // namespace tallybook::test

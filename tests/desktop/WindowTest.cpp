@@ -18,29 +18,28 @@ WindowTest::WindowTest() {
 
 WindowTest::~WindowTest() = default;
 
+void WindowTest::write(model::Document& doc, const std::filesystem::path& path) {
+    auto built = pdb::buildDatabase(doc, services);
+    ASSERT_TRUE(built) << built.error().description();
+    files.put(path, built.value().bytes);
+}
+
 void WindowTest::putSample(const std::function<void(model::Document&)>& change) {
     model::Document sample;
     makeSample(sample, regional);
     if (change)
         change(sample);
-    auto built = pdb::buildDatabase(sample, services);
-    ASSERT_TRUE(built) << built.error().description();
-    files.put(kSamplePath, built.value().bytes);
-    putPublishers();
+    write(sample, kSamplePath);
+    if (!files.has(kPublishersPath))
+        putPublishers();
 }
 
-void WindowTest::putPublishers() {
-    model::Document other;
-    model::clearDocument(other);
-    other.CurrDB20.DBName = "MS2_Publishers";
-    other.CurrDB20.Fields[1] = {.Type = model::FieldType::Text, .Name = "House", .Default = {}};
-    other.CurrDB20.Fields[2] = {.Type = model::FieldType::Text, .Name = "City", .Default = {}};
-    other.CurrDB20.Fields[3] = {.Type = model::FieldType::Integer, .Name = "Number", .Default = {}};
-    other.CurrDB20.Views[4].Name = "By city";
-    other.CurrDB20.NumViews = 5;
-    auto built = pdb::buildDatabase(other, services);
-    ASSERT_TRUE(built) << built.error().description();
-    files.put(kPublishersPath, built.value().bytes);
+void WindowTest::putPublishers(const std::function<void(model::Document&)>& change) {
+    model::Document publishers;
+    makePublishers(publishers, regional);
+    if (change)
+        change(publishers);
+    write(publishers, kPublishersPath);
 }
 
 desktop::frmMain& WindowTest::show() {

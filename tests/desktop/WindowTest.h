@@ -26,11 +26,11 @@ protected:
     WindowTest();
     ~WindowTest() override;
 
-    // Writes the sample, changed by `change`, to kSamplePath, and the publishers beside it. The window is made by the
-    // first show().
+    // Writes the sample, changed by `change`, to kSamplePath, and the publishers beside it unless there are some.
+    // The window is made by the first show().
     void putSample(const std::function<void(model::Document&)>& change = {});
-    // Writes the database that the sample's join refers to: the fields House, City and Number, the view "By city".
-    void putPublishers();
+    // Writes the publishers, changed by `change`, to kPublishersPath.
+    void putPublishers(const std::function<void(model::Document&)>& change = {});
     desktop::frmMain& show();
     // The sample, open in the window.
     void openSample(const std::function<void(model::Document&)>& change = {});
@@ -69,6 +69,8 @@ protected:
     ModalScript script;
 
 private:
+    void write(model::Document& doc, const std::filesystem::path& path);
+
     std::unique_ptr<desktop::frmMain> m_window;
 };
 

@@ -122,6 +122,40 @@ TEST_F(ExternalPicker, nothingChosenChangesNothing) {
     EXPECT_FALSE(doc.DocModified);
 }
 
+TEST_F(ExternalPicker, findsTextsInAllColumnsOfTheView) {
+    ExtView view(doc);
+    view.AddRecordsToView(doc, t);
+    using Rows = std::vector<std::uint32_t>;
+    EXPECT_EQ(view.rowsWith(""), (Rows{0, 1, 2}));
+    EXPECT_EQ(view.rowsWith("A"), (Rows{0, 1}));
+    EXPECT_EQ(view.rowsWith("ID"), (Rows{2}));
+    EXPECT_EQ(view.rowsWith("102"), (Rows{2})); // of the key
+    EXPECT_EQ(view.rowsWith("y"), (Rows{1}));   // of the check box
+    EXPECT_EQ(view.rowsWith("Ada 100"), Rows{});
+}
+
+TEST_F(ExternalPicker, knowsTheRecordOfTheCell) {
+    ExtView view(doc);
+    EXPECT_EQ(view.rowOfCell(doc, t.regional), std::nullopt); // nothing has been read
+    view.AddRecordsToView(doc, t);
+    EXPECT_EQ(view.rowOfCell(doc, t.regional), 1U);
+    view.cmdOK(doc, 2);
+    EXPECT_EQ(view.rowOfCell(doc, t.regional), 2U);
+    doc.grd.setCell(3, model::columnOfSlot(1)); // has no key
+    ExtView second(doc);
+    second.AddRecordsToView(doc, t);
+    EXPECT_EQ(second.rowOfCell(doc, t.regional), std::nullopt);
+}
+
+TEST_F(ExternalPicker, nothingIsFoundWithoutADatabase) {
+    ASSERT_TRUE(t.files.remove(kCustomers));
+    ExtView view(doc);
+    view.AddRecordsToView(doc, t);
+    EXPECT_TRUE(view.rowsWith("").empty());
+    EXPECT_TRUE(view.rowsWith("a").empty());
+    EXPECT_EQ(view.rowOfCell(doc, t.regional), std::nullopt);
+}
+
 TEST_F(ExternalPicker, listIsFreshAndOtherCellsKeepWhatTheyShow) {
     customers({"Ada", "Bert", "Cid", "Dan"});
     ExtView view(doc);

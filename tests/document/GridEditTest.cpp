@@ -424,6 +424,9 @@ TEST_F(GridEditing, joinWithADisplayFieldOpensThePicker) {
     doc.CurrDB20.Externals[1].MatchField = 3;
     EXPECT_EQ(edit(0, 1).open, Open::ExternalPicker);
     EXPECT_FALSE(doc.editor.open());
+    EXPECT_EQ(edit(0, 1, 'x').text, "x"); // the picker begins with it
+    for (const int key : {int{kKeyBlank}, int{kKeyF2}, int{'\r'}, int{'\b'}})
+        EXPECT_EQ(edit(0, 1, key).text, "") << key;
 }
 
 TEST_F(GridEditing, checkboxFlipsAndStampsButMarksNoChange) {

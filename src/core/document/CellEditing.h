@@ -20,10 +20,10 @@ struct EditAction {
         MemoWindow,     // frmMemoAw with `text`; its OK calls acceptMemo
         RadioDialog,    // dlgRadio with the items of the slot's list; its OK calls acceptRadio
         ImageDialog,    // frmEditImage
-        ExternalPicker, // frmExtView
+        ExternalPicker, // frmExtView, which looks for `text`
     };
     Open open = Open::Nothing;
-    std::string text;            // for the memo window, line feeds alone
+    std::string text;            // for the memo window, line feeds alone; for the picker, what was typed
     bool showAutoWriter = false; // its button CmdAw is visible
     int selected = -1;           // for the radio dialog, from 0
 };

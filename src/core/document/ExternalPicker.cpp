@@ -1,7 +1,9 @@
 #include "core/document/ExternalPicker.h"
 
+#include "core/calc/TextFinder.h"
 #include "core/document/ExternalFiles.h"
 #include "core/document/Joins.h"
+#include "core/document/KeyIndex.h"
 #include "core/platform/Guards.h"
 
 #include <algorithm>
@@ -66,6 +68,36 @@ void ExtView::AddRecordsToView(model::Document& doc, platform::Services& service
 
 std::string_view ExtView::text(std::uint32_t row, std::size_t column, std::string& scratch) const {
     return m_database.records->text(m_columns[column].field, row, scratch);
+}
+
+std::vector<std::uint32_t> ExtView::rowsWith(std::string_view text) const {
+    std::vector<bool> found(rows(), text.empty());
+    const calc::TextFinder finder(text, calc::TextCase::Folded);
+    const auto look = [&](std::uint32_t row, std::string_view cell) {
+        if (!found[row])
+            found[row] = finder.find(cell) != std::string_view::npos;
+    };
+    if (!text.empty())
+        for (const ExtViewColumn& column : m_columns)
+            m_database.records->fields.at(static_cast<std::size_t>(column.field)).eachText(look);
+    std::vector<std::uint32_t> chosen;
+    for (std::uint32_t row = 0; row < found.size(); ++row)
+        if (found[row])
+            chosen.push_back(row);
+    return chosen;
+}
+
+std::optional<std::uint32_t> ExtView::rowOfCell(const model::Document& doc,
+                                                const platform::Regional& regional) const {
+    std::string scratch;
+    const std::string_view key = doc.CellVals.get(m_row - model::kFirstDataRow, m_slot, scratch);
+    if (!m_database || key.empty())
+        return std::nullopt;
+    model::TextColumn cell;
+    cell.setText(0, key);
+    KeyIndex index(doc.External.at(m_slot), doc.CurrDB20.Externals.at(m_slot).KeyType, regional);
+    const std::uint32_t row = index.find(cell, 1).front();
+    return row == KeyIndex::kNone ? std::nullopt : std::optional(row);
 }
 
 void ExtView::cmdOK(model::Document& doc, std::optional<std::uint32_t> SelectedExtRow) const {

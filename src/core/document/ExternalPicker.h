@@ -40,6 +40,13 @@ public:
     std::uint32_t rows() const { return m_database ? m_database.records->count : 0; }
     std::string_view text(std::uint32_t row, std::size_t column, std::string& scratch) const;
 
+    // The rows with the text somewhere in their columns, in the order of the list; small and capital letters are the
+    // same. All of them for an empty text.
+    std::vector<std::uint32_t> rowsWith(std::string_view text) const;
+
+    // The row that the cell refers to now, as the join finds it.
+    std::optional<std::uint32_t> rowOfCell(const model::Document& doc, const platform::Regional& regional) const;
+
     // OK: the row that is selected in the list goes to the cell, which becomes the current one again. With none the
     // cell stays as it is, as after Cancel.
     void cmdOK(model::Document& doc, std::optional<std::uint32_t> SelectedExtRow) const;

@@ -174,7 +174,8 @@ EditAction openText(Cell& cell) {
 
 EditAction openJoin(Cell& cell) {
     if (cell.doc.CurrDB20.Externals.at(cell.slot).MatchField > 0)
-        return {.open = Open::ExternalPicker, .text = {}};
+        return {.open = Open::ExternalPicker,
+                .text = cell.keepsText() ? std::string() : std::string(1, static_cast<char>(cell.key))};
     cell.key = kKeyBlank;
     return openText(cell);
 }

@@ -2,10 +2,12 @@
 
 #include "core/design/AutoWriter.h"
 #include "core/design/Tags.h"
+#include "core/document/ExternalPicker.h"
 #include "core/document/ViewPlace.h"
 #include "core/platform/OwnTexts.h"
 #include "desktop/dialogs/dlgAutoWriter.h"
 #include "desktop/dialogs/dlgRadio.h"
+#include "desktop/dialogs/frmExtView.h"
 #include "desktop/dialogs/frmListEditor.h"
 #include "desktop/dialogs/frmMemoAw.h"
 #include "desktop/document/CellEditors.h"
@@ -130,7 +132,7 @@ void frmDocument::perform(const EditAction& action) {
         sayNotBuilt(platform::texts::kImageEditor);
         break;
     case EditAction::Open::ExternalPicker:
-        sayNotBuilt(platform::texts::kExternalPicker);
+        openExternalPicker(action);
         break;
     case EditAction::Open::CellEditor:
     case EditAction::Open::Nothing:
@@ -268,6 +270,24 @@ void frmDocument::openRadio(const EditAction& action) {
     dlgRadio dialog(toQt(field.Name), options, action.selected, this);
     dialog.setAcceptor([this](int option) { return document::acceptRadio(*m_doc, m_services, option); });
     dialog.exec();
+    showDocument();
+}
+
+void frmDocument::openExternalPicker(const EditAction& action) {
+    using document::ExtView;
+    ExtView view(*m_doc);
+    frmExtView::Contents contents;
+    const bool read = platform::runOperation(m_services.ui, ExtView::kAddRecords, [&] {
+        view.AddRecordsToView(*m_doc, m_services);
+        contents.fieldName = toQt(m_doc->CurrDB20.Fields[m_doc->CurrField].Name);
+        contents.find = toQt(action.text);
+        contents.record = view.rowOfCell(*m_doc, m_services.regional);
+    });
+    if (!read)
+        return;
+    frmExtView window(view, contents, this);
+    if (window.exec() == QDialog::Accepted)
+        platform::runOperation(m_services.ui, ExtView::kOk, [&] { view.cmdOK(*m_doc, window.SelectedExtRow()); });
     showDocument();
 }
 

@@ -100,6 +100,7 @@ private:
     void openMemo(const document::EditAction& action);
     void openAutoWriter(frmMemoAw& editor);
     void openRadio(const document::EditAction& action);
+    void openExternalPicker(const document::EditAction& action);
     void openListEditor();
     void sayNotBuilt(std::string_view what);
 
