@@ -177,6 +177,7 @@ TEST_F(MainWindow, answersTheOlderFormat) {
     show();
     files.put("/data/MSA_Old.pdb", {1, 2, 3});
     script.expectMessage(QStringLiteral("Old Format"));
+    script.expectMessage(QStringLiteral("Failed to load PDB File"));
     window().openFile("/data/MSA_Old.pdb");
     EXPECT_EQ(window().DocState(), 0);
 }

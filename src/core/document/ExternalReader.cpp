@@ -5,6 +5,7 @@
 #include "core/document/Progress.h"
 #include "core/model/Document.h"
 #include "core/pdb/Names.h"
+#include "core/pdb/OlderDatabase.h"
 #include "core/platform/OwnTexts.h"
 #include "core/platform/Paths.h"
 
@@ -99,26 +100,25 @@ std::shared_ptr<const ExternalRecords> takeRecords(model::Document& other, const
     return records;
 }
 
-platform::Result<ExternalDatabase> readPresent(Services& services, const Path& path, const Bytes& bytes,
+platform::Status readBytes(model::Document& other, Services& services, const Path& path, const Bytes& bytes,
+                           const pdb::ReadSteps& steps) {
+    return isOlder(path)
+               ? pdb::readOlderDatabase(other, bytes, services.regional, steps)
+               : pdb::readDatabase(other, bytes, platform::shownPath(path.filename()), services.regional, steps);
+}
+
+platform::Result<ExternalDatabase> readRecords(Services& services, const Path& path, const Bytes& bytes,
                                                const WantedFields& wanted) {
     auto other = std::make_unique<model::Document>();
     ProgressBar bar(services.ui, {});
     pdb::ReadSteps steps;
     steps.onlyFields = wanted;
     steps.onRecord = [&](int record, int total) { bar.show("Reading external references...", record, total); };
-    if (const auto read =
-            pdb::readDatabase(*other, bytes, platform::shownPath(path.filename()), services.regional, steps);
-        !read)
+    if (const auto read = readBytes(*other, services, path, bytes, steps); !read)
         return read.error();
     const pdb::FieldSet taken = wanted(other->CurrDB20);
     return ExternalDatabase{std::make_shared<const model::DatabaseModel>(std::move(other->CurrDB20)),
                             takeRecords(*other, taken)};
-}
-
-// The one place where a file of the older format comes to a join: its records belong here as those of readPresent.
-platform::Result<ExternalDatabase> readOlder(Services&, const Path&, const Bytes&, const WantedFields&) {
-    return platform::Error{platform::ErrorKind::Format, std::string(kOlderTag),
-                           std::string(platform::texts::kOlderNotRead)};
 }
 
 } // namespace
@@ -137,9 +137,8 @@ ExternalDatabase readExternalDatabase(Services& services, const Path& path, cons
         askToDelete(services, path);
         return {};
     }
-    auto database = !count  ? platform::Result<ExternalDatabase>(count.error())
-                    : older ? readOlder(services, path, bytes.value(), wanted)
-                            : readPresent(services, path, bytes.value(), wanted);
+    auto database = !count ? platform::Result<ExternalDatabase>(count.error())
+                           : readRecords(services, path, bytes.value(), wanted);
     if (database)
         return std::move(database).value();
     report(services, database.error(), tag);
@@ -149,10 +148,12 @@ ExternalDatabase readExternalDatabase(Services& services, const Path& path, cons
 std::optional<model::DatabaseModel> getExternalJoinProps(Services& services, const Path& path) {
     const auto bytes = services.files.read(path);
     model::DatabaseModel properties;
-    if (!bytes || isOlder(path) ||
-        !pdb::readStructure(properties, bytes.value(), platform::shownPath(path.filename())))
+    if (!bytes)
         return std::nullopt;
-    return properties;
+    const auto read = isOlder(path)
+                          ? pdb::readOlderStructure(properties, bytes.value())
+                          : pdb::readStructure(properties, bytes.value(), platform::shownPath(path.filename()));
+    return read ? std::optional(std::move(properties)) : std::nullopt;
 }
 
 void sayExternalMissing(Services& services, std::string_view source, std::optional<std::string_view> fieldName) {

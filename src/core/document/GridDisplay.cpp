@@ -4,6 +4,7 @@
 #include "core/calc/Text.h"
 #include "core/document/Cells.h"
 #include "core/document/Views.h"
+#include "core/pdb/Names.h"
 #include "core/platform/Guards.h"
 
 #include <algorithm>
@@ -17,9 +18,7 @@ using model::Alignment;
 using model::FieldType;
 
 std::string headerName(const model::FieldDef& field, int slot) {
-    if (!field.Name.empty())
-        return field.Name;
-    return (slot < 10 ? "Fld0" : "Fld") + std::to_string(slot);
+    return field.Name.empty() ? pdb::freeFieldName(slot) : field.Name;
 }
 
 Alignment alignmentOf(FieldType type) {

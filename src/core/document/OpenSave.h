@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 
 namespace tallybook::document {
 
@@ -26,8 +27,23 @@ enum class ReadMode { Show, Quiet }; // Quiet leaves the views, the filters and 
 Outcome readPDBFile20(model::Document& doc, platform::Services& services, const std::filesystem::path& path,
                       ReadMode mode = ReadMode::Show);
 
-// Reads the file into `doc`, refreshes the copy in Backup, sets names and caption. A file of the older format is
-// answered with "Old Format".
+// Said when the bytes of an older file are not as they should be.
+inline constexpr std::string_view kLoadFailed = "Failed to load PDB File";
+
+// The same for a file of format 1.x, which becomes a database of the present format: there is no check of leading
+// bytes and no temporary copy, the user is told of format 0.99, and calculated columns are those of the older rules.
+// Is2xFormat is false until the database is saved, which writes a file of the present format.
+Outcome readPDBFile(model::Document& doc, platform::Services& services, const std::filesystem::path& path,
+                    ReadMode mode = ReadMode::Show);
+
+// Reads a file of format 1.x and writes it as one of the present format, see savedPath; no open document takes part.
+// A file that is there is replaced when the user says so. Whatever is wrong with the older file, `failure` is said in
+// the end.
+Outcome convertOlder(platform::Services& services, const std::filesystem::path& from, const std::filesystem::path& to,
+                     std::string_view failure = kLoadFailed);
+
+// Reads the file into `doc`, refreshes the copy in Backup, sets names and caption. A name without "MS2_" is that of
+// an older file, which is answered with "Old Format" before it is read.
 //
 // `doc` is a fresh document of the caller's. It asks about the open one (CheckSaveChanges), opens into the fresh
 // one and puts it in the open one's place when this gives Done. In every other case it throws the fresh one away:

@@ -3,6 +3,7 @@
 #include "core/calc/AdvancedField.h"
 #include "core/calc/CellResult.h"
 #include "core/calc/EvalCond.h"
+#include "core/calc/OlderExpression.h"
 #include "core/calc/SimpleExpression.h"
 #include "core/document/Progress.h"
 #include "core/platform/Guards.h"
@@ -82,7 +83,59 @@ void recalcField(Document& doc, Services& services, int field, FieldProgress& pr
     doc.grd.touch();
 }
 
+// The older evaluation reads check boxes from CellLongs, where files of the present format have nothing of them.
+class CheckLongs {
+public:
+    explicit CheckLongs(Document& doc) : m_doc(doc) {
+        eachCheckbox([&](int slot) {
+            for (int record = 0; record < m_doc.NumDataRecs; ++record)
+                m_doc.CellLongs.set(record, slot, isTicked(record, slot) ? 1 : 0);
+        });
+    }
+    ~CheckLongs() {
+        eachCheckbox([&](int slot) { m_doc.CellLongs.slotColumn(slot).clear(); });
+    }
+    CheckLongs(const CheckLongs&) = delete;
+    CheckLongs& operator=(const CheckLongs&) = delete;
+
+private:
+    bool isTicked(int record, int slot) const {
+        return m_doc.grd.picture(record + model::kFirstDataRow, model::columnOfSlot(slot)) == model::Picture::CheckOn;
+    }
+    template <class Visit> void eachCheckbox(Visit&& visit) {
+        for (int slot = 1; slot <= model::MaxUserFields; ++slot)
+            if (m_doc.CurrDB20.Fields[static_cast<std::size_t>(slot)].Type == FieldType::Checkbox)
+                visit(slot);
+    }
+
+    Document& m_doc;
+};
+
+void calcOlderField(Document& doc, const Services& services, int field, FieldProgress& progress) {
+    const int column = model::columnOfSlot(field);
+    for (int record = 0; record < doc.NumDataRecs; ++record) {
+        progress.at(record);
+        doc.grd.setText(record + model::kFirstDataRow, column, calc::calcExpression(doc, services, field, record));
+    }
+}
+
 } // namespace
+
+void calcOlderExpressions(Document& doc, Services& services) {
+    if (doc.NumDataRecs < 1)
+        return;
+    const platform::Freeze freeze(services.ui, doc);
+    const platform::HourGlass wait(services.ui);
+    FieldProgress progress(services, doc.NumDataRecs);
+    const CheckLongs checks(doc);
+    for (int field = 1; field < model::highestField(doc.CurrDB20); ++field) {
+        const model::FieldDef& def = doc.CurrDB20.Fields[static_cast<std::size_t>(field)];
+        if (def.Type != FieldType::Expression)
+            continue;
+        progress.begin(def);
+        calcOlderField(doc, services, field, progress);
+    }
+}
 
 void recalcExpressions(Document& doc, Services& services) {
     if (doc.NumDataRecs < 1)

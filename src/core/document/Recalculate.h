@@ -10,4 +10,8 @@ namespace tallybook::document {
 // new texts of the fields ahead of it and the old ones of those behind. Shows progress; DocModified stays as it is.
 void recalcExpressions(model::Document& doc, platform::Services& services);
 
+// Computes the Expressions of a file of format 1.x by the rules of that format, slot by slot. Shows progress;
+// DocModified stays as it is. The expressions must still have their older operators.
+void calcOlderExpressions(model::Document& doc, platform::Services& services);
+
 } // namespace tallybook::document

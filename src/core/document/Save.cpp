@@ -117,6 +117,7 @@ Path targetIn(const Path& userFolder, const model::Document& doc, Services& serv
 }
 
 void adoptPath(model::Document& doc, Services& services, const Path& path) {
+    doc.Is2xFormat = true; // whatever was read, this is what a save writes
     doc.CurrFilePath = path;
     doc.CurrFolder = path.parent_path();
     doc.CurrFileName = platform::shownPath(path.filename());
@@ -152,11 +153,7 @@ std::string faultOfFileName(const std::string& name) {
 }
 
 Path savedPath(const Path& target) {
-    std::string name = target.filename().string();
-    const auto prefix = calc::upper(name).find(pdb::kPrefix1x);
-    if (prefix != std::string::npos)
-        name.replace(prefix, pdb::kPrefix1x.size(), pdb::kPrefix2x);
-    return target.parent_path() / pdb::addUnderscore20(name);
+    return target.parent_path() / pdb::addUnderscore20(pdb::presentName(target.filename().string()));
 }
 
 Outcome savePDBFile20(model::Document& doc, Services& services, const Path& target) {

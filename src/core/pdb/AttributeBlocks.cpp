@@ -75,9 +75,13 @@ platform::Result<ExprDef> readExpression(ByteReader& in, const ExpressionForm& f
     for (std::size_t i = 0; i < tokens; ++i)
         expression.TokenTexts[i] = in.getPaddedText(layout::kTokenTextWidth);
     if (form.FormatVersion < layout::kNewOperators)
-        std::transform(expression.Tokens.begin(), expression.Tokens.begin() + model::kShortTokens,
-                       expression.Tokens.begin(), presentOperator);
+        renewOperators(expression);
     return in.give("Load_DBProps : readExpression", std::move(expression));
+}
+
+void renewOperators(ExprDef& expression) {
+    std::transform(expression.Tokens.begin(), expression.Tokens.begin() + model::kShortTokens,
+                   expression.Tokens.begin(), presentOperator);
 }
 
 void buildExpression(const ExprDef& expression, ByteWriter& out) {

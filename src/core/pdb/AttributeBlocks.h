@@ -26,6 +26,11 @@ struct ExpressionForm {
     FormatGeneration generation = FormatGeneration::Format2x; // 1.x has no result type
 };
 platform::Result<model::ExprDef> readExpression(ByteReader& in, const ExpressionForm& form);
+
+// Gives the operators of an older expression, the characters of their signs, their present codes. It does so in all
+// of the first 15 tokens, operands too.
+void renewOperators(model::ExprDef& expression);
+
 void buildExpression(const model::ExprDef& expression, ByteWriter& out);    // 15 tokens
 void buildNewExpression(const model::ExprDef& expression, ByteWriter& out); // 48 tokens
 

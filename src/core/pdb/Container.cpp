@@ -34,7 +34,7 @@ platform::Result<FileHeader> readheader20(ByteReader& in) {
     return in.give(kHeaderTag, std::move(header));
 }
 
-platform::Result<RecordList> readRecordList(ByteReader& in, const FileHeader& header) {
+platform::Result<RecordList> readRecordList(ByteReader& in, const FileHeader& header, int firstDropped) {
     const std::size_t fileSize = in.position() + in.left();
     const auto room = static_cast<std::int64_t>(in.left() / layout::kEntrySize);
     if (header.records > room) {
@@ -46,7 +46,7 @@ platform::Result<RecordList> readRecordList(ByteReader& in, const FileHeader& he
         const std::uint32_t offset = in.getUnsignedLong();
         const std::uint8_t attributes = in.getByte();
         in.skipBytes(3); // id
-        const bool mayBeDropped = list.count() >= layout::kFirstDroppedEntry;
+        const bool mayBeDropped = list.count() >= firstDropped;
         list.add(offset, mayBeDropped && (attributes & layout::kDeletedEntry) != 0);
     }
     return list;

@@ -3,6 +3,7 @@
 
 #include "core/pdb/ByteReader.h"
 #include "core/pdb/ByteWriter.h"
+#include "core/pdb/Layout.h"
 #include "core/platform/Clock.h"
 
 #include <cstdint>
@@ -54,8 +55,9 @@ private:
 // Reads the 78 bytes of the header. The creator is not judged.
 platform::Result<FileHeader> readheader20(ByteReader& in);
 
-// Reads the entries behind the header. From entry 86 on, those marked as deleted are dropped.
-platform::Result<RecordList> readRecordList(ByteReader& in, const FileHeader& header);
+// Reads the entries behind the header. From entry `firstDropped` on, those marked as deleted are dropped.
+platform::Result<RecordList> readRecordList(ByteReader& in, const FileHeader& header,
+                                            int firstDropped = layout::kFirstDroppedEntry);
 
 // Writes the header. The name has at most 31 bytes; `now` is the creation and modification date.
 void writeHeader20(ByteWriter& out, std::string_view name, const platform::LocalTime& now, int records);

@@ -186,10 +186,10 @@ Result<int> countDataRecords(ByteSpan file, FileFormat format) {
         return header.error();
     if (header.value().creator != (older ? layout::kOlderCreator : layout::kCreator))
         return Error{ErrorKind::Format, std::string(kCountTag), std::string(platform::texts::kNoTallybook)};
-    const auto list = readRecordList(in, header.value());
+    const int fixed = older ? layout::kOlderFixedRecords : model::kFixedRecords;
+    const auto list = readRecordList(in, header.value(), older ? fixed : layout::kFirstDroppedEntry);
     if (!list.ok())
         return list.error();
-    const int fixed = older ? layout::kOlderFixedRecords : model::kFixedRecords;
     const int records = list.value().count();
     if (records < fixed)
         return Error{ErrorKind::Format, std::string(kCountTag),

@@ -24,6 +24,8 @@ struct ReadSteps {
     // After the properties: the fields whose cells are wanted. Those of the others are passed over, and so are the
     // categories. Absent: all of them.
     std::function<FieldSet(const model::DatabaseModel&)> onlyFields;
+    // After record 0 of a file of format 0.99, ahead of the login: what the user should know about it.
+    std::function<void()> onFormat099;
     // After record 0: the login. False ends the read with an error of kind Refused. Absent: no login.
     std::function<bool(model::Document&)> afterHeaderValues;
     // After the field table: the grid's columns are made. Absent: no grid work.

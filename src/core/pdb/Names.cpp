@@ -48,6 +48,18 @@ bool has1xPrefix(std::string_view name) {
     return placeOf(kPrefix1x, name) != std::string_view::npos;
 }
 
+std::string freeFieldName(int slot) {
+    return (slot < 10 ? "Fld0" : "Fld") + std::to_string(slot);
+}
+
+std::string presentName(std::string_view name) {
+    std::string present(name);
+    const std::size_t place = placeOf(kPrefix1x, name);
+    if (place != std::string_view::npos)
+        present.replace(place, kPrefix1x.size(), kPrefix2x);
+    return present;
+}
+
 std::string headerName(std::string_view dbName, std::string_view fileStem) {
     std::string name(dbName.empty() ? fileStem : dbName);
     if (!has2xPrefix(name))

@@ -20,6 +20,12 @@ std::string RemoveUnderscore(std::string_view name);
 bool has2xPrefix(std::string_view name);
 bool has1xPrefix(std::string_view name);
 
+// What a field slot without a name is called: "Fld01" to "Fld80".
+std::string freeFieldName(int slot);
+
+// The name of a database with the prefix of the older format changed to the present one's.
+std::string presentName(std::string_view name);
+
 // The name for the header: `dbName` with the prefix put in front when it is missing, or the file's stem when it is
 // empty; 31 bytes at most.
 std::string headerName(std::string_view dbName, std::string_view fileStem);

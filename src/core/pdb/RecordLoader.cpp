@@ -6,6 +6,7 @@
 #include "core/calc/SingleText.h"
 #include "core/pdb/Database.h"
 #include "core/pdb/Layout.h"
+#include "core/pdb/OlderLayout.h"
 
 #include <bit>
 #include <charconv>
@@ -126,11 +127,10 @@ void RecordLoader::prepare(Slot& slot) {
         slot.keys->setCoder(calc::coderForField(m_doc.CurrDB20, slot.number, m_regional));
 }
 
-// | 1 | 87 | 1 | category | 4 | key | ... | cells | 2 | 0 |
-platform::Status RecordLoader::loadRecord20(ByteReader& in, int record) {
+bool RecordLoader::loadHead(ByteReader& in, int record) {
     if (in.left() < layout::kRecordHeader) {
         in.fail(platform::texts::fewerThan(static_cast<std::int64_t>(in.left()), "bytes", layout::kRecordHeader));
-        return in.error("Load_DB : loadRecord20");
+        return false;
     }
     m_row = static_cast<std::uint32_t>(record);
     in.skipBytes(1);
@@ -138,6 +138,13 @@ platform::Status RecordLoader::loadRecord20(ByteReader& in, int record) {
     if (m_slots[0].wanted)
         showItem(m_slots[0], category);
     m_doc.RecKeys.setById(m_row, in.getLong());
+    return true;
+}
+
+// | 1 | 87 | 1 | category | 4 | key | ... | cells | 2 | 0 |
+platform::Status RecordLoader::loadRecord20(ByteReader& in, int record) {
+    if (!loadHead(in, record))
+        return in.error("Load_DB : loadRecord20");
     while (in.left() >= layout::kCellHeader) {
         const std::uint8_t type = in.getByte();
         const std::uint8_t slot = type == 0 ? std::uint8_t{0} : in.getByte();
@@ -146,6 +153,26 @@ platform::Status RecordLoader::loadRecord20(ByteReader& in, int record) {
         loadCell(static_cast<FieldType>(type), m_slots[slot], in);
     }
     return {};
+}
+
+// | 1 | 40 | 1 | category | 4 | key | ... | cells | 2 | 0 |
+platform::Status RecordLoader::loadRecord(ByteReader& in, int record) {
+    constexpr std::string_view kTag = "Load_DB : loadRecord";
+    if (!loadHead(in, record))
+        return in.error(kTag);
+    while (in.left() > layout::kEndMark) {
+        const std::uint8_t type = in.getByte();
+        const std::uint8_t slot = in.getByte();
+        if (!older::hasCells(static_cast<FieldType>(type)))
+            in.fail(platform::texts::unknownType(type));
+        else if (slot == 0 || slot >= older::kFieldSlots)
+            in.fail(platform::texts::slotBeyond(slot, older::kFieldSlots - 1));
+        else
+            loadCell(static_cast<FieldType>(type), m_slots[slot], in);
+    }
+    if (in.ok() && (in.left() < layout::kEndMark || in.getWord() != 0))
+        in.fail(platform::texts::kNoEndMark);
+    return in.status(kTag);
 }
 
 // What a cell of another type leaves in a column of pictures: a save would take it for a picture, and find none.

@@ -26,6 +26,10 @@ public:
     // that its last cells are misread. Fails when not even key and category are there.
     platform::Status loadRecord20(ByteReader& in, int record);
 
+    // The same for a record of format 1.x. The layout of these records is not known for certain, so nothing is
+    // forgiven: a record that does not end with its end mark, or holds a cell that the format does not have, fails.
+    platform::Status loadRecord(ByteReader& in, int record);
+
     // What the records do not say themselves, once they are all loaded: the keys in the Key fields, and the check
     // boxes that have no cell, which are not ticked.
     void finish();
@@ -48,6 +52,8 @@ private:
     static constexpr std::int64_t kNoWord = -2; // the item's text, which may be empty, is set each time
 
     void prepare(Slot& slot);
+    // Key and category, which every record has. False when it is too short for them.
+    bool loadHead(ByteReader& in, int record);
     void fillKeys(Slot& slot);
     void fillChecks(const Slot& slot);
     void emptyCell(Slot& slot);

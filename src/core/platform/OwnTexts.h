@@ -74,6 +74,14 @@ inline std::string fewerThan(std::int64_t count, std::string_view things, std::i
 inline std::string slotBeyond(int slot, int highest) {
     return "field slot " + std::to_string(slot) + ", at most " + std::to_string(highest);
 }
+inline std::string unknownType(int type) {
+    return "field type " + std::to_string(type) + ", which the format does not have";
+}
+inline std::string bytesLeftOver(std::size_t bytes) {
+    return std::to_string(bytes) + " bytes are left over";
+}
+inline constexpr std::string_view kNoEndMark = "it has no end mark";
+inline constexpr std::string_view kInsideAnother = "it starts inside another one";
 inline std::string startsBeyondEnd(std::uint64_t offset, std::uint64_t size) {
     return "it starts at byte " + std::to_string(offset) + ", the file has " + std::to_string(size) + " bytes";
 }
@@ -87,8 +95,6 @@ inline std::string pictureTooLarge(std::string_view path, std::int64_t most) {
 }
 
 inline constexpr std::string_view kNoTallybook = "The file is not a Tallybook.";
-// A join whose other database has a header that says the older format.
-inline constexpr std::string_view kOlderNotRead = "Tallybooks of the older format cannot be joined yet.";
 
 // Names for new files. The dialog is shown again.
 inline constexpr std::string_view kNameTooLong = "Filename not valid.  A file name may have at most 240 bytes.";
