@@ -29,6 +29,7 @@ ExitCode run(const std::vector<std::string>& arguments, Terminal& terminal) {
     addFind(app, terminal, code);
     addDump(app, terminal, code);
     addSave(app, terminal, code);
+    addConvert(app, terminal, code);
     addRecalc(app, terminal, code);
     addCheck(app, terminal, code);
     addEdit(app, terminal, code);

@@ -16,6 +16,7 @@ void addCells(CLI::App& app, Terminal& terminal, ExitCode& code);
 void addFind(CLI::App& app, Terminal& terminal, ExitCode& code);
 void addDump(CLI::App& app, Terminal& terminal, ExitCode& code);
 void addSave(CLI::App& app, Terminal& terminal, ExitCode& code);
+void addConvert(CLI::App& app, Terminal& terminal, ExitCode& code);
 void addRecalc(CLI::App& app, Terminal& terminal, ExitCode& code);
 void addCheck(CLI::App& app, Terminal& terminal, ExitCode& code);
 void addEdit(CLI::App& app, Terminal& terminal, ExitCode& code);

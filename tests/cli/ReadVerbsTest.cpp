@@ -39,6 +39,7 @@ INSTANTIATE_TEST_SUITE_P(
                     UsageCase{"missingPasswordFile", {"cells", "MS2_Small.pdb", "--password-file", "none"}},
                     UsageCase{"findWithoutText", {"find", "MS2_Small.pdb"}},
                     UsageCase{"saveWithoutOut", {"save", "MS2_Small.pdb"}},
+                    UsageCase{"convertWithoutNew", {"convert", "MSA_Small.pdb"}},
                     UsageCase{"editWithoutScript", {"edit", "MS2_Small.pdb"}},
                     UsageCase{"missingScript", {"edit", "MS2_Small.pdb", "--script", "none"}}),
     [](const auto& tested) { return tested.param.name; });
@@ -47,7 +48,7 @@ TEST(CommandLineTest, helpIsAnAnswer) {
     const CommandResult result = CommandTest().run({"--help"});
     EXPECT_EQ(result.code, 0);
     EXPECT_EQ(result.err, "");
-    for (const char* verb : {"info", "cells", "find", "dump", "save", "check", "edit"})
+    for (const char* verb : {"info", "cells", "find", "dump", "save", "convert", "check", "edit"})
         EXPECT_NE(result.out.find(verb), std::string::npos) << verb;
 }
 
@@ -82,7 +83,7 @@ TEST(OpenTest, callsAFileWithoutThePrefixOld) {
     test.put("MSA_Old.pdb", smallDatabase());
     const CommandResult result = test.run({"cells", "MSA_Old.pdb"});
     EXPECT_EQ(result.code, 1);
-    EXPECT_EQ(result.err, "Old Format\n");
+    EXPECT_EQ(result.err, "Old Format\nThe selected file MSA_Old.pdb is not a Tallybook\n");
 }
 
 TEST(OpenTest, refusesAFixedRecordOutOfOrder) {

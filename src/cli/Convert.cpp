@@ -1,0 +1,43 @@
+// tallybook convert OLD NEW: a file of the older format as one of the present format.
+#include "cli/Session.h"
+#include "cli/Verbs.h"
+#include "core/document/OpenSave.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+namespace tallybook::cli {
+
+namespace {
+
+struct ConvertOptions {
+    CommonOptions common;
+    std::filesystem::path older;
+    std::filesystem::path present;
+};
+
+ExitCode convert(const ConvertOptions& options, Terminal& terminal) {
+    Session session(terminal, options.common);
+    const std::filesystem::path target = std::filesystem::absolute(options.present);
+    const std::string fault = document::faultOfFileName(document::savedPath(target).filename().string());
+    if (!fault.empty()) {
+        session.user().say(fault);
+        return ExitCode::Refused;
+    }
+    const document::Outcome outcome =
+        document::convertOlder(session.services(), std::filesystem::absolute(options.older), target);
+    return outcome == document::Outcome::Done ? ExitCode::Done : ExitCode::Refused;
+}
+
+} // namespace
+
+void addConvert(CLI::App& app, Terminal& terminal, ExitCode& code) {
+    auto options = std::make_shared<ConvertOptions>();
+    CLI::App* verb = app.add_subcommand("convert", "Write a database of the older format in the present one");
+    verb->add_option("OLD", options->older, "The database of the older format, which stays as it is")->required();
+    verb->add_option("NEW", options->present, "The file to write; its name begins with MS2_")->required();
+    addOpenOptions(*verb, options->common);
+    verb->callback([options, &terminal, &code] { code = convert(*options, terminal); });
+}
+
+} // namespace tallybook::cli
