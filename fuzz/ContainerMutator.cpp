@@ -4,7 +4,6 @@
 #include "core/model/Limits.h"
 
 #include <algorithm>
-#include <array>
 
 namespace tallybook::fuzz {
 
@@ -13,11 +12,10 @@ namespace {
 constexpr std::size_t kHeaderSize = 78;
 constexpr std::size_t kEntrySize = 8;
 constexpr std::size_t kCountPlace = 76;
+constexpr std::ptrdiff_t kCreatorPlace = 64;
 constexpr std::size_t kMostRecords = 400; // more only slow the search down
 constexpr std::size_t kDataHead = 6;      // record number, category and key, in front of a record's cells
 constexpr std::size_t kFieldTable = 1;
-constexpr std::size_t kFieldTableHead = 2;  // record number and count, in front of the table's entries
-constexpr std::size_t kFieldEntryHead = 12; // slot, type and the like, in front of an entry's two texts
 
 std::size_t pick(std::mt19937& random, std::size_t count) {
     return random() % count;
@@ -33,8 +31,8 @@ void putLong(platform::Bytes& bytes, std::size_t value) {
         bytes.push_back(static_cast<std::uint8_t>(value >> shift));
 }
 
-std::size_t pickData(const Container& container, std::mt19937& random) {
-    return model::kFixedRecords + pick(random, container.records.size() - model::kFixedRecords);
+std::size_t pickData(const Container& container, const Shape& shape, std::mt19937& random) {
+    return shape.fixedRecords + pick(random, container.records.size() - shape.fixedRecords);
 }
 
 // A cell of a type and slot with a few bytes behind it, put somewhere among the record's cells.
@@ -62,10 +60,12 @@ std::size_t behindText(const platform::Bytes& bytes, std::size_t from) {
 }
 
 // Another type for a field, so that its attribute record is read in another way.
-void retypeField(platform::Bytes& table, std::mt19937& random) {
-    std::size_t entry = kFieldTableHead;
+void retypeField(platform::Bytes& table, const Shape& shape, std::mt19937& random) {
+    std::size_t entry = shape.fieldTableHead;
     for (std::size_t skip = pick(random, model::kFieldTypes + 2); skip > 0; --skip) {
-        const std::size_t next = behindText(table, behindText(table, entry + kFieldEntryHead));
+        std::size_t next = entry + shape.fieldEntryHead;
+        for (std::size_t text = 0; text < shape.fieldEntryTexts; ++text)
+            next = behindText(table, next);
         if (next + 1 >= table.size())
             break;
         entry = next;
@@ -96,8 +96,8 @@ void cutRecord(platform::Bytes& record, std::mt19937& random) {
         record.resize(pick(random, record.size()));
 }
 
-void mutateData(Container& container, std::mt19937& random, const MutateBytes& mutateBytes) {
-    platform::Bytes& record = container.records[pickData(container, random)];
+void mutateData(Container& container, const Shape& shape, std::mt19937& random, const MutateBytes& mutateBytes) {
+    platform::Bytes& record = container.records[pickData(container, shape, random)];
     switch (pick(random, 4)) {
     case 0:
         return insertCell(record, random);
@@ -108,7 +108,7 @@ void mutateData(Container& container, std::mt19937& random, const MutateBytes& m
     }
 }
 
-void mutateAny(Container& container, std::mt19937& random, const MutateBytes& mutateBytes) {
+void mutateAny(Container& container, const Shape& shape, std::mt19937& random, const MutateBytes& mutateBytes) {
     const std::size_t chosen = pick(random, container.records.size());
     switch (pick(random, 10)) {
     case 0:
@@ -124,26 +124,26 @@ void mutateAny(Container& container, std::mt19937& random, const MutateBytes& mu
         return mutateBytes(container.header);
     case 5:
         if (container.records.size() > kFieldTable)
-            retypeField(container.records[kFieldTable], random);
+            retypeField(container.records[kFieldTable], shape, random);
         return;
     default:
         return mutateBytes(container.records[chosen]);
     }
 }
 
-// A reader stops at the first fixed record whose number is wrong: nothing behind it would ever be tried.
-void repairNumbers(Container& container) {
-    const std::array<std::uint8_t, 4> creator = {'M', 'O', 'S', 'S'};
+// A reader stops at a wrong creator, or at the first fixed record whose number is wrong: nothing behind it would ever
+// be tried.
+void repair(Container& container, const Shape& shape) {
     container.header.resize(kHeaderSize);
-    std::copy(creator.begin(), creator.end(), container.header.begin() + 64);
-    while (container.records.size() < model::kFixedRecords) {
+    std::copy(shape.creator.begin(), shape.creator.end(), container.header.begin() + kCreatorPlace);
+    while (container.records.size() < shape.fixedRecords) {
         container.records.push_back({0, 1});
         container.attributes.push_back(0x40);
     }
     for (std::size_t record = 0; record < container.records.size(); ++record) {
         if (container.records[record].empty())
             container.records[record].push_back(0);
-        container.records[record][0] = static_cast<std::uint8_t>(std::min<std::size_t>(record, model::kFixedRecords));
+        container.records[record][0] = static_cast<std::uint8_t>(std::min(record, shape.fixedRecords));
     }
 }
 
@@ -186,16 +186,16 @@ platform::Bytes putTogether(const Container& container) {
     return file;
 }
 
-void mutate(Container& container, std::mt19937& random, const MutateBytes& mutateBytes) {
+void mutate(Container& container, const Shape& shape, std::mt19937& random, const MutateBytes& mutateBytes) {
     if (container.records.empty() || pick(random, 50) == 0) {
         mutateBytes(container.header);
-    } else if (container.records.size() > model::kFixedRecords && pick(random, 3) == 0) {
-        mutateData(container, random, mutateBytes);
+    } else if (container.records.size() > shape.fixedRecords && pick(random, 3) == 0) {
+        mutateData(container, shape, random, mutateBytes);
     } else {
-        mutateAny(container, random, mutateBytes);
+        mutateAny(container, shape, random, mutateBytes);
     }
     if (pick(random, 20) != 0)
-        repairNumbers(container);
+        repair(container, shape);
 }
 
 } // namespace tallybook::fuzz

@@ -1,4 +1,4 @@
-// The mutator of the whole reader's target: most changes keep the container in order.
+// The mutator of the whole readers' targets: most changes keep the container in order.
 
 #include "ContainerMutator.h"
 
@@ -10,6 +10,9 @@ namespace {
 
 using tallybook::platform::Bytes;
 
+constexpr tallybook::fuzz::Shape kShape = std::string_view(TALLYBOOK_FUZZ_TARGET) == "older"
+                                              ? tallybook::fuzz::kOlderShape
+                                              : tallybook::fuzz::kPresentShape;
 constexpr std::size_t kGrowth = 64; // bytes that one change may add to a record
 
 void mutateBytes(Bytes& bytes) {
@@ -26,7 +29,7 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
     auto container = tallybook::fuzz::takeApart({data, size});
     if (!container || random() % 16 == 0)
         return LLVMFuzzerMutate(data, size, maxSize);
-    tallybook::fuzz::mutate(*container, random, mutateBytes);
+    tallybook::fuzz::mutate(*container, kShape, random, mutateBytes);
     const Bytes file = tallybook::fuzz::putTogether(*container);
     const std::size_t kept = std::min(file.size(), maxSize);
     std::copy_n(file.begin(), kept, data);

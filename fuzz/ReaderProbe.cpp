@@ -1,6 +1,8 @@
 #include "ReaderProbe.h"
 
+#include "core/document/Recalculate.h"
 #include "core/pdb/Database.h"
+#include "core/pdb/OlderDatabase.h"
 #include "support/TestServices.h"
 
 #include <algorithm>
@@ -63,6 +65,17 @@ std::string rebuild(model::Document& doc, platform::ByteSpan file, test::TestSer
     return complaintAboutCopy(doc, copy);
 }
 
+// What a read has given, whichever way it ended.
+void judge(const platform::Status& status, const model::Document& doc, ProbeResult& result) {
+    result.opened = status.ok();
+    if (result.opened) {
+        result.complaint = complaintAbout(doc);
+        return;
+    }
+    result.message = status.error().description();
+    result.complaint = complaintAbout(status.error());
+}
+
 std::string probeParts(platform::ByteSpan file) {
     if (const auto verdict = pdb::verifyRecords(file); !verdict)
         if (std::string complaint = complaintAbout(verdict.error()); !complaint.empty())
@@ -82,16 +95,21 @@ ProbeResult probeReader(platform::ByteSpan file) {
         return result;
     test::TestServices computer;
     model::Document doc;
-    const auto status = pdb::readDatabase(doc, file, kFileName, computer.regional);
-    result.opened = status.ok();
-    if (!result.opened) {
-        result.message = status.error().description();
-        result.complaint = complaintAbout(status.error());
-        return result;
-    }
-    result.complaint = complaintAbout(doc);
-    if (result.complaint.empty())
+    judge(pdb::readDatabase(doc, file, kFileName, computer.regional), doc, result);
+    if (result.opened && result.complaint.empty())
         result.complaint = rebuild(doc, file, computer);
+    return result;
+}
+
+ProbeResult probeOlder(platform::ByteSpan file) {
+    ProbeResult result;
+    test::TestServices computer;
+    model::Document doc;
+    judge(pdb::readOlderDatabase(doc, file, computer.regional), doc, result);
+    if (!result.opened || !result.complaint.empty())
+        return result;
+    document::calcOlderExpressions(doc, computer);
+    result.complaint = rebuild(doc, file, computer);
     return result;
 }
 

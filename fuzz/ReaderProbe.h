@@ -18,4 +18,8 @@ struct ProbeResult {
 // and filters. A refusal must name its operation and its reason.
 ProbeResult probeReader(platform::ByteSpan file);
 
+// The same for files of format 1.x, whose expressions are calculated, too. What was built is a file of the present
+// format.
+ProbeResult probeOlder(platform::ByteSpan file);
+
 } // namespace tallybook::fuzz

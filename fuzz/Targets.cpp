@@ -149,6 +149,10 @@ std::string database(ByteSpan input) {
     return probeReader(input).complaint;
 }
 
+std::string older(ByteSpan input) {
+    return probeOlder(input).complaint;
+}
+
 // The input as the only record of a database that has a field of every type.
 std::string dataRecord(ByteSpan input) {
     static const Container kSmall = takeApart(smallDatabase()).value();
@@ -160,7 +164,8 @@ std::string dataRecord(ByteSpan input) {
     return probeReader(putTogether(file)).complaint;
 }
 
-constexpr std::array<Target, 16> kTargets = {{{"database", database},
+constexpr std::array<Target, 17> kTargets = {{{"database", database},
+                                              {"older", older},
                                               {"header_values", headerValues},
                                               {"field_table", fieldTable},
                                               {"list", list},

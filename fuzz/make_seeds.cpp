@@ -5,6 +5,7 @@
 #include "SmallDatabase.h"
 #include "core/pdb/Database.h"
 #include "core/pdb/Layout.h"
+#include "support/OlderFile.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -94,6 +95,8 @@ public:
                 put(target, name + "-" + std::to_string(record), inputOf(record, file.records[record]));
     }
 
+    void addOlder(const std::string& name, const Bytes& whole) { put("older", name, whole); }
+
 private:
     // A fixed record without its number, which its reader finds behind it; a data record whole.
     static Bytes inputOf(std::size_t record, const Bytes& bytes) {
@@ -117,6 +120,8 @@ int main(int argc, char** argv) {
         return 2;
     }
     Seeds seeds(argv[1]);
+    seeds.addOlder("small", tallybook::test::smallOlder().bytes());
+    seeds.addOlder("oldest", tallybook::test::smallOldest().bytes());
     seeds.addFile("small", tallybook::fuzz::smallDatabase());
     for (int file = 2; file < argc; ++file)
         seeds.addFile(fs::path(argv[file]).stem().string(), bytesOf(argv[file]));

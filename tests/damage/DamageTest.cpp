@@ -3,6 +3,7 @@
 
 #include "ReaderProbe.h"
 #include "SmallDatabase.h"
+#include "support/OlderFile.h"
 
 #include <algorithm>
 #include <cctype>
@@ -27,6 +28,7 @@ constexpr std::size_t kPlacesOfLarger = 400;
 struct Victim {
     std::string name;
     Bytes bytes;
+    fuzz::ProbeResult (*probe)(platform::ByteSpan file) = probeReader;
 
     // How far apart the damaged places lie: 1 for a small file, else an odd number, so that both halves of words
     // and all columns of the tables are met.
@@ -43,7 +45,9 @@ Bytes bytesOf(const fs::path& path) {
 }
 
 std::vector<Victim> victims() {
-    std::vector<Victim> all = {{"small", fuzz::smallDatabase()}};
+    std::vector<Victim> all = {{"small", fuzz::smallDatabase()},
+                               {"older", smallOlder().bytes(), fuzz::probeOlder},
+                               {"oldest", smallOldest().bytes(), fuzz::probeOlder}};
     std::vector<fs::path> samples;
     for (const auto& entry : fs::directory_iterator(fs::path(TALLYBOOK_SOURCE_DIR) / "samples"))
         if (entry.path().extension() == ".pdb")
@@ -64,7 +68,7 @@ std::string nameOf(const testing::TestParamInfo<Victim>& info) {
 class Damage : public testing::TestWithParam<Victim> {
 protected:
     void tryIt(const Bytes& bytes, const std::string& what) {
-        const fuzz::ProbeResult result = probeReader(bytes);
+        const fuzz::ProbeResult result = GetParam().probe(bytes);
         EXPECT_EQ(result.complaint, "") << what;
         EXPECT_NE(result.opened, !result.message.empty()) << what;
         (result.opened ? m_opened : m_refused) += 1;
@@ -115,9 +119,9 @@ TEST_P(Damage, opensOrRefusesEveryWordChanged) {
 
 INSTANTIATE_TEST_SUITE_P(Files, Damage, testing::ValuesIn(victims()), nameOf);
 
-TEST(DamagedFiles, areTheSamplesAndASmallDatabase) {
+TEST(DamagedFiles, areTheSamplesAndSmallDatabasesOfBothFormats) {
     const auto all = victims();
-    EXPECT_GE(all.size(), 6U); // five samples beside the small one
+    EXPECT_GE(all.size(), 8U); // five samples beside the small ones
     EXPECT_LE(all.front().bytes.size(), kEveryPlaceUpTo);
 }
 
