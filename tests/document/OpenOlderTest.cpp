@@ -185,6 +185,81 @@ TEST_F(OpenOlder, expressionsGetTheirPresentOperatorsAfterwards) {
     EXPECT_EQ(opened->CurrDB20.FormatVersion, 21);
 }
 
+// Joins
+
+// Names with the keys 5 and 6, and a Key field to join on.
+OlderFile authors() {
+    OlderFile file;
+    file.name = "MSA_Authors";
+    file.field(1, FieldType::Text, "Name");
+    file.field(2, FieldType::Key, "Key");
+    file.field(3, FieldType::Checkbox, "Alive");
+    file.record(0, 5, "01 01 03 'Ada' 00");
+    file.record(0, 6, "01 01 03 'Bea' 00 06 03 01");
+    return file;
+}
+
+OlderFile booksByAuthor(const std::string& source) {
+    OlderFile file;
+    file.field(1, FieldType::DBJoin, "Author");
+    file.db.Externals[1] = {.Source = source, .SourceField = 2, .MatchField = 1};
+    file.field(2, FieldType::DBLookup, "Alive");
+    file.db.Externals[2] = {.Source = source, .SourceField = 1, .MatchField = 3};
+    file.record(0, 1, "0C 01 0B 00000006");
+    file.record(0, 2, "0C 01 0B 00000007");
+    return file;
+}
+
+TEST_F(OpenOlder, joinsLeadToFilesOfBothFormats) {
+    for (const char* source : {"Authors", "MSA_Authors"}) {
+        put(authors(), "/home/MSA_Authors.pdb");
+        put(booksByAuthor(source));
+        t.user.messages.clear();
+        ASSERT_EQ(open(kOlder), Outcome::Done);
+        EXPECT_EQ(t.user.texts(), Texts{kOldFormat}) << source;
+        EXPECT_EQ(openedCell(0, 1), "Bea") << source;
+        EXPECT_EQ(openedCell(0, 2), "y") << source;
+        EXPECT_EQ(openedCell(1, 1), "7") << source; // no such author
+        EXPECT_EQ(openedCell(1, 2), "") << source;
+    }
+    // What stands under the present name goes first.
+    ASSERT_EQ(convertOlder(t, "/home/MSA_Authors.pdb", "/home/MS2_Authors.pdb"), Outcome::Done);
+    ASSERT_TRUE(t.files.remove("/home/MSA_Authors.pdb"));
+    put(booksByAuthor("Authors"));
+    ASSERT_EQ(open(kOlder), Outcome::Done);
+    EXPECT_EQ(openedCell(0, 1), "Bea");
+}
+
+TEST_F(OpenOlder, aPresentDatabaseMayJoinAnOlderOneByItsFullName) {
+    put(authors(), "/home/MSA_Authors.pdb");
+    put(booksByAuthor("MSA_Authors"));
+    ASSERT_EQ(convert(), Outcome::Done);
+    ASSERT_EQ(open(kPresent), Outcome::Done);
+    EXPECT_TRUE(t.user.messages.empty());
+    EXPECT_EQ(openedCell(0, 1), "Bea");
+    EXPECT_EQ(openedCell(0, 2), "y");
+}
+
+TEST_F(OpenOlder, aMissingSourceIsToldOnceAJoin) {
+    put(booksByAuthor("MSA_Authors"));
+    ASSERT_EQ(open(kOlder), Outcome::Done);
+    EXPECT_EQ(t.user.texts(),
+              (Texts{kOldFormat, "Cannot find external database MSA_Authors.pdb. External references for field "
+                                 "\"Author\" will not be displayed"}));
+    EXPECT_EQ(openedCell(0, 1), "6");
+}
+
+TEST_F(OpenOlder, aDamagedSourceIsReportedAndTheKeysStay) {
+    platform::Bytes bytes = authors().bytes();
+    bytes.resize(bytes.size() - 1);
+    t.files.put("/home/MSA_Authors.pdb", bytes);
+    put(booksByAuthor("MSA_Authors"));
+    t.user.errorAnswers = {ErrorAnswer::GoOn};
+    ASSERT_EQ(open(kOlder), Outcome::Done);
+    EXPECT_EQ(openedCell(0, 1), "6");
+    EXPECT_TRUE(t.files.has("/home/MSA_Authors.pdb"));
+}
+
 // Format 0.99
 
 TEST_F(OpenOlder, format099OpensAfterAWarning) {

@@ -432,6 +432,28 @@ TEST_F(OlderDatabase, aRefusedLoginEndsTheRead) {
     EXPECT_FALSE(gridMade);
 }
 
+TEST_F(OlderDatabase, structureIsReadWithoutTheRecords) {
+    RawFile raw = test::smallOlder(true).raw();
+    raw.set(40, "28"); // which nobody looks at
+    model::DatabaseModel db;
+    ASSERT_TRUE(readOlderStructure(db, raw.bytes()).ok());
+    readWell(test::smallOlder(true).bytes());
+    EXPECT_EQ(db, doc.CurrDB20);
+    raw.set(1, "01");
+    EXPECT_FALSE(readOlderStructure(db, raw.bytes()).ok());
+    EXPECT_FALSE(readOlderStructure(db, {}).ok());
+}
+
+TEST_F(OlderDatabase, onlyTheFieldsThatAreWantedAreRead) {
+    ReadSteps steps;
+    steps.onlyFields = [](const model::DatabaseModel&) { return FieldSet().set(1).set(10); };
+    ASSERT_TRUE(readOlderDatabase(doc, test::smallOlder().bytes(), t.regional, steps).ok());
+    EXPECT_EQ(cell(0, 1), "Ada");
+    EXPECT_EQ(cell(0, 10), "note");
+    for (const int slot : {0, 2, 5, 12, 15, 17})
+        EXPECT_EQ(cell(0, slot), "") << slot;
+}
+
 TEST_F(OlderDatabase, creatorIsLookedAtAhead) {
     RawFile raw = OlderFile().raw();
     EXPECT_EQ(verifyOlder(raw.bytes()).value(), Verdict::Good);
