@@ -23,6 +23,7 @@ OlderFile books() {
     file.field(2, model::FieldType::Integer, "Count");
     file.field(3, model::FieldType::Expression, "Twice");
     file.expression(3, {2, '+', 2});
+    file.db.LastKey = 2;
     file.record(1, 1, "01 01 03 'Ada' 00 02 02 000C");
     file.record(0, 2, "01 01 03 'Bob' 00 02 02 FFFB");
     return file;
