@@ -1,24 +1,17 @@
 // Joins in the grid: the picker of the other database's records, driven with keys and mouse over two files that lie
 // beside each other, and the key that is typed where a join shows no field.
-#include "desktop/DialogChecks.h"
-#include "desktop/WindowTest.h"
+#include "desktop/FieldPropTest.h"
 #include "desktop/dialogs/frmExtView.h"
 
 #include <QAccessible>
 #include <QHeaderView>
+#include <QInputMethodEvent>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMessageBox>
 #include <QTreeView>
 
 namespace tallybook::test {
 namespace {
-
-template <class T> T* child(const QWidget& window, const char* name) {
-    T* found = window.findChild<T*>(QString::fromLatin1(name));
-    EXPECT_NE(found, nullptr) << name;
-    return found;
-}
 
 void press(QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
     ASSERT_NE(window.focusWidget(), nullptr);
@@ -67,7 +60,7 @@ QStringList words(const char* spaced) {
     return QString::fromLatin1(spaced).split(QLatin1Char(' '), Qt::SkipEmptyParts);
 }
 
-class Picking : public WindowTest {
+class Picking : public FieldPropTest {
 protected:
     // A join whose key is typed.
     static void joinByKey(model::Document& sample) {
@@ -228,6 +221,19 @@ TEST_F(Picking, aLetterOnTheGridBeginsTheSearch) {
     go(1, kJoin);
     type("w");
     EXPECT_EQ(joined(1), "Harbour Press/Whitby/10");
+}
+
+TEST_F(Picking, textThatIsComposedOnTheGridIsSoughtWhole) {
+    openSample(joinPublishers);
+    script.expect([](QWidget& window) {
+        EXPECT_EQ(typed(window), QStringLiteral("York"));
+        EXPECT_EQ(selected(window), words("York"));
+        press(window, Qt::Key_Escape);
+    });
+    go(0, kJoin);
+    QInputMethodEvent event;
+    event.setCommitString(QStringLiteral("York"));
+    QApplication::sendEvent(&grid(), &event);
 }
 
 TEST_F(Picking, enterOnTheGridOpensThePickerWithoutAText) {
@@ -404,6 +410,44 @@ TEST_F(Picking, anInvalidDatabaseIsKeptByDefaultWhenAFileIsOpened) {
     show().openFile(kSamplePath);
     EXPECT_TRUE(files.has(kPublishersPath));
     EXPECT_EQ(joined(0), "20//20");
+}
+
+// Designed ------------------------------------------------------------------------------------------------
+
+TEST_F(Picking, aJoinThatWasDesignedJustNowIsPickedAndSaved) {
+    constexpr int kPrinter = 18;
+    constexpr int kPrintedIn = 19;
+    openSample();
+    open(kPrinter, [](QWidget& form) {
+        enter(form, "txtFieldName", "Printer");
+        choose(form, "cmbFieldType", "DB Join");
+        choose(form, "cmbSource", "MS2_Publishers");
+        choose(form, "CmbViewList", "By city");
+        choose(form, "cmbDisplay", "House");
+        choose(form, "cmbJoin", "Number");
+        ok(form);
+        EXPECT_FALSE(form.isVisible());
+    });
+    open(kPrintedIn, [](QWidget& form) {
+        enter(form, "txtFieldName", "Printed in");
+        choose(form, "cmbFieldType", "DB Lookup");
+        choose(form, "cmbFollows", "Printer");
+        choose(form, "cmbDisplay", "City");
+        ok(form);
+        EXPECT_FALSE(form.isVisible());
+    });
+    script.expect([](QWidget& window) {
+        EXPECT_EQ(column(window, 0), words("Whitby Ludlow York"));
+        typeInto(window, "york");
+        press(window, Qt::Key_Return);
+    });
+    click(2, kPrinter);
+    EXPECT_EQ(text(2, kPrinter), "Caf\xE9 Books");
+    EXPECT_EQ(text(2, kPrintedIn), "York");
+    trigger("mnuFileSave");
+    window().openFile(kSamplePath);
+    EXPECT_EQ(text(2, kPrinter), "Caf\xE9 Books");
+    EXPECT_EQ(text(2, kPrintedIn), "York");
 }
 
 // A key that is typed -------------------------------------------------------------------------------------

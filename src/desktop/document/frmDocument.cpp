@@ -151,7 +151,10 @@ void frmDocument::commit() {
 void frmDocument::typeOnCell(int code, const QString& rest) {
     if (!ready())
         return;
-    perform(document::keyOnGrid(*m_doc, m_services, code));
+    EditAction action = document::keyOnGrid(*m_doc, m_services, code);
+    if (action.open == EditAction::Open::ExternalPicker)
+        action.text += fromQt(rest);
+    perform(action);
     if (m_doc->editor.open())
         m_editors->insert(rest);
 }
