@@ -73,7 +73,7 @@ protected:
         FilterControls controls;
         controls.LblFilterName = "Many";
         controls.conditions[0] = {3, 4, 0, "10"};
-        EXPECT_TRUE(filterOk(doc, t, 0, controls));
+        EXPECT_TRUE(filterOk(doc, t, 0, controls).accepted);
         ViewDesign view(doc, t);
         view.TxtView = "Short";
         view.chooseField(2);

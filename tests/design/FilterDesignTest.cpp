@@ -28,7 +28,10 @@ protected:
         doc.CurrDB20.Fields[slot].Name = name;
     }
     const model::FilterDef& stored(std::size_t slot = 0) const { return doc.CurrDB20.Filters[slot]; }
-    bool ok(int slot = 0) { return filterOk(doc, t, slot, controls); }
+    bool ok(int slot = 0) {
+        result = filterOk(doc, t, slot, controls);
+        return result.accepted;
+    }
     void expectCritical(const std::string& text) {
         ASSERT_FALSE(t.user.messages.empty());
         EXPECT_EQ(t.user.messages.back().text, text);
@@ -38,6 +41,7 @@ protected:
     TestServices t;
     model::Document doc;
     FilterControls controls;
+    FilterResult result;
 };
 
 constexpr int kTitle = 1; // positions
@@ -67,11 +71,13 @@ TEST_F(FilterDesign, fillsItsLists) {
 TEST_F(FilterDesign, wantsANameAndAFirstCondition) {
     EXPECT_FALSE(ok());
     expectCritical("Filter name has not been entered");
+    EXPECT_EQ(result, (FilterResult{.focus = FilterFocus::LblFilterName}));
     controls.LblFilterName = "Thick";
     controls.CmbRelOpr[0] = kAnd;
     controls.conditions[1].CmbFldListCmp = kPages; // the second does not help
     EXPECT_FALSE(ok());
     expectCritical("The filter condition has not been completed");
+    EXPECT_EQ(result, (FilterResult{.focus = FilterFocus::CmbFldListCmp}));
     controls.conditions[0].CmbFldListCmp = kPages;
     EXPECT_TRUE(ok());
     EXPECT_TRUE(doc.DocModified);
@@ -79,12 +85,12 @@ TEST_F(FilterDesign, wantsANameAndAFirstCondition) {
 
 TEST_F(FilterDesign, aConditionalExpressionNeedsNoName) {
     model::CondExprDef condition;
-    EXPECT_FALSE(conditionOk(doc.CurrDB20, t, controls, condition));
+    EXPECT_FALSE(conditionOk(doc.CurrDB20, t, controls, condition).accepted);
     expectCritical("The filter condition has not been completed");
     controls.conditions[0] = {kPages, 4, 0, "300"};
     controls.CmbRelOpr = {kOr, 0};
     controls.conditions[1] = {kBought, 0, kToday, ""};
-    EXPECT_TRUE(conditionOk(doc.CurrDB20, t, controls, condition));
+    EXPECT_TRUE(conditionOk(doc.CurrDB20, t, controls, condition).accepted);
     EXPECT_EQ(condition.CondFields, (std::array<std::uint8_t, 3>{3, 0, 4}));
     EXPECT_EQ(condition.CondLinks, (std::array<std::uint8_t, 3>{'O', 0, 0}));
     EXPECT_FALSE(doc.DocModified); // Field Properties stores it
@@ -98,6 +104,7 @@ TEST_F(FilterDesign, refusesTextsThatAFileWouldCut) {
     controls.LblFilterName.pop_back();
     EXPECT_FALSE(ok());
     EXPECT_EQ(t.user.texts().back(), "A constant may have at most 19 characters.");
+    EXPECT_EQ(result, (FilterResult{.focus = FilterFocus::TxtConst, .condition = 0}));
     controls.conditions[0].TxtConst.pop_back();
     EXPECT_TRUE(ok());
     EXPECT_EQ(stored().CondValues[0], std::string(19, 'c'));
@@ -210,6 +217,42 @@ TEST_F(FilterDesign, clearsAfterAQuestion) {
     EXPECT_EQ(controls, FilterControls{});
     EXPECT_EQ(stored(), model::FilterDef{});
     EXPECT_TRUE(doc.DocModified);
+}
+
+TEST_F(FilterDesign, todayStandsBesideADateAlone) {
+    ConditionControls condition;
+    EXPECT_TRUE(offersToday(doc.CurrDB20, condition)); // no field yet
+    selectOperand(condition, kToday);
+    selectLeft(doc.CurrDB20, condition, kBought);
+    EXPECT_EQ(condition, (ConditionControls{kBought, 0, kToday, ""}));
+    selectLeft(doc.CurrDB20, condition, kPages);
+    EXPECT_EQ(condition, (ConditionControls{kPages, 0, 0, ""}));
+    EXPECT_FALSE(offersToday(doc.CurrDB20, condition));
+    condition.TxtConst = "12";
+    selectLeft(doc.CurrDB20, condition, kTitle);
+    EXPECT_EQ(condition, (ConditionControls{kTitle, 0, 0, "12"}));
+}
+
+TEST_F(FilterDesign, anOkWithoutAChangeIsNone) {
+    controls.LblFilterName = "Same";
+    controls.conditions[0] = {kTitle, 0, 0, "a"};
+    EXPECT_TRUE(ok());
+    doc.DocModified = false;
+    EXPECT_TRUE(ok());
+    EXPECT_FALSE(doc.DocModified);
+}
+
+TEST_F(FilterDesign, asksBeforeAChangedFilterIsLeft) {
+    controls = CurrentDefinition(doc.CurrDB20, stored());
+    EXPECT_EQ(leaveFilter(doc.CurrDB20, t, 0, controls), Leaving::Leave); // untouched: no question
+    EXPECT_TRUE(t.user.messages.empty());
+    controls.LblFilterName = "New";
+    t.user.answers = {Answer::Cancel, Answer::Yes, Answer::No};
+    EXPECT_EQ(leaveFilter(doc.CurrDB20, t, 0, controls), Leaving::Stay);
+    EXPECT_EQ(t.user.texts().back(), "The filter was changed. Do you want to store its changes?");
+    EXPECT_EQ(leaveFilter(doc.CurrDB20, t, 0, controls), Leaving::SaveFirst);
+    EXPECT_EQ(leaveFilter(doc.CurrDB20, t, 0, controls), Leaving::Leave);
+    EXPECT_EQ(stored(), model::FilterDef{});
 }
 
 TEST_F(FilterDesign, clearsAConditionInItsControlsOnly) {

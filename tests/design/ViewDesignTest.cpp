@@ -255,6 +255,76 @@ TEST_F(ViewDesigner, aViewWithoutColumnsGoes) {
     EXPECT_EQ(doc.CurrDB20.NumViews, 1);
 }
 
+TEST_F(ViewDesigner, keepingAViewWithoutColumnsKeepsItsNameToo) {
+    ViewDesign dialog = open();
+    dialog.TxtView = "Renamed";
+    dialog.CmdRemove();
+    dialog.CmdRemove();
+    t.user.answers = {Answer::No};
+    EXPECT_FALSE(dialog.cmdOK());
+    EXPECT_EQ(view(0).Name, "Short");
+    EXPECT_EQ(view(0).NumCols, 0); // as the test's view has it
+    EXPECT_EQ(view(0).Columns[0].Field, 3);
+    EXPECT_FALSE(doc.DocModified);
+    dialog.chooseView(2); // a free slot is none the richer by a name
+    t.user.answers = {Answer::No};
+    EXPECT_FALSE(dialog.cmdOK());
+    EXPECT_EQ(view(1).Name, "");
+}
+
+TEST_F(ViewDesigner, aViewThatWentLeavesAFreeSlot) {
+    ViewDesign dialog = open();
+    dialog.chooseView(1);
+    t.user.answers = {Answer::Yes};
+    EXPECT_TRUE(dialog.cmdOK());
+    EXPECT_EQ(dialog.TxtView, "View3");
+    EXPECT_EQ(dialog.viewSlot(), 3);
+    EXPECT_EQ(dialog.leave(), Leaving::Leave);
+}
+
+TEST_F(ViewDesigner, asksBeforeAChangedViewIsLeft) {
+    ViewDesign dialog = open();
+    EXPECT_EQ(dialog.leave(), Leaving::Leave);
+    EXPECT_TRUE(t.user.messages.empty());
+    const std::vector<std::function<void()>> changes = {
+        [&] { dialog.TxtView = "Other"; }, [&] { dialog.cols = 1; },    [&] { dialog.filter = 1; },
+        [&] { dialog.chooseSort(0); },     [&] { dialog.CmdRemove(); },
+    };
+    for (const auto& change : changes) {
+        dialog.chooseView(0);
+        change();
+        t.user.answers = {Answer::Cancel, Answer::No, Answer::Yes};
+        EXPECT_EQ(dialog.leave(), Leaving::Stay);
+        EXPECT_EQ(dialog.leave(), Leaving::Leave);
+        EXPECT_EQ(dialog.leave(), Leaving::SaveFirst);
+        EXPECT_EQ(t.user.texts().back(), "The view was changed. Do you want to save its changes?");
+    }
+    EXPECT_TRUE(dialog.cmdOK());
+    EXPECT_EQ(dialog.leave(), Leaving::Leave);
+}
+
+TEST_F(ViewDesigner, anotherFieldTakesNoMarkOver) {
+    ViewDesign dialog = open();
+    dialog.selectRow(1);
+    dialog.chooseField(kTitle); // the same
+    EXPECT_EQ(dialog.Grid()[1].Sort, "Pri Descending");
+    dialog.chooseField(kBought);
+    EXPECT_EQ(dialog.Grid()[1], (Row{"Bought", ""}));
+    EXPECT_EQ(dialog.sortKeys()[0], (ViewDesign::SortKey{1, 1})); // stays with its field
+}
+
+TEST_F(ViewDesigner, theListsOpenOnWhatTheRowHolds) {
+    ViewDesign dialog = open();
+    EXPECT_EQ(dialog.fieldEntry(), kPages);
+    EXPECT_EQ(dialog.sortEntry(), 3); // "Secondary,Ascending"
+    dialog.selectRow(1);
+    EXPECT_EQ(dialog.fieldEntry(), kTitle);
+    EXPECT_EQ(dialog.sortEntry(), 2);
+    dialog.selectRow(2);
+    EXPECT_EQ(dialog.fieldEntry(), kNone);
+    EXPECT_EQ(dialog.sortEntry(), 0);
+}
+
 TEST_F(ViewDesigner, refusesReservedNames) {
     ViewDesign dialog = open();
     for (const char* name : {"Show All Fields", "SHOW ALL FIELDS", "show all fields", "Edit Views..."}) {

@@ -1,5 +1,6 @@
 // The windows that edit the items of a list and compose a value from one, opened from the cell, with keys and mouse.
 #include "desktop/DialogChecks.h"
+#include "desktop/DialogDriver.h"
 #include "desktop/WindowTest.h"
 #include "desktop/dialogs/dlgAutoWriter.h"
 #include "desktop/dialogs/frmListEditor.h"
@@ -17,24 +18,6 @@ namespace {
 using desktop::dlgAutoWriter;
 using desktop::frmListEditor;
 using model::columnOfSlot;
-
-template <class T> T* child(const QWidget& window, const char* name) {
-    T* found = window.findChild<T*>(QString::fromLatin1(name));
-    EXPECT_NE(found, nullptr) << name;
-    return found;
-}
-
-void clickOn(QWidget& window, const char* button) {
-    QTest::mouseClick(child<QPushButton>(window, button), Qt::LeftButton);
-}
-
-// A key for what has the focus in a window, which nobody makes active again when a box above it has closed.
-void press(QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-    QApplication::setActiveWindow(&window);
-    QWidget* focus = window.focusWidget();
-    ASSERT_NE(focus, nullptr);
-    QTest::keyClick(focus, key, modifiers);
-}
 
 QStringList linesOf(const QListWidget& list) {
     QStringList lines;

@@ -4,6 +4,7 @@
 #include "desktop/WindowTest.h"
 #include "desktop/dialogs/dlgAutoWriter.h"
 #include "desktop/dialogs/dlgError.h"
+#include "desktop/dialogs/dlgFilterDesg.h"
 #include "desktop/dialogs/dlgMulFilter.h"
 #include "desktop/dialogs/dlgRadio.h"
 #include "desktop/dialogs/frmAbout.h"
@@ -16,6 +17,7 @@
 #include "desktop/dialogs/frmPwd.h"
 #include "desktop/dialogs/frmSplash.h"
 #include "desktop/dialogs/frmUser.h"
+#include "desktop/dialogs/frmViewDesigner.h"
 #include "desktop/document/frmDocument.h"
 #include "support/RawFile.h"
 
@@ -29,6 +31,7 @@
 #include <QPalette>
 #include <QPushButton>
 #include <QStyle>
+#include <QTableWidget>
 #include <QTest>
 #include <QToolBar>
 #include <QTreeWidget>
@@ -352,6 +355,60 @@ TEST_P(Pictures, handheld) {
     open.close();
     desktop::frmUser install(users, nullptr);
     showAndKeep(install, "frmUser");
+}
+
+// A filter of all conditions, as wide as names and operators get.
+model::FilterDef wideFilter() {
+    model::FilterDef filter;
+    filter.Name = "Not lent and cheap";
+    filter.CondFields = {kPages, 0, kBought};
+    filter.CondFields2 = {0, kStock, kPages};
+    filter.CondOps = {'>', '<', 'S'};
+    filter.CondValues = {"1234567890123456789", "T", ""};
+    filter.CondLinks = {'A', 'O'};
+    return filter;
+}
+
+TEST_P(Pictures, filterDesigner) {
+    model::Document sample;
+    makeSample(sample, regional);
+    sample.CurrDB20.Filters[1].Name = "Thin";
+    desktop::dlgFilterDesg fresh(sample, services, nullptr);
+    showAndKeep(fresh, "dlgFilterDesg-new");
+    sample.CurrDB20.Filters[0] = wideFilter();
+    sample.CurrDB20.Fields[kPages].Name = "Pages of the book";
+    desktop::dlgFilterDesg filter(sample, services, nullptr);
+    showAndKeep(filter, "dlgFilterDesg");
+    auto* list = filter.findChild<QComboBox*>(QStringLiteral("CmbFilterList"));
+    list->showPopup();
+    keep(*list->view()->window(), "dlgFilterDesg-dropped");
+    list->hidePopup();
+    model::CondExprDef condition;
+    condition.CondFields[0] = kLent;
+    condition.CondOps[0] = '=';
+    condition.CondValues[0] = "1";
+    desktop::dlgFilterDesg expression(sample.CurrDB20, services, condition, nullptr);
+    showAndKeep(expression, "dlgFilterDesg-condition");
+}
+
+TEST_P(Pictures, viewDesigner) {
+    model::Document sample;
+    makeSample(sample, regional);
+    model::ViewDef& view = sample.CurrDB20.Views[0];
+    view.Name = "Prices and loans";
+    view.NumCols = 4;
+    view.Columns[0].Field = kTitle;
+    view.Columns[1].Field = kPrice;
+    view.Columns[2].Field = kBought;
+    view.Columns[3].Field = kNotes;
+    view.SortFields = {kPrice, kTitle, 0};
+    view.SortDirs = {1, 0, 0};
+    desktop::frmViewDesigner dialog(sample, services, nullptr);
+    showAndKeep(dialog, "frmViewDesigner");
+    auto* grid = dialog.findChild<QTableWidget*>(QStringLiteral("Grid"));
+    QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(grid->model()->index(1, 1)).center());
+    keep(dialog, "frmViewDesigner-sort");
+    keep(*dialog.findChild<QComboBox*>(QStringLiteral("CmbSort"))->view()->window(), "frmViewDesigner-dropped");
 }
 
 TEST_P(Pictures, securitySetting) {

@@ -237,16 +237,6 @@ TEST_F(Views, cancellingSeveralFiltersKeepsTheOneInForce) {
     EXPECT_EQ(visibleTitles(), "Sea Charts; Garden Year; ");
 }
 
-TEST_F(Views, theDesignersAreStillToCome) {
-    openSample(addViews);
-    script.expectMessage(QStringLiteral("Editing views is not part of this version yet."));
-    pick("CmbView", "Edit Views...");
-    EXPECT_EQ(shown("CmbView"), "Show All Fields");
-    script.expectMessage(QStringLiteral("Editing filters is not part of this version yet."));
-    pick("CmbFilter", "Edit Filters...");
-    EXPECT_EQ(shown("CmbFilter"), "No Filter");
-}
-
 TEST_F(Views, theSortButtonsRefuseInAView) {
     openSample(addViews);
     pick("CmbView", "Prices");

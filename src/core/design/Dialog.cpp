@@ -15,6 +15,18 @@ bool asks(platform::Services& services, std::string_view text, std::string_view 
                                 .title = std::string(title)}) == platform::Answer::Yes;
 }
 
+Leaving asksToKeep(platform::Services& services, std::string_view text) {
+    switch (services.ui.message(
+        {.text = std::string(text), .icon = platform::Icon::Question, .buttons = platform::Buttons::YesNoCancel})) {
+    case platform::Answer::Yes:
+        return Leaving::SaveFirst;
+    case platform::Answer::No:
+        return Leaving::Leave;
+    default:
+        return Leaving::Stay;
+    }
+}
+
 std::string trimmed(std::string_view text) {
     const std::size_t first = text.find_first_not_of(' ');
     if (first == std::string_view::npos)

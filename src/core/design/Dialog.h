@@ -17,6 +17,15 @@ void say(platform::Services& services, std::string_view text, std::string_view t
 bool asks(platform::Services& services, std::string_view text, std::string_view title = {},
           platform::Icon icon = platform::Icon::Question);
 
+// What becomes of changes that were not stored when a dialog shows something else or closes.
+enum class Leaving {
+    Leave,     // nothing was changed, or the user gives it up
+    SaveFirst, // and leave when that was accepted
+    Stay,
+};
+// Asks with Yes, No and Cancel.
+Leaving asksToKeep(platform::Services& services, std::string_view text);
+
 // Without the blanks at both ends.
 std::string trimmed(std::string_view text);
 

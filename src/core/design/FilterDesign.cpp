@@ -2,7 +2,7 @@
 
 #include "core/calc/EvalCond.h"
 #include "core/calc/Numbers.h"
-#include "core/design/Dialog.h"
+#include "core/platform/OwnTexts.h"
 
 #include <algorithm>
 
@@ -52,6 +52,10 @@ int todayPosition(const DatabaseModel& db) {
     return static_cast<int>(operandListEntries(db).size()) - 1;
 }
 
+bool isDate(const DatabaseModel& db, int slot) {
+    return db.Fields[static_cast<std::size_t>(std::min(slot, model::MaxUserFields))].Type == FieldType::Date;
+}
+
 // Six operand slots as the two arrays of a definition hold them: the left ones stand at even places.
 template <class Def> std::array<std::uint8_t, kOperandSlots> slotsOf(const Def& def) {
     const auto& a = def.CondFields;
@@ -76,11 +80,9 @@ template <class Def> ConditionControls conditionControls(const DatabaseModel& db
     controls.CmbFldListCmp = positionOfSlot(db, left);
     if (def.CondOps[n] != 0 || left != 0)
         controls.CmbOpr = positionIn(kOperatorCodes, def.CondOps[n], -1);
-    const bool isDate =
-        db.Fields[static_cast<std::size_t>(std::min(left, model::MaxUserFields))].Type == FieldType::Date;
     if (right != 0)
         controls.CmbFldOpnd = positionOfSlot(db, right);
-    else if (isDate && def.CondValues[n] == kTodayConstant)
+    else if (isDate(db, left) && def.CondValues[n] == kTodayConstant)
         controls.CmbFldOpnd = todayPosition(db);
     if (controls.CmbFldOpnd == kConstant)
         controls.TxtConst = def.CondValues[n];
@@ -126,9 +128,9 @@ template <class Def> void storeConditions(const DatabaseModel& db, const FilterC
             def.CondLinks[i] = static_cast<std::uint8_t>(kLinkCodes[static_cast<std::size_t>(controls.CmbRelOpr[i])]);
 }
 
-bool refuse(platform::Services& services, std::string_view text) {
+FilterResult refuse(platform::Services& services, std::string_view text, FilterFocus focus) {
     say(services, text, {}, platform::Icon::Critical);
-    return false;
+    return {.focus = focus};
 }
 
 bool asksToClear(platform::Services& services) {
@@ -171,6 +173,17 @@ std::vector<std::string> operandListEntries(const DatabaseModel& db) {
     return entries;
 }
 
+void selectLeft(const DatabaseModel& db, ConditionControls& condition, int position) {
+    condition.CmbFldListCmp = position;
+    if (condition.CmbFldOpnd == todayPosition(db) && !offersToday(db, condition))
+        condition.CmbFldOpnd = kConstant;
+}
+
+bool offersToday(const DatabaseModel& db, const ConditionControls& condition) {
+    const int slot = slotOfEntry(db, leftEntries(db), condition.CmbFldListCmp);
+    return slot == 0 || isDate(db, slot);
+}
+
 void selectOperand(ConditionControls& condition, int position) {
     condition.CmbFldOpnd = position;
     if (!takesConstant(condition))
@@ -198,36 +211,45 @@ FilterControls CurrentDefinition(const DatabaseModel& db, const model::CondExprD
     return controlsOf(db, condition, fromFile ? std::array{links[1], links[2]} : std::array{links[0], links[1]});
 }
 
-bool ValidateFilter(const FilterControls& controls, FilterUse use, platform::Services& services) {
-    if (use == FilterUse::NamedFilter && trimmed(controls.LblFilterName).empty())
-        return refuse(services, "Filter name has not been entered");
+FilterResult ValidateFilter(const FilterControls& controls, FilterUse use, platform::Services& services) {
+    const bool named = use == FilterUse::NamedFilter;
+    if (named && trimmed(controls.LblFilterName).empty())
+        return refuse(services, "Filter name has not been entered", FilterFocus::LblFilterName);
     if (controls.conditions[0].CmbFldListCmp <= 0)
-        return refuse(services, "The filter condition has not been completed");
-    if (use == FilterUse::NamedFilter &&
-        refusesText(services, "A filter's name", controls.LblFilterName, kMostInName))
-        return false;
-    return std::none_of(controls.conditions.begin(), controls.conditions.end(),
-                        [&](const ConditionControls& condition) {
-                            return refusesText(services, "A constant", condition.TxtConst, kMostInConstant);
-                        });
+        return refuse(services, "The filter condition has not been completed", FilterFocus::CmbFldListCmp);
+    if (named && refusesText(services, "A filter's name", controls.LblFilterName, kMostInName))
+        return {.focus = FilterFocus::LblFilterName};
+    for (std::size_t n = 0; n < controls.conditions.size(); ++n)
+        if (refusesText(services, "A constant", controls.conditions[n].TxtConst, kMostInConstant))
+            return {.focus = FilterFocus::TxtConst, .condition = static_cast<int>(n)};
+    return {.accepted = true};
 }
 
-bool filterOk(model::Document& doc, platform::Services& services, int filterSlot, const FilterControls& controls) {
-    if (!ValidateFilter(controls, FilterUse::NamedFilter, services))
-        return false;
+FilterResult filterOk(model::Document& doc, platform::Services& services, int filterSlot,
+                      const FilterControls& controls) {
+    const FilterResult valid = ValidateFilter(controls, FilterUse::NamedFilter, services);
+    if (!valid.accepted)
+        return valid;
     model::FilterDef& filter = doc.CurrDB20.Filters[static_cast<std::size_t>(filterSlot)];
+    const model::FilterDef before = filter;
     filter.Name = controls.LblFilterName;
     storeConditions(doc.CurrDB20, controls, filter);
-    doc.DocModified = true;
-    return true;
+    doc.DocModified = doc.DocModified || filter != before;
+    return valid;
 }
 
-bool conditionOk(const DatabaseModel& db, platform::Services& services, const FilterControls& controls,
-                 model::CondExprDef& condition) {
-    if (!ValidateFilter(controls, FilterUse::ConditionalExpression, services))
-        return false;
-    storeConditions(db, controls, condition);
-    return true;
+FilterResult conditionOk(const DatabaseModel& db, platform::Services& services, const FilterControls& controls,
+                         model::CondExprDef& condition) {
+    const FilterResult valid = ValidateFilter(controls, FilterUse::ConditionalExpression, services);
+    if (valid.accepted)
+        storeConditions(db, controls, condition);
+    return valid;
+}
+
+Leaving leaveFilter(const DatabaseModel& db, platform::Services& services, int filterSlot,
+                    const FilterControls& controls) {
+    const bool same = controls == CurrentDefinition(db, db.Filters[static_cast<std::size_t>(filterSlot)]);
+    return same ? Leaving::Leave : asksToKeep(services, platform::texts::kKeepFilter);
 }
 
 bool clearFilter(model::Document& doc, platform::Services& services, int filterSlot, FilterControls& controls) {

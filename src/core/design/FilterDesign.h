@@ -1,6 +1,7 @@
 // The Filter Designer without its widgets: the conditions of a named filter, or of a Conditional Expression.
 #pragma once
 
+#include "core/design/Dialog.h"
 #include "core/model/Document.h"
 #include "core/platform/Services.h"
 
@@ -41,6 +42,11 @@ struct FilterControls {
     bool operator==(const FilterControls&) const = default;
 };
 
+// A selection in a left list. "Today" gives way to "Constant" when the field is none that it can stand beside.
+void selectLeft(const model::DatabaseModel& db, ConditionControls& condition, int position);
+// The entry "Today" can be chosen: beside a date, or while there is no field yet. Beside any other field it would be
+// the letter that stands for it in a file.
+bool offersToday(const model::DatabaseModel& db, const ConditionControls& condition);
 // FldOpnd1..3: a selection in a right operand list. Any entry but "Constant" empties the constant.
 void selectOperand(ConditionControls& condition, int position);
 // TxtConst is there to be typed into.
@@ -55,14 +61,33 @@ enum class FilterUse : std::uint8_t { NamedFilter, ConditionalExpression };
 FilterControls CurrentDefinition(const model::DatabaseModel& db, const model::FilterDef& filter);
 FilterControls CurrentDefinition(const model::DatabaseModel& db, const model::CondExprDef& condition);
 
-// Validate Filter: true when the definition may be stored; otherwise its message was shown.
-bool ValidateFilter(const FilterControls& controls, FilterUse use, platform::Services& services);
+// Where the focus belongs after a refusal, whose message was shown.
+enum class FilterFocus : std::uint8_t {
+    None,
+    LblFilterName,
+    CmbFldListCmp, // `condition` tells which, from 0
+    TxtConst,
+};
+struct FilterResult {
+    bool accepted = false;
+    FilterFocus focus = FilterFocus::None;
+    int condition = 0;
+    bool operator==(const FilterResult&) const = default;
+};
 
-// Ok for a filter slot 0..11: true when it was stored, which is a change of the database.
-bool filterOk(model::Document& doc, platform::Services& services, int filterSlot, const FilterControls& controls);
+// Validate Filter: accepted when the definition may be stored.
+FilterResult ValidateFilter(const FilterControls& controls, FilterUse use, platform::Services& services);
+
+// Ok for a filter slot 0..11: stored when accepted, which is a change of the database.
+FilterResult filterOk(model::Document& doc, platform::Services& services, int filterSlot,
+                      const FilterControls& controls);
 // Ok for a Conditional Expression: the set goes to the definition that Field Properties holds.
-bool conditionOk(const model::DatabaseModel& db, platform::Services& services, const FilterControls& controls,
-                 model::CondExprDef& condition);
+FilterResult conditionOk(const model::DatabaseModel& db, platform::Services& services, const FilterControls& controls,
+                         model::CondExprDef& condition);
+
+// Before CmbFilterList shows another slot: asks when the controls differ from what this slot holds.
+Leaving leaveFilter(const model::DatabaseModel& db, platform::Services& services, int filterSlot,
+                    const FilterControls& controls);
 
 // ClearButton: asks; Yes clears the controls, and the slot's definition with them, since a filter without a condition
 // cannot be stored. True for Yes.

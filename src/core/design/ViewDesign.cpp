@@ -2,7 +2,6 @@
 
 #include "core/calc/EvalCond.h"
 #include "core/calc/Text.h"
-#include "core/design/Dialog.h"
 #include "core/platform/OwnTexts.h"
 
 #include <algorithm>
@@ -60,7 +59,7 @@ ViewDesign::ViewDesign(model::Document& doc, platform::Services& services) : m_d
     const auto shown = std::find_if(slots.begin(), slots.end(), [&](int slot) {
         return !doc.CurrentView.empty() && doc.CurrDB20.Views[static_cast<std::size_t>(slot)].Name == doc.CurrentView;
     });
-    load(shown == slots.end() ? slots.front() : *shown);
+    showSlot(shown == slots.end() ? slots.front() : *shown);
 }
 
 std::vector<int> ViewDesign::viewSlots() const {
@@ -116,7 +115,7 @@ void ViewDesign::selectRow(int row) {
     m_row = std::clamp(row, 0, static_cast<int>(m_rows.size()) - 1);
 }
 
-void ViewDesign::load(int slot) {
+void ViewDesign::showSlot(int slot) {
     const model::ViewDef& view = m_doc.CurrDB20.Views[static_cast<std::size_t>(slot)];
     m_slot = slot;
     m_row = 0;
@@ -147,10 +146,15 @@ void ViewDesign::load(int slot) {
     }
     if (filters > 1)
         filter = entry + 1;
+    m_saved = state();
 }
 
-void ViewDesign::chooseView(int position) {
-    load(viewSlots().at(static_cast<std::size_t>(position)));
+Leaving ViewDesign::leave() const {
+    return state() == m_saved ? Leaving::Leave : asksToKeep(m_services, platform::texts::kKeepView);
+}
+
+int ViewDesign::slotAt(int position) const {
+    return viewSlots().at(static_cast<std::size_t>(position));
 }
 
 // A view may fill every row, and then none is free.
@@ -179,14 +183,31 @@ void ViewDesign::chooseField(int position) {
     } else if (position == kAllFieldsEntry) {
         ShowAllFields();
     } else {
-        m_rows[static_cast<std::size_t>(m_row)].Fields =
-            m_names.at(static_cast<std::size_t>(position - kFirstFieldEntry));
+        const std::string& name = m_names.at(static_cast<std::size_t>(position - kFirstFieldEntry));
+        Row& row = m_rows[static_cast<std::size_t>(m_row)];
+        if (row.Fields != name)
+            row = {name, ""}; // the key stays with the field that had it
         keepFreeRow();
     }
 }
 
 bool ViewDesign::opensSort() const {
     return !m_rows[static_cast<std::size_t>(m_row)].Fields.empty();
+}
+
+int ViewDesign::sortEntry() const {
+    const std::string& mark = m_rows[static_cast<std::size_t>(m_row)].Sort;
+    for (std::size_t key = 0; key < kMarks.size(); ++key)
+        for (std::size_t direction = 0; direction < kDirections.size(); ++direction)
+            if (mark == sortText(key, static_cast<std::uint8_t>(direction)))
+                return static_cast<int>(key * kDirections.size() + direction) + 1;
+    return kNoneEntry;
+}
+
+int ViewDesign::fieldEntry() const {
+    const std::string& name = m_rows[static_cast<std::size_t>(m_row)].Fields;
+    const auto found = std::find(m_names.begin(), m_names.end(), name);
+    return found == m_names.end() ? kNoneEntry : static_cast<int>(found - m_names.begin()) + kFirstFieldEntry;
 }
 
 void ViewDesign::chooseSort(int position) {
@@ -266,7 +287,19 @@ void ViewDesign::cmdClear() {
 }
 
 bool ViewDesign::cmdOK() {
-    return RenameView(TxtView, m_slot) && SaveView(m_slot);
+    const std::string nameBefore = m_doc.CurrDB20.Views[static_cast<std::size_t>(m_slot)].Name;
+    const bool modifiedBefore = m_doc.DocModified;
+    if (!RenameView(TxtView, m_slot))
+        return false;
+    if (!SaveView(m_slot)) {
+        m_doc.CurrDB20.Views[static_cast<std::size_t>(m_slot)].Name = nameBefore;
+        m_doc.DocModified = modifiedBefore;
+        return false;
+    }
+    if (m_doc.CurrDB20.Views[static_cast<std::size_t>(m_slot)].Name.empty())
+        showSlot(m_slot); // a free slot again, under a new name
+    m_saved = state();
+    return true;
 }
 
 bool ViewDesign::RenameView(const std::string& newName, int viewIndex) {

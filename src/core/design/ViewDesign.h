@@ -1,6 +1,7 @@
 // The View Designer without its widgets: the columns, sort keys, frozen columns and filter of one view at a time.
 #pragma once
 
+#include "core/design/Dialog.h"
 #include "core/model/Document.h"
 #include "core/platform/Services.h"
 
@@ -50,8 +51,15 @@ public:
     int NumFields() const { return m_numFields; }
     int viewSlot() const { return m_slot; }
 
+    // Before another view is shown or the dialog closes: asks about what was changed and not saved.
+    Leaving leave() const;
     // A selection in CmbView: loads the view. What was not saved of the one before is lost.
-    void chooseView(int position);
+    void chooseView(int position) { showSlot(slotAt(position)); }
+    int slotAt(int position) const;
+    void showSlot(int slot);
+    // What the two lists over the current row open on.
+    int fieldEntry() const;
+    int sortEntry() const;
     // A selection in CmbFields for the current row.
     void chooseField(int position);
     // False when a click on the sort column of the current row opens no CmbSort: the row has no field.
@@ -65,7 +73,7 @@ public:
     void CmdRemove(); // the entry "none" of CmbFields
     void cmdClear();  // with its question
 
-    // Saves the view shown under its name; the dialog stays open. True when it was saved.
+    // Saves the view shown under its name; the dialog stays open. True when it was saved; otherwise nothing was.
     bool cmdOK();
 
     bool RenameView(const std::string& newName, int viewIndex);
@@ -76,11 +84,20 @@ public:
     int GetFieldNo() const; // slot of the current row's field, 0 for none
 
 private:
+    // What a save would store.
+    struct State {
+        std::string TxtView;
+        int cols = 0;
+        int filter = 0;
+        std::vector<Row> rows;
+        std::array<SortKey, 3> keys{};
+        bool operator==(const State&) const = default;
+    };
+    State state() const { return {TxtView, cols, filter, m_rows, m_keys}; }
     std::vector<int> viewSlots() const; // by entry of CmbView
     std::string nameOf(int slot) const;
     int fieldNo(const std::string& name) const;
     int firstFreeRow() const;
-    void load(int slot);
     void keepFreeRow();
     bool exchange(int other);
     std::uint16_t filterMask() const;
@@ -95,6 +112,7 @@ private:
     int m_row = 0;
     std::vector<Row> m_rows;
     std::array<SortKey, 3> m_keys{};
+    State m_saved; // as it was loaded or saved last
 };
 
 } // namespace tallybook::design

@@ -17,8 +17,6 @@ inline constexpr std::string_view kNothingOpen = "Open a Tallybook with Ctrl+O, 
 // Work that is still to come.
 inline constexpr std::string_view kImageEditor = "Editing images";
 inline constexpr std::string_view kExternalPicker = "Picking a record of another Tallybook";
-inline constexpr std::string_view kViewDesigner = "Editing views";
-inline constexpr std::string_view kFilterDesigner = "Editing filters";
 inline std::string notBuilt(std::string_view what) {
     return std::string(what) + " is not part of this version yet.";
 }
@@ -220,6 +218,9 @@ inline std::string foreignCharacter(std::string_view codePoint) {
 }
 inline constexpr std::string_view kNextValueNotWhole =
     "The next value must be a whole number from -2147483648 to 2147483647.";
+// Before another one is shown.
+inline constexpr std::string_view kKeepFilter = "The filter was changed. Do you want to store its changes?";
+inline constexpr std::string_view kKeepView = "The view was changed. Do you want to save its changes?";
 inline constexpr std::string_view kTooManyColumns = "A view can have at most 81 columns.";
 
 } // namespace tallybook::platform::texts

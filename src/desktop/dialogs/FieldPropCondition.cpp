@@ -1,8 +1,8 @@
 // The panel of Conditional Expressions.
 #include "core/design/ConditionText.h"
 #include "core/design/Tags.h"
-#include "desktop/dialogs/EditCondition.h"
 #include "desktop/dialogs/FieldPropPanels.h"
+#include "desktop/dialogs/dlgFilterDesg.h"
 #include "desktop/platform/TypedText.h"
 #include "ui_frmFieldProp.h"
 
@@ -90,7 +90,7 @@ void ConditionPanel::take() {
 }
 
 void ConditionPanel::editCondition() {
-    desktop::editCondition(context().doc, services(), draft().condition, &context().window);
+    dlgFilterDesg(db(), services(), draft().condition, &context().window).exec();
 }
 
 } // namespace tallybook::desktop

@@ -1,12 +1,14 @@
 // What the choices of view and filter, the button beside them and the grid of a view do.
 #include "core/document/MultipleFilter.h"
 #include "core/platform/OwnTexts.h"
+#include "desktop/dialogs/dlgFilterDesg.h"
 #include "desktop/dialogs/dlgMulFilter.h"
+#include "desktop/dialogs/frmViewDesigner.h"
 #include "desktop/document/frmDocument.h"
+#include "desktop/platform/Combos.h"
 #include "desktop/platform/Text.h"
 #include "ui_frmDocument.h"
 
-#include <QAbstractItemView>
 #include <QEvent>
 
 namespace tallybook::desktop {
@@ -14,31 +16,6 @@ namespace tallybook::desktop {
 namespace {
 
 using document::Choice;
-
-QStringList listOf(const std::vector<std::string>& entries) {
-    QStringList list;
-    for (const std::string& entry : entries)
-        list += toQt(entry);
-    return list;
-}
-
-QStringList entriesOf(const QComboBox& combo) {
-    QStringList list;
-    for (int i = 0; i < combo.count(); ++i)
-        list += combo.itemText(i);
-    return list;
-}
-
-void fill(QComboBox& combo, const std::vector<std::string>& entries, int chosen) {
-    const QSignalBlocker quiet(&combo);
-    if (const QStringList wanted = listOf(entries); wanted != entriesOf(combo)) {
-        combo.clear();
-        combo.addItems(wanted);
-        combo.view()->setMinimumWidth(combo.view()->sizeHintForColumn(0)); // a long name is whole in the list
-    }
-    combo.setCurrentIndex(chosen);
-    combo.setToolTip(combo.currentText()); // a long name is cut in the box
-}
 
 } // namespace
 
@@ -81,8 +58,8 @@ int frmDocument::gridColumn(int viewColumn) const {
 }
 
 void frmDocument::showChoices() {
-    fill(*m_ui->CmbView, document::viewEntries(m_doc->CurrDB20), document::chosenView(*m_doc));
-    fill(*m_ui->CmbFilter, document::filterEntries(m_doc->CurrDB20), document::chosenFilter(*m_doc));
+    fillCombo(*m_ui->CmbView, document::viewEntries(m_doc->CurrDB20), document::chosenView(*m_doc));
+    fillCombo(*m_ui->CmbFilter, document::filterEntries(m_doc->CurrDB20), document::chosenFilter(*m_doc));
     const document::EditButton button = document::editButton(*m_doc);
     if (const QString caption = toQt(button.caption); m_ui->cmdEdit->text() != caption)
         m_ui->cmdEdit->setText(caption);
@@ -112,13 +89,27 @@ void frmDocument::chooseFilter(int entry) {
 void frmDocument::afterChoice(Choice choice) {
     showDocument();
     if (choice == Choice::EditViews)
-        sayNotBuilt(platform::texts::kViewDesigner);
+        editViews();
     else if (choice == Choice::EditFilters)
-        sayNotBuilt(platform::texts::kFilterDesigner);
+        editFilters();
     else if (choice == Choice::MultipleFilter)
         chooseFilters();
     if (!m_choosesByKey)
         shownGrid().setFocus();
+}
+
+void frmDocument::editViews() {
+    frmViewDesigner(*m_doc, m_services, this).exec();
+    document::AddViewFilterInfo(*m_doc, m_services);
+    leaveHiddenRows();
+    showDocument();
+}
+
+void frmDocument::editFilters() {
+    dlgFilterDesg(*m_doc, m_services, this).exec();
+    document::filtersEdited(*m_doc, m_services);
+    leaveHiddenRows();
+    showDocument();
 }
 
 void frmDocument::chooseFilters() {

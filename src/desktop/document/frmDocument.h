@@ -78,6 +78,8 @@ private:
     void chooseView(int entry);
     void chooseFilter(int entry);
     void chooseFilters();
+    void editFilters();
+    void editViews();
     void pressEdit();
     void editRecord();
     void typeOnView(int code, const QString& rest);

@@ -1,0 +1,74 @@
+// Keys and mouse for a dialog's controls, which are found by their names.
+#pragma once
+
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace tallybook::test {
+
+template <class T> T* child(const QWidget& window, const char* name) {
+    T* found = window.findChild<T*>(QString::fromLatin1(name));
+    EXPECT_NE(found, nullptr) << name;
+    return found;
+}
+
+inline void clickOn(QWidget& window, const char* button) {
+    QTest::mouseClick(child<QPushButton>(window, button), Qt::LeftButton);
+}
+
+// A key for what has the focus in a window, which nobody makes active again when a box above it has closed.
+inline void press(QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QApplication::setActiveWindow(&window);
+    QWidget* focus = window.focusWidget();
+    ASSERT_NE(focus, nullptr);
+    QTest::keyClick(focus, key, modifiers);
+}
+
+// Picks an entry of a combo box with the mouse and Return.
+inline void pick(QWidget& window, const char* combo, const char* entry) {
+    auto* box = child<QComboBox>(window, combo);
+    ASSERT_TRUE(box->isEnabled()) << combo;
+    const int index = box->findText(QString::fromLatin1(entry));
+    ASSERT_GE(index, 0) << entry;
+    QTest::mouseClick(box, Qt::LeftButton);
+    QAbstractItemView* list = box->view();
+    list->setCurrentIndex(list->model()->index(index, 0));
+    QTest::keyClick(list, Qt::Key_Return);
+    QApplication::setActiveWindow(&window);
+}
+
+// Types over what a line holds. Characters without a key of their own are put in as an input method does.
+inline void typeInto(QWidget& window, const char* line, const QString& text) {
+    auto* box = child<QLineEdit>(window, line);
+    ASSERT_TRUE(box->isEnabled()) << line;
+    QApplication::setActiveWindow(&window);
+    box->setFocus();
+    box->selectAll();
+    if (text.isEmpty())
+        QTest::keyClick(box, Qt::Key_Delete);
+    for (const QChar one : text)
+        if (one.unicode() < 0x80)
+            QTest::keyClick(box, one.toLatin1());
+        else
+            box->insert(one);
+}
+
+inline std::string textOf(QWidget& window, const char* line) {
+    return child<QLineEdit>(window, line)->text().toStdString();
+}
+
+inline std::string chosenIn(QWidget& window, const char* combo) {
+    return child<QComboBox>(window, combo)->currentText().toStdString();
+}
+
+inline bool isEnabled(QWidget& window, const char* widget) {
+    return child<QWidget>(window, widget)->isEnabled();
+}
+
+} // namespace tallybook::test
