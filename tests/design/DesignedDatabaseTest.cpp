@@ -19,7 +19,7 @@ protected:
     DesignedDatabase() { document::CreateNewDatabase(doc, t); }
 
     void nameIt() {
-        UserList users{{"Ann"}, {"/home"}, "Ann"};
+        UserList users{{"Ann"}, {"/home"}, "Ann", {}};
         Properties properties(doc, t, users);
         properties.txtPDBname = "Every type";
         properties.ChkSearch = true;

@@ -30,6 +30,7 @@ protected:
         doc.CurrDB20.Fields[slot].Name = name;
     }
     void makeNew() {
+        doc.Caption = "New Database";
         doc.CurrFilePath.clear();
         doc.CurrDB20.DBName.clear();
     }
@@ -39,7 +40,7 @@ protected:
 
     TestServices t;
     model::Document doc;
-    UserList users{{"Ann", "Bob"}, {"/ann", "/bob"}, "Bob"};
+    UserList users{{"Ann", "Bob"}, {"/ann", "/bob"}, "Bob", {}};
     Texts savedUsers;
 };
 
@@ -58,6 +59,7 @@ TEST_F(DBProperties, showsTheDatabase) {
     EXPECT_EQ(dialog.TxtStartup, "Hello\r\nall");
     EXPECT_EQ(dialog.LstFields,
               (std::vector<Properties::SearchedField>{{1, "Title", false}, {2, "", false}, {3, "Pages", true}}));
+    EXPECT_EQ(doc.CurrDB20.NumFields, 4);
     EXPECT_EQ(dialog.cmbUser(), (Texts{"Ann", "Bob"}));
     EXPECT_EQ(dialog.userPosition(), 1);
 }
@@ -182,10 +184,59 @@ TEST_F(DBProperties, storesTheStartupText) {
     Properties dialog = open();
     dialog.ChkStartup = true;
     dialog.TxtStartup = "Hello\r\nall";
-    dialog.CmdDone();
+    EXPECT_TRUE(dialog.CmdDone());
     EXPECT_EQ(doc.CurrDB20.ShowStartup, 1);
     EXPECT_EQ(doc.CurrDB20.StartupText, "Hello\nall");
     EXPECT_TRUE(doc.DocModified);
+}
+
+TEST_F(DBProperties, refusesAStartupTextThatAFileCannotHold) {
+    Properties dialog = open();
+    for (const std::string& text : {std::string("a\0b", 3), std::string(4097, 'x')}) {
+        dialog.TxtStartup = text;
+        EXPECT_FALSE(dialog.CmdDone());
+    }
+    EXPECT_EQ(t.user.texts(), (Texts{"The text holds a character that cannot be stored.",
+                                     "The text may have at most 4096 characters."}));
+    EXPECT_EQ(doc.CurrDB20.StartupText, "");
+    EXPECT_FALSE(doc.DocModified);
+    dialog.TxtStartup = std::string(4096, 'x');
+    EXPECT_TRUE(dialog.CmdDone());
+}
+
+TEST_F(DBProperties, leavingTheStartupTextKeepsTheOneThatWasSet) {
+    doc.CurrDB20.StartupText = "Hello";
+    Properties dialog = open();
+    dialog.TxtStartup = "Bye";
+    dialog.ChkStartup = true;
+    dialog.leaveStartup();
+    EXPECT_EQ(dialog.TxtStartup, "Hello");
+    EXPECT_FALSE(dialog.ChkStartup);
+    EXPECT_TRUE(dialog.CmdDone());
+    EXPECT_FALSE(doc.DocModified);
+}
+
+TEST_F(DBProperties, aNewDatabaseCanBeNamedAgain) {
+    makeNew();
+    for (const char* name : {"First", "Second", "Second"}) {
+        Properties dialog = open();
+        dialog.txtPDBname = name;
+        EXPECT_EQ(dialog.cmdOK(), Accepted::Done);
+        t.files.put(doc.CurrFilePath, {1}); // its own name is not asked about
+    }
+    EXPECT_EQ(doc.CurrFilePath, "/bob/MS2_Second.pdb");
+    EXPECT_EQ(doc.CurrFileName, "MS2_Second.pdb");
+    EXPECT_EQ(doc.CurrDB20.DBName, "MS2_Second");
+    EXPECT_TRUE(t.user.messages.empty());
+}
+
+TEST_F(DBProperties, anotherNameLeavesTheFileOfAnExistingDatabase) {
+    Properties dialog = open();
+    dialog.txtPDBname = "Other";
+    EXPECT_EQ(dialog.cmdOK(), Accepted::Done);
+    EXPECT_EQ(doc.CurrFilePath, "/ann/MS2_My_books.pdb");
+    EXPECT_EQ(doc.CurrFileName, "MS2_Other.pdb");
+    EXPECT_EQ(doc.CurrDB20.DBName, "MS2_Other");
 }
 
 TEST_F(DBProperties, cancelKeepsTheUserAlone) {

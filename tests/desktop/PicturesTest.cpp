@@ -12,8 +12,10 @@
 #include "desktop/dialogs/frmFindForm.h"
 #include "desktop/dialogs/frmListEditor.h"
 #include "desktop/dialogs/frmLogin.h"
+#include "desktop/dialogs/frmMemo.h"
 #include "desktop/dialogs/frmMemoAw.h"
 #include "desktop/dialogs/frmOpen.h"
+#include "desktop/dialogs/frmPDBProps.h"
 #include "desktop/dialogs/frmPwd.h"
 #include "desktop/dialogs/frmSplash.h"
 #include "desktop/dialogs/frmUser.h"
@@ -409,6 +411,32 @@ TEST_P(Pictures, viewDesigner) {
     QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(grid->model()->index(1, 1)).center());
     keep(dialog, "frmViewDesigner-sort");
     keep(*dialog.findChild<QComboBox*>(QStringLiteral("CmbSort"))->view()->window(), "frmViewDesigner-dropped");
+}
+
+TEST_P(Pictures, properties) {
+    model::Document sample;
+    makeSample(sample, regional);
+    sample.CurrDB20.Fields[kPages].SearchField = 1;
+    sample.CurrDB20.Fields[kNotes].SearchField = 1;
+    sample.CurrDB20.NoBackup = 1;
+    sample.CurrDB20.DBName = "MS2_Books about the harbour";
+    sample.CurrDB20.StartupText = "Welcome back.\nBooks that are lent stand in red.";
+    design::UserList users{{"Ann", "Bob"}, {"/data", "/app"}, "Ann", {}};
+    desktop::frmPDBProps dialog(sample, services, users, {}, nullptr);
+    showAndKeep(dialog, "frmPDBProps");
+    dialog.findChild<QPushButton*>(QStringLiteral("CmdSearch"))->click();
+    keep(dialog, "frmPDBProps-fields");
+    dialog.findChild<QPushButton*>(QStringLiteral("CmdLstCancel"))->click();
+    dialog.findChild<QPushButton*>(QStringLiteral("CmdStartup"))->click();
+    keep(dialog, "frmPDBProps-startup");
+}
+
+TEST_P(Pictures, memo) {
+    desktop::frmMemo memo({.title = QStringLiteral("Notes"),
+                           .text = "Bought at the harbour\nSecond hand\n\nThe spine is loose.",
+                           .longest = 4096},
+                          nullptr);
+    showAndKeep(memo, "frmMemo");
 }
 
 TEST_P(Pictures, securitySetting) {

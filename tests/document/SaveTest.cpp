@@ -31,6 +31,26 @@ struct Save : test::FileFixture {
     }
 };
 
+TEST_F(Save, aNewDatabaseIsOfferedUnderTheNameThatItWasGiven) {
+    model::Document fresh;
+    CreateNewDatabase(fresh, t);
+    EXPECT_TRUE(isNewDatabase(fresh));
+    t.user.saveNames = {std::nullopt, std::nullopt, "/home/MS2_My own.pdb"};
+    EXPECT_EQ(saveDocument(fresh, t), Outcome::Cancelled);
+    EXPECT_EQ(t.user.saveQuestions.back().suggestion, "MS2_New.pdb");
+    fresh.CurrDB20.DBName = "MS2_My own";
+    fresh.CurrFileName = "MS2_My own.pdb";
+    EXPECT_EQ(saveDocument(fresh, t), Outcome::Cancelled);
+    EXPECT_EQ(t.user.saveQuestions.back().suggestion, "MS2_My own.pdb");
+    fresh.CurrFolder = "/home"; // of its user
+    fresh.CurrFilePath = "/home/MS2_My_own.pdb";
+    EXPECT_EQ(saveDocument(fresh, t), Outcome::Done);
+    EXPECT_EQ(t.user.saveQuestions.back().suggestion, "/home/MS2_My own.pdb");
+    EXPECT_EQ(fresh.CurrDB20.DBName, "MS2_My own");
+    EXPECT_EQ(fresh.CurrFilePath, "/home/MS2_My_own.pdb");
+    EXPECT_FALSE(isNewDatabase(fresh));
+}
+
 TEST(SavedPath, prefixAndBlanksAreTheDisksOwn) {
     const std::pair<const char*, const char*> rows[] = {
         {"/home/MS2_Books.pdb", "/home/MS2_Books.pdb"},       {"/home/MS2_My Books.pdb", "/home/MS2_My_Books.pdb"},

@@ -40,5 +40,6 @@ inline constexpr std::size_t kMostInConstant = 19; // of a condition
 inline constexpr std::size_t kMostInResult = 20;   // texts of a conditional expression
 inline constexpr std::size_t kMostInLabel = 20;    // of a one-to-many field
 inline constexpr std::size_t kMostInSource = 32;   // of a one-to-many field
+inline constexpr std::size_t kMostInStartup = 4096;
 
 } // namespace tallybook::design

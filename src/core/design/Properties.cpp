@@ -2,6 +2,7 @@
 
 #include "core/calc/Text.h"
 #include "core/design/Dialog.h"
+#include "core/document/OpenSave.h"
 #include "core/pdb/Names.h"
 #include "core/platform/Ansi.h"
 #include "core/platform/OwnTexts.h"
@@ -25,16 +26,9 @@ std::string withoutPrefix(const std::string& name) {
 
 // The name in the header of a file, or its stem where the header has none; nothing for a new database.
 std::string shownName(const model::Document& doc) {
-    if (!doc.CurrDB20.DBName.empty() || doc.CurrFilePath.empty())
+    if (!doc.CurrDB20.DBName.empty() || document::isNewDatabase(doc))
         return withoutPrefix(doc.CurrDB20.DBName);
     return withoutPrefix(platform::ansi::fromUtf8(doc.CurrFilePath.stem().string()));
-}
-
-int lastUsedSlot(const model::DatabaseModel& db) {
-    int slot = model::MaxUserFields;
-    while (slot > 0 && db.Fields[static_cast<std::size_t>(slot)].Type == model::FieldType::NotUsed)
-        --slot;
-    return slot;
 }
 
 template <class T> void take(T& target, const T& value, bool& changed) {
@@ -49,20 +43,25 @@ Properties::Properties(model::Document& doc, platform::Services& services, UserL
     : txtPDBname(shownName(doc)), m_doc(doc), m_services(services), m_users(users), m_saveUser(std::move(saveUser)),
       m_before(doc.CurrDB20), m_modifiedBefore(doc.DocModified) {
     model::DatabaseModel& db = doc.CurrDB20;
-    if (doc.CurrFilePath.empty() && users.CurrentUser.empty() && !users.UserNames.empty())
+    if (document::isNewDatabase(doc) && users.CurrentUser.empty() && !users.UserNames.empty())
         users.CurrentUser = users.UserNames.front();
+    db.NumFields = static_cast<std::uint8_t>(std::max(model::highestField(db), 1));
     ChkSearch = (db.SearchFlags & kSearchFlag) != 0;
     ChkReadOnly = db.ReadOnly != 0;
     ChkNoBackup = db.NoBackup != 0;
-    ChkStartup = db.ShowStartup != 0;
-    TxtStartup = calc::LfToCrLf(db.StartupText);
-    m_startup = TxtStartup;
+    fillStartup();
     fillFields();
+}
+
+void Properties::fillStartup() {
+    ChkStartup = m_doc.CurrDB20.ShowStartup != 0;
+    TxtStartup = calc::LfToCrLf(m_doc.CurrDB20.StartupText);
+    m_startup = TxtStartup;
 }
 
 void Properties::fillFields() {
     LstFields.clear();
-    for (int slot = 1; slot <= lastUsedSlot(m_doc.CurrDB20); ++slot) {
+    for (int slot = 1; slot < m_doc.CurrDB20.NumFields; ++slot) {
         const model::FieldDef& field = m_doc.CurrDB20.Fields[static_cast<std::size_t>(slot)];
         LstFields.push_back({slot, field.Name, field.SearchField != 0});
     }
@@ -94,13 +93,23 @@ void Properties::CmdLstCancel() {
     fillFields();
 }
 
-void Properties::CmdDone() {
+void Properties::leaveStartup() {
+    fillStartup();
+}
+
+bool Properties::CmdDone() {
+    // A text that nobody touched stays as it is, whatever line ends a file has given it.
+    const bool touched = TxtStartup != m_startup;
+    const std::string text = calc::CrLfToLf(TxtStartup);
+    if (touched && refusesText(m_services, "The text", text, kMostInStartup))
+        return false;
     bool changed = false;
     take(m_doc.CurrDB20.ShowStartup, static_cast<std::uint8_t>(ChkStartup ? 1 : 0), changed);
-    // A text that nobody touched stays as it is, whatever line ends a file has given it.
-    if (TxtStartup != m_startup)
-        take(m_doc.CurrDB20.StartupText, calc::CrLfToLf(TxtStartup), changed);
+    if (touched)
+        take(m_doc.CurrDB20.StartupText, text, changed);
+    m_startup = TxtStartup;
     m_doc.DocModified = m_doc.DocModified || changed;
+    return true;
 }
 
 bool Properties::refusesName() {
@@ -115,7 +124,7 @@ bool Properties::refusesName() {
 // that is there.
 bool Properties::takeFilePath() {
     const int user = userPosition();
-    if (!m_doc.CurrFilePath.empty() || user < 0 || user >= static_cast<int>(m_users.UserFolders.size()))
+    if (!document::isNewDatabase(m_doc) || user < 0 || user >= static_cast<int>(m_users.UserFolders.size()))
         return true;
     std::string name = txtPDBname;
     std::replace(name.begin(), name.end(), ' ', '_');
@@ -124,7 +133,7 @@ bool Properties::takeFilePath() {
         m_users.UserFolders[static_cast<std::size_t>(user)] / platform::ansi::toUtf8(file);
     const auto there = m_services.files.state(path);
     const bool exists = there.ok() && there.value().kind != platform::FileKind::Missing;
-    if (exists && !asks(m_services, "The file already exist\nOverwrite it ?"))
+    if (exists && path != m_doc.CurrFilePath && !asks(m_services, "The file already exist\nOverwrite it ?"))
         return false;
     m_doc.CurrFilePath = path;
     m_doc.CurrFolder = path.parent_path();

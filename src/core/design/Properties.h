@@ -43,7 +43,8 @@ public:
 
     void CmdLstOK();     // the searched fields
     void CmdLstCancel(); // back to what was set
-    void CmdDone();      // the text at the start
+    bool CmdDone();      // the text at the start; false with a message when a file cannot hold it
+    void leaveStartup(); // without it: back to what was set
     Accepted cmdOK();
     void cmdCancel(); // all values are what they were when the dialog opened
 
@@ -51,6 +52,7 @@ private:
     bool refusesName();
     bool takeFilePath();
     void fillFields();
+    void fillStartup();
 
     model::Document& m_doc;
     platform::Services& m_services;

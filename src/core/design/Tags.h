@@ -44,6 +44,13 @@ inline constexpr std::string_view kViewFieldNo = "View Designer : GetFieldNo";
 inline constexpr std::string_view kViewRename = "View Designer : RenameView Procedure";
 inline constexpr std::string_view kViewGridScroll = "View Designer : Grid Scroll";
 
+inline constexpr std::string_view kPropertiesLoading = "DB Properties : Loading";
+inline constexpr std::string_view kPropertiesUser = "DB Properties : User";
+inline constexpr std::string_view kPropertiesSearch = "DB Properties : Search";
+inline constexpr std::string_view kPropertiesStartup = "DB Properties : Startup";
+inline constexpr std::string_view kPropertiesOk = "DB Properties : OK";
+inline constexpr std::string_view kPropertiesCancel = "DB Properties : Cancel";
+
 inline constexpr std::string_view kListAdd = "ListEditorAdd";
 inline constexpr std::string_view kListEdit = "ListEditorEdit";
 inline constexpr std::string_view kListDelete = "ListEditorDelete";

@@ -54,6 +54,9 @@ Outcome OpenDatabase(model::Document& doc, platform::Services& services, const s
 // A new database: one list of categories, no fields, no records, caption "New Database".
 void CreateNewDatabase(model::Document& doc, platform::Services& services);
 
+// True for such a database until its first save, whatever name it has been given meanwhile.
+bool isNewDatabase(const model::Document& doc);
+
 // Builds and writes the file, whole or not at all, renews the temporary copy and the places of the pictures. The
 // prefix of the older format in the target's name becomes "MS2_", its blanks become "_": see savedPath. Does not
 // touch DocModified, the paths or the recent files.
@@ -73,7 +76,8 @@ std::filesystem::path savedPath(const std::filesystem::path& target);
 Outcome saveDocument(model::Document& doc, platform::Services& services,
                      const std::filesystem::path& userFolder = {});
 
-// Asks for a name that starts with "MS2_" and saves under it. On success names, paths and caption are the new ones;
+// Asks for a name that starts with "MS2_" and saves under it. A new database that has a name already is offered
+// under it, with its blanks, which go into the header. On success names, paths and caption are the new ones;
 // otherwise they are what they were.
 Outcome SaveNew(model::Document& doc, platform::Services& services);
 

@@ -7,6 +7,7 @@
 #include "core/document/Progress.h"
 #include "core/pdb/Database.h"
 #include "core/pdb/Names.h"
+#include "core/platform/Ansi.h"
 #include "core/platform/Guards.h"
 #include "core/platform/OwnTexts.h"
 #include "core/platform/Paths.h"
@@ -85,8 +86,16 @@ bool mayReplace(Services& services, const Path& path) {
     return onDisk == path || mayTakePlace(services, onDisk);
 }
 
+// The name with its blanks: the header takes it from the file, and underscores would stay in it.
+Path suggestedPath(const model::Document& doc) {
+    if (!isNewDatabase(doc))
+        return doc.CurrFilePath;
+    const bool named = doc.CurrFileName.starts_with(pdb::kPrefix2x);
+    return doc.CurrFolder / (named ? platform::ansi::toUtf8(doc.CurrFileName) : "MS2_New.pdb");
+}
+
 std::optional<Path> askNewName(model::Document& doc, Services& services) {
-    const Path suggestion = doc.CurrFilePath.empty() ? doc.CurrFolder / "MS2_New.pdb" : doc.CurrFilePath;
+    const Path suggestion = suggestedPath(doc);
     for (;;) {
         const auto chosen = services.ui.askSaveName("Save As Tallybook", "PDB file (*.pdb)|*.pdb", suggestion);
         if (!chosen)
@@ -152,6 +161,10 @@ std::string faultOfFileName(const std::string& name) {
     return {};
 }
 
+bool isNewDatabase(const model::Document& doc) {
+    return doc.Caption.starts_with(kNewDatabase);
+}
+
 Path savedPath(const Path& target) {
     return target.parent_path() / pdb::addUnderscore20(pdb::presentName(target.filename().string()));
 }
@@ -186,7 +199,7 @@ Outcome saveDocument(model::Document& doc, Services& services, const Path& userF
     if (refuseReadOnly(doc, services))
         return Outcome::Refused;
     saveCell(doc, services);
-    if (doc.Caption.starts_with(kNewDatabase))
+    if (isNewDatabase(doc))
         return SaveNew(doc, services);
     const Path target = targetIn(userFolder, doc, services);
     const Path path = savedPath(target);

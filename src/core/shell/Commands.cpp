@@ -83,7 +83,7 @@ constexpr std::array kCommands = {
     Command{"mnuToolsSecurity", "&Security Setting...", "", 0, "", "", WithDocument, kBuilt, "mnuTools", false,
             "Set, change and delete passwords"},
     Command{"mnuToolsPDBPorps", "Tallybook &Properties...", "", 25, "prop", "Tallybook Properties", WithDocument,
-            kToCome, "mnuTools", false, "Change what holds for the whole Tallybook"},
+            kBuilt, "mnuTools", false, "Change what holds for the whole Tallybook"},
     Command{"mnuRecalculateExpressions", "&Recalculate Expressions", "F9", 19, "calc", "Recalculate Expressions",
             WithDocument, kBuilt, "mnuTools", kLine, "Fill the calculated columns anew"},
 

@@ -5,26 +5,14 @@
 
 #include <QKeyEvent>
 #include <QTextCursor>
-#include <QTextDocument>
 
 namespace tallybook::desktop {
 
-namespace {
-
-// Not the plain text, which has blanks for no-break spaces.
-QString linesOf(const QTextDocument& document) {
-    QString text = document.toRawText();
-    text.replace(QChar(QChar::ParagraphSeparator), QLatin1Char('\n'));
-    text.replace(QChar(QChar::LineSeparator), QLatin1Char('\n'));
-    return text;
-}
-
-} // namespace
-
 frmMemoAw::frmMemoAw(const Contents& contents, QWidget* parent)
-    : QDialog(parent), m_ui(std::make_unique<Ui::frmMemoAw>()), m_screen(contents.screen), m_original(contents.text),
+    : QDialog(parent), m_ui(std::make_unique<Ui::frmMemoAw>()), m_screen(contents.screen),
       m_longest(contents.longest) {
     m_ui->setupUi(this);
+    m_memo.emplace(*m_ui->txtMemo);
     const bool number = m_screen == Screen::Number;
     m_ui->lblField->setText(contents.fieldName + QLatin1Char(':'));
     m_ui->txtMemo->setVisible(!number);
@@ -37,8 +25,7 @@ frmMemoAw::frmMemoAw(const Contents& contents, QWidget* parent)
         m_ui->MaskEdBox1->setFocus();
         resize(width(), minimumSizeHint().height());
     } else {
-        m_ui->txtMemo->setPlainText(contents.text);
-        m_shown = linesOf(*m_ui->txtMemo->document());
+        m_memo->setText(contents.text);
         m_ui->txtMemo->moveCursor(QTextCursor::End);
         m_ui->txtMemo->setFocus();
         m_ui->txtMemo->installEventFilter(this);
@@ -56,10 +43,7 @@ frmMemoAw::frmMemoAw(const Contents& contents, QWidget* parent)
 frmMemoAw::~frmMemoAw() = default;
 
 QString frmMemoAw::text() const {
-    if (m_screen == Screen::Number)
-        return m_ui->MaskEdBox1->text();
-    const QString typed = linesOf(*m_ui->txtMemo->document());
-    return typed == m_shown ? m_original : typed;
+    return m_screen == Screen::Number ? m_ui->MaskEdBox1->text() : m_memo->text();
 }
 
 void frmMemoAw::replaceText(const QString& text) {

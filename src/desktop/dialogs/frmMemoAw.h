@@ -1,9 +1,12 @@
 // A large box for long texts, and a small one for the values of number fields that have an auto-writer.
 #pragma once
 
+#include "desktop/platform/MemoBox.h"
+
 #include <QDialog>
 
 #include <memory>
+#include <optional>
 
 namespace Ui {
 class frmMemoAw;
@@ -43,8 +46,7 @@ private:
 
     std::unique_ptr<Ui::frmMemoAw> m_ui;
     Screen m_screen;
-    QString m_original; // given back when nothing was typed: the box has its own idea of line ends
-    QString m_shown;    // the original as the box has it
+    std::optional<MemoBox> m_memo; // over txtMemo
     int m_longest;
 };
 

@@ -8,6 +8,7 @@
 #include "core/document/Sort.h"
 #include "core/document/ViewPlace.h"
 #include "core/handheld/SaveInstall.h"
+#include "core/pdb/Passwords.h"
 #include "core/platform/Ansi.h"
 #include "core/platform/OwnTexts.h"
 #include "core/shell/OpenChoice.h"
@@ -17,6 +18,7 @@
 #include "desktop/dialogs/frmFieldProp.h"
 #include "desktop/dialogs/frmFindForm.h"
 #include "desktop/dialogs/frmOpen.h"
+#include "desktop/dialogs/frmPDBProps.h"
 #include "desktop/dialogs/frmPwd.h"
 #include "desktop/dialogs/frmUser.h"
 #include "desktop/document/CellEditors.h"
@@ -68,6 +70,7 @@ std::span<const frmMain::Route> frmMain::routes() {
         {"mnuViewFieldProp", &frmMain::fieldProps, "Tallybook Pocket : Field Properties"},
         {"mnuFieldProps", &frmMain::fieldProps, "Tallybook Pocket : Field Properties"},
         {"mnuToolsSecurity", &frmMain::mnuToolsSecurity, "Tallybook Pocket : Security Setting"},
+        {"mnuToolsPDBPorps", &frmMain::mnuToolsPDBPorps, "Tallybook Pocket : Tallybook Properties"},
         {"mnuRecalculateExpressions", &frmMain::mnuRecalculateExpressions,
          "Tallybook Pocket : Recalculate Expressions"},
         {"mnuHelpContents", &frmMain::mnuHelp, "Tallybook Pocket : Help Contents"},
@@ -97,19 +100,19 @@ void frmMain::mnuFileOpen() {
     if (!closeDocument())
         return;
     frmOpen form(m_services, m_ui, m_users,
-                 {.saveUser =
-                      [this](const std::string& UserID) {
-                          shell::saveUserId(platform::ansi::toUtf8(UserID), m_settings);
-                          saveSettings();
-                      },
-                  .readOlder = {}},
-                 m_folder, this);
+                 {.saveUser = [this](const std::string& UserID) { keepUser(UserID); }, .readOlder = {}}, m_folder,
+                 this);
     const bool accepted = form.exec() == QDialog::Accepted;
     m_folder = form.folder();
     if (accepted && form.chosen())
         openFile(form.chosen()->CurrFilePath);
     else if (accepted)
         mnuFileNew();
+}
+
+void frmMain::keepUser(const std::string& UserID) {
+    shell::saveUserId(platform::ansi::toUtf8(UserID), m_settings);
+    saveSettings();
 }
 
 void frmMain::mnuFileClose() {
@@ -250,6 +253,15 @@ void frmMain::mnuToolsSecurity() {
     document::saveCell(*m_doc, m_services);
     if (document::SecuritySetting::mayOpen(*m_doc, m_services))
         frmPwd(*m_doc, m_services, this).exec();
+}
+
+void frmMain::mnuToolsPDBPorps() {
+    document::saveCell(*m_doc, m_services);
+    if (!pdb::AuthorizeDB(*m_doc, m_services, model::PasswordKind::Design))
+        return;
+    const auto saveUser = [this](const std::string& UserID) { keepUser(UserID); };
+    frmPDBProps(*m_doc, m_services, m_users, saveUser, this).exec();
+    document::recalcExpressions(*m_doc, m_services);
 }
 
 void frmMain::mnuRecalculateExpressions() {

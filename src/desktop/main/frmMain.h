@@ -74,6 +74,7 @@ private:
     void changeDisplay(); // mnuViewNotUsedFields, mnuViewFieldTypes
     void fieldProps();    // mnuViewFieldProp, mnuFieldProps
     void mnuToolsSecurity();
+    void mnuToolsPDBPorps();
     void mnuRecalculateExpressions();
     void mnuHelp();
     void mnuHelpAbout();
@@ -108,6 +109,7 @@ private:
     void showState();
     void openRecent(int number);
     void noteRecent(const std::filesystem::path& path);
+    void keepUser(const std::string& UserID);
     void saveSettings();
     void savePlacement();
 
