@@ -257,6 +257,15 @@ TEST_P(Pictures, picker) {
         window.close();
     });
     click(0, kJoin);
+    for (const int slot : {int{kJoin}, kTown}) {
+        script.expect([this, slot](QWidget& window) {
+            keep(window, slot == kTown ? "frmFieldProp-lookup" : "frmFieldProp-join");
+            window.close();
+        });
+        QApplication::setActiveWindow(&window());
+        go(0, slot);
+        trigger("mnuViewFieldProp");
+    }
     ASSERT_TRUE(files.remove(kPublishersPath));
     script.expect([](QWidget& message) { message.close(); });
     script.expect([this](QWidget& window) {
