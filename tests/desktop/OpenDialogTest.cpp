@@ -236,6 +236,7 @@ TEST_F(OpenWindow, makesANewDatabase) {
     trigger("mnuFileOpen");
     ASSERT_NE(window().document(), nullptr);
     EXPECT_EQ(doc().Caption, "New Database");
+    EXPECT_EQ(doc().CurrFolder, kAnn); // where the save dialog begins
 }
 
 TEST_F(OpenWindow, browsesForFilesOfTheFormatsPrefixes) {

@@ -6,7 +6,6 @@
 #include "core/platform/Paths.h"
 #include "core/platform/RecycleBin.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace tallybook::handheld {
@@ -47,14 +46,10 @@ ChosenFile chosen(const Path& path) {
         .CurrFilePath = path, .CurrFolder = path.parent_path(), .CurrFileName = platform::shownPath(path.filename())};
 }
 
-int preselected(const UserList& users) {
-    return users.UserNames.empty() ? -1 : std::max(0, users.currentPosition());
-}
-
 } // namespace
 
 OpenDialog::OpenDialog(Services& services, UserList& users, Calls calls)
-    : m_services(services), m_users(users), m_calls(std::move(calls)), m_user(preselected(users)) {
+    : m_services(services), m_users(users), m_calls(std::move(calls)), m_user(users.shownPosition()) {
     fill();
 }
 
@@ -149,7 +144,7 @@ void OpenDialog::convert(const Path& path, std::string_view failure) {
     fill();
 }
 
-InstallDialog::InstallDialog(UserList& users) : userPosition(preselected(users)), m_users(users) {}
+InstallDialog::InstallDialog(UserList& users) : userPosition(users.shownPosition()), m_users(users) {}
 
 void InstallDialog::OKButton() {
     m_users.CurrentUser = m_users.UserNames.at(static_cast<std::size_t>(userPosition));

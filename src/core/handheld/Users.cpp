@@ -73,6 +73,10 @@ int UserList::currentPosition() const {
     return found == UserNames.end() ? -1 : static_cast<int>(found - UserNames.begin());
 }
 
+int UserList::shownPosition() const {
+    return UserNames.empty() ? -1 : std::max(0, currentPosition());
+}
+
 Path UserList::currentFolder() const {
     const int position = currentPosition();
     return position < 0 ? Path() : UserFolders[static_cast<std::size_t>(position)];

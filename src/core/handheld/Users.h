@@ -25,6 +25,8 @@ struct UserList {
     int UserCount() const { return static_cast<int>(UserNames.size()); }
     // The position of CurrentUser, -1 when the list has no such user.
     int currentPosition() const;
+    // Whom a choice of users shows first: CurrentUser, else the first one; -1 without users.
+    int shownPosition() const;
     // The folder of CurrentUser, empty when the list has no such user.
     std::filesystem::path currentFolder() const;
 };

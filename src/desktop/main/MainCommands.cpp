@@ -93,6 +93,8 @@ void frmMain::mnuFileNew() {
         return;
     auto fresh = std::make_unique<model::Document>();
     document::CreateNewDatabase(*fresh, m_services);
+    if (const int user = m_users.shownPosition(); user >= 0) // where the save dialog begins
+        fresh->CurrFolder = m_users.UserFolders[static_cast<std::size_t>(user)];
     loadDocument(std::move(fresh));
 }
 
