@@ -1,7 +1,7 @@
 #include "core/handheld/OpenDialog.h"
 
 #include "document/FileFixture.h"
-#include "support/RawFile.h"
+#include "support/OlderFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -9,7 +9,6 @@
 namespace tallybook::handheld {
 namespace {
 
-using document::Outcome;
 using platform::Answer;
 using platform::Bytes;
 using platform::Icon;
@@ -27,26 +26,19 @@ protected:
         users = {{"Ann", "Bob"}, {kAnn, kBob}, "", "/palm"};
     }
 
-    // A file with the header of the older format and as many records as it has at least.
     void makeOlder(const std::filesystem::path& path) {
-        test::RawFile raw;
-        raw.name = path.stem().string();
-        raw.creator = "MOSA";
-        raw.records.resize(40);
+        test::OlderFile older;
+        older.name = path.stem().string();
+        t.files.put(path, older.bytes());
+    }
+    // The same, cut in its properties.
+    void makeCut(const std::filesystem::path& path) {
+        test::RawFile raw = test::OlderFile().raw();
+        raw.records.front().bytes.resize(4);
         t.files.put(path, raw.bytes());
     }
     OpenDialog dialog() {
-        return OpenDialog(
-            t, users,
-            {.saveUser = [this](const std::string& user) { saved.push_back(user); },
-             .readOlder =
-                 [this](model::Document& read, platform::Services& given, const std::filesystem::path& path) {
-                     olderPaths.push_back(path);
-                     EXPECT_FALSE(read.Is2xFormat);
-                     if (olderReads == Outcome::Done)
-                         document::CreateNewDatabase(read, given);
-                     return olderReads;
-                 }});
+        return OpenDialog(t, users, [this](const std::string& user) { saved.push_back(user); });
     }
     static std::vector<std::string> names(const OpenDialog& shown) {
         std::vector<std::string> all;
@@ -63,8 +55,6 @@ protected:
 
     UserList users;
     std::vector<std::string> saved;
-    std::vector<std::filesystem::path> olderPaths;
-    Outcome olderReads = Outcome::Done;
 };
 
 TEST_F(OpenDialogTest, showsTheCurrentUserOrTheFirst) {
@@ -210,7 +200,6 @@ TEST_F(OpenDialogTest, convertWritesThePresentFormatBesideTheOlderFile) {
     OpenDialog shown = dialog();
     shown.select(0);
     shown.CmdConvert();
-    EXPECT_THAT(olderPaths, ElementsAre(kAnn + "/msa_Old List.pdb"));
     EXPECT_THAT(said(), IsEmpty());
     EXPECT_THAT(names(shown), testing::UnorderedElementsAre("msa_Old List.pdb", "MS2_Old_List.pdb"));
     EXPECT_EQ(t.files.bytes(kAnn + "/msa_Old List.pdb"), before);
@@ -226,7 +215,6 @@ TEST_F(OpenDialogTest, convertAsksBeforeItOverwrites) {
     shown.CmdConvert();
     EXPECT_THAT(said(), ElementsAre("File already exist, do you want to overwrite it?"));
     EXPECT_EQ(t.files.bytes(kAnn + "/ms2_old.pdb"), (Bytes{1, 2}));
-    EXPECT_THAT(olderPaths, IsEmpty());
     t.user.answers = {Answer::Yes};
     shown.CmdConvert();
     EXPECT_GT(t.files.bytes(kAnn + "/ms2_old.pdb").size(), 700U);
@@ -234,16 +222,12 @@ TEST_F(OpenDialogTest, convertAsksBeforeItOverwrites) {
 }
 
 TEST_F(OpenDialogTest, convertOfAFileThatCannotBeReadWritesNothing) {
-    makeOlder(kAnn + "/MSA_Old.pdb");
+    makeCut(kAnn + "/MSA_Old.pdb");
     OpenDialog shown = dialog();
-    for (const Outcome outcome : {Outcome::Refused, Outcome::Cancelled}) {
-        olderReads = outcome;
-        t.user.messages.clear();
-        shown.select(0);
-        shown.CmdConvert();
-        EXPECT_THAT(said(), ElementsAre("Failed to load PDB File"));
-        EXPECT_FALSE(t.files.has(kAnn + "/MS2_Old.pdb"));
-    }
+    shown.select(0);
+    shown.CmdConvert();
+    EXPECT_THAT(said(), ElementsAre("Failed to load PDB File"));
+    EXPECT_FALSE(t.files.has(kAnn + "/MS2_Old.pdb"));
 }
 
 TEST_F(OpenDialogTest, browsingGoesByTheName) {
@@ -260,7 +244,7 @@ TEST_F(OpenDialogTest, browsingGoesByTheName) {
         {"/home/MS2", false, {"No the Valid file for Tallybook Pocket."}},
         {"/home/MSA_Old.pdb", false, {"Failed to open PDB file"}},
     };
-    olderReads = Outcome::Refused;
+    makeCut("/home/MSA_Old.pdb");
     for (const auto& [path, opens, texts] : cases) {
         t.user.messages.clear();
         const auto chosen = shown.cmdBrowse(path);

@@ -1,6 +1,7 @@
 #include "core/handheld/OpenDialog.h"
 
 #include "core/calc/Text.h"
+#include "core/document/OpenSave.h"
 #include "core/pdb/Names.h"
 #include "core/platform/Containment.h"
 #include "core/platform/Paths.h"
@@ -20,8 +21,6 @@ using Path = std::filesystem::path;
 
 constexpr std::string_view kSelectFirst = "Select a database first";
 constexpr std::string_view kSureToDelete = "Are you sure that you want to delete file";
-constexpr std::string_view kOverwrite = "File already exist, do you want to overwrite it?";
-constexpr std::string_view kNotLoaded = "Failed to load PDB File";
 constexpr std::string_view kNotOpened = "Failed to open PDB file";
 
 void say(Services& services, std::string_view text, Icon icon) {
@@ -48,16 +47,16 @@ ChosenFile chosen(const Path& path) {
 
 } // namespace
 
-OpenDialog::OpenDialog(Services& services, UserList& users, Calls calls)
-    : m_services(services), m_users(users), m_calls(std::move(calls)), m_user(users.shownPosition()) {
+OpenDialog::OpenDialog(Services& services, UserList& users, std::function<void(const std::string&)> saveUser)
+    : m_services(services), m_users(users), m_saveUser(std::move(saveUser)), m_user(users.shownPosition()) {
     fill();
 }
 
 void OpenDialog::chooseUser(int position) {
     m_user = position;
     m_users.CurrentUser = m_users.UserNames.at(static_cast<std::size_t>(position));
-    if (m_calls.saveUser)
-        m_calls.saveUser(m_users.CurrentUser);
+    if (m_saveUser)
+        m_saveUser(m_users.CurrentUser);
     fill();
 }
 
@@ -111,7 +110,7 @@ void OpenDialog::CmdConvert() {
     if (m_selection < 0)
         say(m_services, kSelectFirst, Icon::Information);
     else if (CmdConvertEnabled())
-        convert(selectedPath(), kNotLoaded);
+        convert(selectedPath(), document::kLoadFailed);
 }
 
 std::optional<ChosenFile> OpenDialog::cmdBrowse(const Path& path) {
@@ -124,24 +123,14 @@ std::optional<ChosenFile> OpenDialog::cmdBrowse(const Path& path) {
     return std::nullopt;
 }
 
-// Reads the older file into a document of its own, so that nothing is written unless all of it has been read.
 void OpenDialog::convert(const Path& path, std::string_view failure) {
     const Path target = platform::findIgnoringCase(m_services.files, document::savedPath(path));
-    const auto there = m_services.files.state(target);
-    if (there && there.value().kind != platform::FileKind::Missing && !asksYes(m_services, kOverwrite))
-        return;
     if (const platform::Status inside = platform::staysInFolder(m_services.files, target); !inside) {
         say(m_services, inside.error().text, Icon::Critical);
         return;
     }
-    model::Document older;
-    older.Is2xFormat = false;
-    if (!m_calls.readOlder || m_calls.readOlder(older, m_services, path) != document::Outcome::Done) {
-        say(m_services, failure, Icon::Critical);
-        return;
-    }
-    document::savePDBFile20(older, m_services, target); // says itself what fails
-    fill();
+    if (document::convertOlder(m_services, path, target, failure) == document::Outcome::Done)
+        fill();
 }
 
 InstallDialog::InstallDialog(UserList& users) : userPosition(users.shownPosition()), m_users(users) {}

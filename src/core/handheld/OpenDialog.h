@@ -1,7 +1,6 @@
 // The Open dialog and the install dialog without their widgets.
 #pragma once
 
-#include "core/document/OpenSave.h"
 #include "core/handheld/DatabaseList.h"
 #include "core/handheld/Users.h"
 
@@ -19,10 +18,6 @@ inline constexpr std::string_view kNoValidFile = "No the Valid file for Tallyboo
 inline constexpr std::string_view kBrowseTitle = "Open Tallybook";
 inline constexpr std::string_view kBrowseFilter = "PDB file (*.pdb)|MS2_*.pdb";
 
-// Reads a file of format 1.x into a fresh document, with Is2xFormat clear. Anything but Done is a failure.
-using OlderReader =
-    std::function<document::Outcome(model::Document&, platform::Services&, const std::filesystem::path&)>;
-
 // What the dialog was left with, to be opened.
 struct ChosenFile {
     std::filesystem::path CurrFilePath;
@@ -35,13 +30,10 @@ struct ChosenFile {
 // frmOpen. Each handler of a control is a function of its name; what has to be said has been said when it returns.
 class OpenDialog {
 public:
-    struct Calls {
-        std::function<void(const std::string& UserID)> saveUser{}; // told each change of the user, Windows-1252
-        OlderReader readOlder{};                                   // without it no older file can be read
-    };
-
-    // Fills the list of the chosen user. All arguments outlive the dialog.
-    OpenDialog(platform::Services& services, UserList& users, Calls calls);
+    // Fills the list of the chosen user. `saveUser` is told each change of the user, Windows-1252. The references
+    // outlive the dialog.
+    OpenDialog(platform::Services& services, UserList& users,
+               std::function<void(const std::string& UserID)> saveUser = {});
 
     const std::vector<std::string>& cmbUser() const { return m_users.UserNames; }
     int userPosition() const { return m_user; } // -1 without users
@@ -73,7 +65,7 @@ private:
 
     platform::Services& m_services;
     UserList& m_users;
-    Calls m_calls;
+    std::function<void(const std::string&)> m_saveUser;
     int m_user = -1;
     std::vector<DatabaseRow> m_rows;
     int m_selection = -1;

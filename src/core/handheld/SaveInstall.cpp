@@ -1,5 +1,7 @@
 #include "core/handheld/SaveInstall.h"
 
+#include "core/document/OpenSave.h"
+
 namespace tallybook::handheld {
 
 namespace {

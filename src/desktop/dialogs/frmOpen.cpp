@@ -20,9 +20,9 @@ enum Column { kName, kFormat, kRecords, kModified };
 } // namespace
 
 frmOpen::frmOpen(platform::Services& services, QtUserInterface& ui, handheld::UserList& users,
-                 handheld::OpenDialog::Calls calls, std::filesystem::path folder, QWidget* parent)
+                 std::function<void(const std::string&)> saveUser, std::filesystem::path folder, QWidget* parent)
     : QDialog(parent), m_form(std::make_unique<Ui::frmOpen>()), m_services(services), m_ui(ui),
-      m_dialog(services, users, std::move(calls)), m_folder(std::move(folder)) {
+      m_dialog(services, users, std::move(saveUser)), m_folder(std::move(folder)) {
     m_form->setupUi(this);
     QHeaderView* header = m_form->ListView1->header();
     header->setStretchLastSection(false);

@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 
 class QPushButton;
 
@@ -25,7 +26,7 @@ class frmOpen : public QDialog {
 public:
     // The file dialog of cmdBrowse begins in `folder`. `ui` must be the one of `services`.
     frmOpen(platform::Services& services, QtUserInterface& ui, handheld::UserList& users,
-            handheld::OpenDialog::Calls calls, std::filesystem::path folder, QWidget* parent);
+            std::function<void(const std::string& UserID)> saveUser, std::filesystem::path folder, QWidget* parent);
     ~frmOpen() override;
 
     // Once the dialog was accepted: the file to open, or nothing when a new database is wanted.

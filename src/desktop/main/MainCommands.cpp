@@ -101,9 +101,8 @@ void frmMain::mnuFileNew() {
 void frmMain::mnuFileOpen() {
     if (!closeDocument())
         return;
-    frmOpen form(m_services, m_ui, m_users,
-                 {.saveUser = [this](const std::string& UserID) { keepUser(UserID); }, .readOlder = {}}, m_folder,
-                 this);
+    const auto saveUser = [this](const std::string& UserID) { keepUser(UserID); };
+    frmOpen form(m_services, m_ui, m_users, saveUser, m_folder, this);
     const bool accepted = form.exec() == QDialog::Accepted;
     m_folder = form.folder();
     if (accepted && form.chosen())
