@@ -362,6 +362,34 @@ TEST_F(FieldPropPanels, aConditionalExpressionNeedsItsCondition) {
     });
 }
 
+TEST_F(FieldPropPanels, theConditionIsEnteredInTheFilterDesigner) {
+    openWith(FieldType::ConditionalExpression);
+    open(kFree, [this](QWidget& form) {
+        script.expect([](QWidget& designer) {
+            EXPECT_EQ(designer.objectName(), QStringLiteral("dlgFilterDesg"));
+            EXPECT_FALSE(child<QWidget>(designer, "LblFilterName")->isVisible());
+            choose(designer, "CmbFldListCmp1", "Pages");
+            choose(designer, "CmbOpr1", "<=");
+            enter(designer, "TxtConst1", "120");
+            clickOn(designer, "OKButton");
+        });
+        clickOn(form, "Command1");
+        EXPECT_EQ(child<QLabel>(form, "lblCondition")->text(), QStringLiteral("Pages <= \"120\""));
+        script.expect([](QWidget& designer) {
+            enter(designer, "TxtConst1", "100");
+            QTest::keyClick(&designer, Qt::Key_Escape);
+        });
+        QTest::keyClick(child<QWidget>(form, "Command1"), Qt::Key_Space);
+        EXPECT_EQ(child<QLabel>(form, "lblCondition")->text(), QStringLiteral("Pages <= \"120\""));
+        enter(form, "TxtThen", "Thin");
+        ok(form);
+        EXPECT_FALSE(form.isVisible());
+    });
+    EXPECT_EQ(db().CondExprs.at(kFree).CondFields[0], kPages);
+    EXPECT_EQ(text(0, kFree), "Thin");
+    EXPECT_EQ(text(2, kFree), "");
+}
+
 TEST_F(FieldPropPanels, aConditionalExpressionGivesATextOrAField) {
     openWith(FieldType::ConditionalExpression, [](model::DatabaseModel& db) {
         db.CondExprs[kFree].CondFields[0] = kPages;
