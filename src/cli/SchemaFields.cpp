@@ -194,7 +194,8 @@ design::BranchDraft branchDraft(const DatabaseModel& db, const SchemaObject& des
 
 void enterCondition(const SchemaObject& field, const DatabaseModel& db, platform::Services& services,
                     FieldPropDraft& draft) {
-    if (field.has("conditions") && !design::conditionOk(db, services, conditionControls(db, field), draft.condition))
+    if (field.has("conditions") &&
+        !design::conditionOk(db, services, conditionControls(db, field), draft.condition).accepted)
         field.refuse("conditions");
     if (field.has("then"))
         draft.branchThen = branchDraft(db, field.object("then"));

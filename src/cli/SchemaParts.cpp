@@ -272,7 +272,7 @@ void makeFilter(const SchemaObject& filter, model::Document& doc, platform::Serv
     filter.allowOnly(std::array<std::string_view, 4>{"slot", "name", "conditions", "carried"});
     design::FilterControls controls = conditionControls(doc.CurrDB20, filter);
     controls.LblFilterName = filter.text("name");
-    if (!design::filterOk(doc, services, slot, controls))
+    if (!design::filterOk(doc, services, slot, controls).accepted)
         filter.refuse({});
 }
 
