@@ -7,7 +7,6 @@
 #include "core/calc/Ansi.h"
 #include "core/calc/Numbers.h"
 #include "core/calc/Text.h"
-#include "core/design/Dialog.h"
 #include "core/design/FilterDesign.h"
 #include "core/design/Properties.h"
 #include "core/design/ViewDesign.h"
@@ -16,7 +15,6 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
 #include <memory>
 
 namespace tallybook::cli {
@@ -361,14 +359,12 @@ void makeProperties(const SchemaObject& whole, model::Document& doc, platform::S
     const SchemaObject startup = whole.object("startup");
     startup.allowOnly(std::array<std::string_view, 2>{"show", "text"});
     properties.ChkStartup = startup.flag("show");
-    const std::string text = startup.text("text");
-    if (design::refusesText(services, "A start-up text", text, std::numeric_limits<std::size_t>::max()))
-        startup.refuse("text");
-    properties.TxtStartup = calc::LfToCrLf(text);
+    properties.TxtStartup = calc::LfToCrLf(startup.text("text"));
     for (auto& line : properties.LstFields)
         line.selected = searchedSlots.contains(line.slot);
     properties.CmdLstOK();
-    properties.CmdDone();
+    if (!properties.CmdDone())
+        startup.refuse("text");
     if (properties.cmdOK() != design::Properties::Accepted::Done)
         whole.refuse("name");
 }

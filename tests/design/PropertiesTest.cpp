@@ -192,15 +192,15 @@ TEST_F(DBProperties, storesTheStartupText) {
 
 TEST_F(DBProperties, refusesAStartupTextThatAFileCannotHold) {
     Properties dialog = open();
-    for (const std::string& text : {std::string("a\0b", 3), std::string(4097, 'x')}) {
+    for (const std::string& text : {std::string("a\0b", 3), std::string(65001, 'x')}) {
         dialog.TxtStartup = text;
         EXPECT_FALSE(dialog.CmdDone());
     }
-    EXPECT_EQ(t.user.texts(), (Texts{"The text holds a character that cannot be stored.",
-                                     "The text may have at most 4096 characters."}));
+    EXPECT_EQ(t.user.texts(), (Texts{"A start-up text holds a character that cannot be stored.",
+                                     "A start-up text may have at most 65000 characters."}));
     EXPECT_EQ(doc.CurrDB20.StartupText, "");
     EXPECT_FALSE(doc.DocModified);
-    dialog.TxtStartup = std::string(4096, 'x');
+    dialog.TxtStartup = std::string(65000, 'x');
     EXPECT_TRUE(dialog.CmdDone());
 }
 

@@ -152,8 +152,8 @@ TEST_F(TallybookProperties, aStartupTextThatIsTooLongIsRefused) {
     edit([this](QWidget& dialog) {
         clickOn(dialog, "CmdStartup");
         auto* text = child<QPlainTextEdit>(dialog, "TxtStartup");
-        text->setPlainText(QString(4097, QLatin1Char('x')));
-        expectText("The text may have at most 4096 characters.");
+        text->setPlainText(QString(65001, QLatin1Char('x')));
+        expectText("A start-up text may have at most 65000 characters.");
         clickOn(dialog, "CmdDone");
         EXPECT_TRUE(text->isVisible());
         press(dialog, Qt::Key_Escape); // back to the main panel, without the text

@@ -35,11 +35,11 @@ bool refusesText(platform::Services& services, std::string_view what, std::strin
 
 // The longest texts that the designers take. Files give some of them a fixed width; the others end with a NUL, and
 // take what a cell of the same text takes.
-inline constexpr std::size_t kMostInName = 20;     // views, filters
-inline constexpr std::size_t kMostInConstant = 19; // of a condition
-inline constexpr std::size_t kMostInResult = 20;   // texts of a conditional expression
-inline constexpr std::size_t kMostInLabel = 20;    // of a one-to-many field
-inline constexpr std::size_t kMostInSource = 32;   // of a one-to-many field
-inline constexpr std::size_t kMostInStartup = 4096;
+inline constexpr std::size_t kMostInName = 20;       // views, filters
+inline constexpr std::size_t kMostInConstant = 19;   // of a condition
+inline constexpr std::size_t kMostInResult = 20;     // texts of a conditional expression
+inline constexpr std::size_t kMostInLabel = 20;      // of a one-to-many field
+inline constexpr std::size_t kMostInSource = 32;     // of a one-to-many field
+inline constexpr std::size_t kMostInStartup = 65000; // a record of the handheld has at most 64 K
 
 } // namespace tallybook::design

@@ -101,7 +101,7 @@ bool Properties::CmdDone() {
     // A text that nobody touched stays as it is, whatever line ends a file has given it.
     const bool touched = TxtStartup != m_startup;
     const std::string text = calc::CrLfToLf(TxtStartup);
-    if (touched && refusesText(m_services, "The text", text, kMostInStartup))
+    if (touched && refusesText(m_services, "A start-up text", text, kMostInStartup))
         return false;
     bool changed = false;
     take(m_doc.CurrDB20.ShowStartup, static_cast<std::uint8_t>(ChkStartup ? 1 : 0), changed);
