@@ -63,7 +63,8 @@ std::string_view CellReader::text(const StoredCell& cell, std::string& scratch) 
     return cell.kind == StoredCell::Kind::Word ? m_texts->coder()->text(cell.word, scratch) : cell.text;
 }
 
-std::optional<double> CellReader::number(const StoredCell& cell) const {
+// The next two stand inside the functions that ask for a row or a cell: most cells are taken apart in registers.
+inline std::optional<double> CellReader::numberIn(const StoredCell& cell) const {
     if (cell.kind == StoredCell::Kind::Empty)
         return std::nullopt;
     if (cell.kind == StoredCell::Kind::Text)
@@ -76,7 +77,7 @@ std::optional<double> CellReader::number(const StoredCell& cell) const {
     return parseNumber(text(cell, scratch), *m_regional);
 }
 
-std::optional<double> CellReader::date(const StoredCell& cell) const {
+inline std::optional<double> CellReader::dateIn(const StoredCell& cell) const {
     if (cell.kind == StoredCell::Kind::Empty)
         return std::nullopt;
     if (cell.kind == StoredCell::Kind::Text)
@@ -85,6 +86,22 @@ std::optional<double> CellReader::date(const StoredCell& cell) const {
         return serial;
     std::string scratch;
     return readDate(text(cell, scratch), *m_regional, m_thisYear);
+}
+
+std::optional<double> CellReader::number(std::uint32_t row) const {
+    return numberIn(m_texts->stored(row));
+}
+
+std::optional<double> CellReader::number(const StoredCell& cell) const {
+    return numberIn(cell);
+}
+
+std::optional<double> CellReader::date(std::uint32_t row) const {
+    return dateIn(m_texts->stored(row));
+}
+
+std::optional<double> CellReader::date(const StoredCell& cell) const {
+    return dateIn(cell);
 }
 
 std::optional<double> CellReader::toDate(std::uint32_t row) const {

@@ -27,10 +27,10 @@ public:
     bool isBlank(std::uint32_t row) const;
 
     // As parseNumber reads the text: nothing when it is not numeric, an empty one included.
-    std::optional<double> number(std::uint32_t row) const { return number(m_texts->stored(row)); }
+    std::optional<double> number(std::uint32_t row) const;
 
     // The serial of a text that reads as a date, a time or both, as readDate.
-    std::optional<double> date(std::uint32_t row) const { return date(m_texts->stored(row)); }
+    std::optional<double> date(std::uint32_t row) const;
 
     // The same, and otherwise a numeric text within the range is the serial itself, as toDate.
     std::optional<double> toDate(std::uint32_t row) const;
@@ -47,6 +47,9 @@ public:
     const model::CellForm& form() const { return m_form; }
 
 private:
+    std::optional<double> numberIn(const model::StoredCell& cell) const;
+    std::optional<double> dateIn(const model::StoredCell& cell) const;
+
     const model::TextColumn* m_texts;
     const model::WordColumn* m_pictures;
     const platform::Regional* m_regional;
