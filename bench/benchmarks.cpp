@@ -11,6 +11,7 @@
 #include "SqliteTable.h"
 #include "TypeChangePair.h"
 #include "Workbench.h"
+#include "adapters/Heap.h"
 #include "adapters/PosixFiles.h"
 #include "core/document/GridDisplay.h"
 #include "core/document/Records.h"
@@ -399,6 +400,7 @@ fs::path dataFolder() {
 } // namespace
 
 int main(int argc, char** argv) {
+    adapters::growHeapInLargeSteps();
     if (runFresh(argc, argv))
         return 0;
     benchmark::Initialize(&argc, argv);

@@ -5,6 +5,7 @@
 #include "Queries.h"
 #include "TypeChange.h"
 #include "Workbench.h"
+#include "adapters/Heap.h"
 #include "core/document/Recalculate.h"
 
 #include <CLI/CLI.hpp>
@@ -209,6 +210,7 @@ void print(const std::string& operation, Outcome outcome) {
 } // namespace
 
 int main(int argc, char** argv) {
+    adapters::growHeapInLargeSteps();
     using Operation = std::function<Outcome(Workbench&, const fs::path&, int)>;
     const std::map<std::string, Operation> operations = {{"open", open},
                                                          {"open-text", openText},

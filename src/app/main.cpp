@@ -1,8 +1,10 @@
+#include "adapters/Heap.h"
 #include "desktop/main/Program.h"
 
 #include <QApplication>
 
 int main(int argc, char** argv) {
+    tallybook::adapters::growHeapInLargeSteps();
     const QApplication app(argc, argv);
     return tallybook::desktop::run();
 }

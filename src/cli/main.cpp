@@ -1,3 +1,4 @@
+#include "adapters/Heap.h"
 #include "cli/Program.h"
 
 #include <csignal>
@@ -6,6 +7,7 @@
 #include <vector>
 
 int main(int argc, char** argv) {
+    tallybook::adapters::growHeapInLargeSteps();
     std::ios::sync_with_stdio(false);
     // A reader that goes away ("| head") is seen as a failed write, so that temporary folders are still removed.
     std::signal(SIGPIPE, SIG_IGN);
