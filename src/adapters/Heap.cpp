@@ -10,8 +10,11 @@ namespace tallybook::adapters {
 
 void growHeapInLargeSteps() {
 #ifdef __GLIBC__
-    constexpr int kStep = 16 << 20; // bytes
-    mallopt(M_TOP_PAD, kStep);
+    constexpr int kMiB = 1 << 20;
+    mallopt(M_TOP_PAD, 16 * kMiB);
+    // With a step of one's own these no longer adapt themselves; they stand where they would come to.
+    mallopt(M_MMAP_THRESHOLD, 32 * kMiB);
+    mallopt(M_TRIM_THRESHOLD, 64 * kMiB);
 #endif
 }
 

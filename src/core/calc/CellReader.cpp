@@ -63,8 +63,7 @@ std::string_view CellReader::text(const StoredCell& cell, std::string& scratch) 
     return cell.kind == StoredCell::Kind::Word ? m_texts->coder()->text(cell.word, scratch) : cell.text;
 }
 
-// The next two stand inside the functions that ask for a row or a cell: most cells are taken apart in registers.
-inline std::optional<double> CellReader::numberIn(const StoredCell& cell) const {
+std::optional<double> CellReader::number(const StoredCell& cell) const {
     if (cell.kind == StoredCell::Kind::Empty)
         return std::nullopt;
     if (cell.kind == StoredCell::Kind::Text)
@@ -77,7 +76,7 @@ inline std::optional<double> CellReader::numberIn(const StoredCell& cell) const 
     return parseNumber(text(cell, scratch), *m_regional);
 }
 
-inline std::optional<double> CellReader::dateIn(const StoredCell& cell) const {
+std::optional<double> CellReader::date(const StoredCell& cell) const {
     if (cell.kind == StoredCell::Kind::Empty)
         return std::nullopt;
     if (cell.kind == StoredCell::Kind::Text)
@@ -88,20 +87,14 @@ inline std::optional<double> CellReader::dateIn(const StoredCell& cell) const {
     return readDate(text(cell, scratch), *m_regional, m_thisYear);
 }
 
+// Most cells that are asked for a number keep one as their word, and are not handed on through memory.
 std::optional<double> CellReader::number(std::uint32_t row) const {
-    return numberIn(m_texts->stored(row));
-}
-
-std::optional<double> CellReader::number(const StoredCell& cell) const {
-    return numberIn(cell);
-}
-
-std::optional<double> CellReader::date(std::uint32_t row) const {
-    return dateIn(m_texts->stored(row));
-}
-
-std::optional<double> CellReader::date(const StoredCell& cell) const {
-    return dateIn(cell);
+    const StoredCell cell = m_texts->stored(row);
+    if (cell.kind == StoredCell::Kind::Word && m_form.words == WordForm::Whole)
+        return static_cast<std::int32_t>(cell.word);
+    if (cell.kind == StoredCell::Kind::Word && m_form.words == WordForm::Decimal)
+        return displayedValue(std::bit_cast<float>(cell.word), m_form.decimals);
+    return number(cell);
 }
 
 std::optional<double> CellReader::toDate(std::uint32_t row) const {

@@ -30,7 +30,7 @@ public:
     std::optional<double> number(std::uint32_t row) const;
 
     // The serial of a text that reads as a date, a time or both, as readDate.
-    std::optional<double> date(std::uint32_t row) const;
+    std::optional<double> date(std::uint32_t row) const { return date(m_texts->stored(row)); }
 
     // The same, and otherwise a numeric text within the range is the serial itself, as toDate.
     std::optional<double> toDate(std::uint32_t row) const;
@@ -47,9 +47,6 @@ public:
     const model::CellForm& form() const { return m_form; }
 
 private:
-    std::optional<double> numberIn(const model::StoredCell& cell) const;
-    std::optional<double> dateIn(const model::StoredCell& cell) const;
-
     const model::TextColumn* m_texts;
     const model::WordColumn* m_pictures;
     const platform::Regional* m_regional;
