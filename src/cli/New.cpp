@@ -81,10 +81,7 @@ ExitCode make(const NewOptions& options, Terminal& terminal) {
         explain(fault, terminal);
         return fault.code;
     }
-    if (document::savePDBFile20(session.document(), session.services(), target) == document::Outcome::Done)
-        return ExitCode::Done;
-    session.explainRefusal();
-    return ExitCode::Refused;
+    return session.saveTo(target);
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 // tallybook recalc FILE --out OUT: the calculated fields computed anew, and saved.
 #include "cli/Session.h"
 #include "cli/Verbs.h"
-#include "core/document/OpenSave.h"
 #include "core/document/Recalculate.h"
 
 #include <CLI/CLI.hpp>
@@ -23,12 +22,7 @@ ExitCode recalc(const RecalcOptions& options, Terminal& terminal) {
     if (!session.open(options.file))
         return ExitCode::Refused;
     document::recalcExpressions(session.document(), session.services());
-    const document::Outcome outcome =
-        document::savePDBFile20(session.document(), session.services(), std::filesystem::absolute(options.out));
-    if (outcome == document::Outcome::Done)
-        return ExitCode::Done;
-    session.explainRefusal();
-    return ExitCode::Refused;
+    return session.saveTo(options.out);
 }
 
 } // namespace

@@ -7,7 +7,6 @@
 #include "core/calc/Ansi.h"
 #include "core/design/FieldProperties.h"
 #include "core/design/FieldProps.h"
-#include "core/document/OpenSave.h"
 #include "core/document/Recalculate.h"
 
 #include <CLI/CLI.hpp>
@@ -110,12 +109,7 @@ ExitCode retype(const RetypeOptions& options, Terminal& terminal) {
         return fault.code;
     }
     document::recalcExpressions(session.document(), session.services());
-    const document::Outcome outcome =
-        document::savePDBFile20(session.document(), session.services(), std::filesystem::absolute(options.out));
-    if (outcome == document::Outcome::Done)
-        return ExitCode::Done;
-    session.explainRefusal();
-    return ExitCode::Refused;
+    return session.saveTo(options.out);
 }
 
 // A question with two options, one for each answer.

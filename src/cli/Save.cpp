@@ -1,7 +1,6 @@
 // tallybook save FILE OUT: opened and saved, and nothing else.
 #include "cli/Session.h"
 #include "cli/Verbs.h"
-#include "core/document/OpenSave.h"
 
 #include <CLI/CLI.hpp>
 #include <memory>
@@ -20,12 +19,7 @@ ExitCode save(const SaveOptions& options, Terminal& terminal) {
     Session session(terminal, options.common);
     if (!session.open(options.file))
         return ExitCode::Refused;
-    const document::Outcome outcome =
-        document::savePDBFile20(session.document(), session.services(), std::filesystem::absolute(options.out));
-    if (outcome == document::Outcome::Done)
-        return ExitCode::Done;
-    session.explainRefusal();
-    return ExitCode::Refused;
+    return session.saveTo(options.out);
 }
 
 } // namespace

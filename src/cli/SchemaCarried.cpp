@@ -29,6 +29,9 @@ std::string utf8(std::string_view text) {
 // Collects what differs.
 class Differences {
 public:
+    Differences() noexcept(false) = default; // a JSON value may throw
+    Differences(const Differences&) = delete;
+    Differences& operator=(const Differences&) = delete;
     void number(const char* key, int value, int made) {
         if (value != made)
             m_json[key] = value;
@@ -124,7 +127,7 @@ Bytes attributeBytes(const DatabaseModel& db, int slot) {
 platform::Status readAttributeBytes(pdb::ByteReader& in, std::size_t size, DatabaseModel& db, int slot) {
     const auto length = static_cast<std::int64_t>(size) + 1; // with the record's number
     const FieldType type = db.Fields[static_cast<std::size_t>(slot)].Type;
-    const platform::Status status = pdb::readAttribute(in, db, slot, {length, pdb::NextValueLayout::Present});
+    platform::Status status = pdb::readAttribute(in, db, slot, {length, pdb::NextValueLayout::Present});
     if (type == FieldType::ConditionalExpression)
         straightenLinks(db.CondExprs[slot]);
     if (type == FieldType::Expression || type == FieldType::AdvExpression)

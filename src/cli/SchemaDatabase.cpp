@@ -52,7 +52,7 @@ bool isMixed(const SchemaObject& object) {
 nlohmann::json meaning(const Json& json) {
     nlohmann::json plain = nlohmann::json::parse(json.dump());
     for (auto member = plain.begin(); member != plain.end();) {
-        const bool saysNothing = member->is_null() || *member == false || *member == "" ||
+        const bool saysNothing = member->is_null() || *member == false || isEmptyText(*member) ||
                                  ((member->is_array() || member->is_object()) && member->empty());
         member = saysNothing && member.key() != "carried" ? plain.erase(member) : std::next(member);
     }

@@ -111,7 +111,7 @@ Json simpleJson(const DatabaseModel& db, const design::SimpleChoices& choices) {
         operators.push_back(trimmed(design::operatorEntries(choices.format, i)[position]));
     }
     for (Json* list : {&operands, &operators})
-        while (!list->empty() && list->back() == "")
+        while (!list->empty() && isEmptyText(list->back()))
             list->erase(list->size() - 1);
     json["operands"] = std::move(operands);
     if (!operators.empty())

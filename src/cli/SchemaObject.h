@@ -61,4 +61,9 @@ private:
 // A text of a description, as SchemaObject::text gives it.
 std::string schemaText(const Json& json, const std::string& place);
 
+// True for a text without characters; false for everything else, null and empty lists too.
+template <class AnyJson> bool isEmptyText(const AnyJson& json) {
+    return json.is_string() && json.template get_ref<const std::string&>().empty();
+}
+
 } // namespace tallybook::cli

@@ -54,6 +54,13 @@ bool Session::open(const std::filesystem::path& file) {
     return false;
 }
 
+ExitCode Session::saveTo(const std::filesystem::path& out) {
+    if (document::savePDBFile20(m_document, m_services, std::filesystem::absolute(out)) == document::Outcome::Done)
+        return ExitCode::Done;
+    explainRefusal();
+    return ExitCode::Refused;
+}
+
 void Session::explainRefusal() {
     if (!m_user.spoke())
         m_user.say(std::string(kRefusedInSilence));

@@ -4,6 +4,7 @@
 #include "adapters/PosixFiles.h"
 #include "adapters/SystemClock.h"
 #include "adapters/TemporaryFolder.h"
+#include "cli/ExitCode.h"
 #include "cli/Options.h"
 #include "cli/Terminal.h"
 #include "cli/TerminalUser.h"
@@ -25,6 +26,9 @@ public:
 
     // Reads the file into the document. False when that was refused; the reason then stands on standard error.
     bool open(const std::filesystem::path& file);
+
+    // Saves the document under another name, as the desktop does. Refused leaves the reason on standard error.
+    ExitCode saveTo(const std::filesystem::path& out);
 
     // Says that something was refused, when nobody has said so yet.
     void explainRefusal();
