@@ -10,6 +10,7 @@ namespace {
 
 using model::FieldType;
 using Entries = std::vector<NumberedEntry>;
+using Names = std::vector<std::string>;
 
 class ExternalChoices : public testing::Test {
 protected:
@@ -17,6 +18,13 @@ protected:
         doc.CurrFolder = "/data";
         doc.CurrFilePath = "/data/MS2_Books.pdb";
         t.files.addFolder("/data");
+        t.files.addFolder("/palm/ann/Backup");
+        t.files.addFolder("/palm/bert/Backup");
+        users.UserNames = {"Ann", "Bert"};
+        users.UserFolders = {"/palm/ann/Backup", "/palm/bert/Backup"};
+    }
+    OtherFolder otherFolder() {
+        return {doc, t, users, [this](const std::string& UserID) { saved.push_back(UserID); }};
     }
     // A database of three fields, with one named view.
     void putPublishers(const char* path) {
@@ -36,47 +44,98 @@ protected:
 
     test::TestServices t;
     model::Document doc;
+    handheld::UserList users;
+    Names saved;
 };
 
 TEST_F(ExternalChoices, areTheOtherTallybooksOfTheFolder) {
     for (const char* name : {"MS2_Books.pdb", "MS2_Loans.PDB", "ms2_notes.pdb", "MSA_Old.pdb", "MS2_Notes.txt",
                              "Addresses.pdb", "MS2_Our_Publishers.pdb"})
         t.files.put(std::filesystem::path("/data") / name, {1});
-    EXPECT_EQ(otherTallybooks(doc, t), (std::vector<std::string>{"MS2_Loans", "ms2_notes", "MS2_Our_Publishers"}));
+    EXPECT_EQ(otherFolder().tallybooks(), (Names{"MS2_Loans", "ms2_notes", "MS2_Our_Publishers"}));
 }
 
 TEST_F(ExternalChoices, areNoneWhereThereIsNoFolder) {
+    users = {};
     doc.CurrFolder.clear();
-    EXPECT_TRUE(otherTallybooks(doc, t).empty());
+    EXPECT_TRUE(otherFolder().tallybooks().empty());
+    EXPECT_EQ(otherFolder().userPosition(), -1);
     doc.CurrFolder = "/gone";
-    EXPECT_TRUE(otherTallybooks(doc, t).empty());
-    EXPECT_EQ(readOtherTallybook(doc, t, "MS2_Loans"), nullptr);
+    EXPECT_TRUE(otherFolder().tallybooks().empty());
+    EXPECT_EQ(otherFolder().read("MS2_Loans"), nullptr);
+}
+
+TEST_F(ExternalChoices, beginWithTheUserWhoHasTheOpenDatabase) {
+    users.CurrentUser = "Ann";
+    doc.CurrFolder = "/palm/bert/Backup";
+    EXPECT_EQ(otherFolder().cmbUser(), (Names{"Ann", "Bert"}));
+    EXPECT_EQ(otherFolder().userPosition(), 1);
+    EXPECT_TRUE(otherFolder().isOwn());
+}
+
+TEST_F(ExternalChoices, beginWithAnEntryForAFolderThatIsNoUsers) {
+    t.files.put("/data/MS2_Loans.pdb", {1});
+    const OtherFolder folder = otherFolder();
+    EXPECT_EQ(folder.cmbUser(), (Names{"(this Tallybook's folder)", "Ann", "Bert"}));
+    EXPECT_EQ(folder.userPosition(), 0);
+    EXPECT_TRUE(folder.isOwn());
+    EXPECT_EQ(folder.tallybooks(), Names{"MS2_Loans"});
+}
+
+TEST_F(ExternalChoices, ofADatabaseWithoutAFolderBeginWithTheCurrentUser) {
+    doc.CurrFolder.clear();
+    users.CurrentUser = "Bert";
+    putPublishers("/palm/bert/Backup/MS2_Our_Publishers.pdb");
+    const OtherFolder folder = otherFolder();
+    EXPECT_EQ(folder.userPosition(), 1);
+    EXPECT_TRUE(folder.isOwn()); // where it will be saved
+    EXPECT_EQ(folder.tallybooks(), Names{"MS2_Our_Publishers"});
+    EXPECT_NE(folder.read("MS2_Our Publishers"), nullptr);
+}
+
+TEST_F(ExternalChoices, followTheUserWhoIsKept) {
+    putPublishers("/palm/bert/Backup/MS2_Our_Publishers.pdb");
+    t.files.put("/palm/bert/Backup/MS2_Books.pdb", {1}); // of the open one's name, but another
+    OtherFolder folder = otherFolder();
+    EXPECT_EQ(folder.read("MS2_Our_Publishers"), nullptr);
+    folder.chooseUser(2);
+    EXPECT_FALSE(folder.isOwn());
+    EXPECT_EQ(folder.tallybooks(), (Names{"MS2_Books", "MS2_Our_Publishers"}));
+    EXPECT_NE(folder.read("MS2_Our_Publishers"), nullptr);
+    EXPECT_EQ(users.CurrentUser, "Bert");
+    EXPECT_EQ(saved, Names{"Bert"});
+    folder.chooseUser(0); // back, which is no user
+    EXPECT_TRUE(folder.isOwn());
+    EXPECT_EQ(folder.read("MS2_Our_Publishers"), nullptr);
+    EXPECT_EQ(users.CurrentUser, "Bert");
+    EXPECT_EQ(saved, Names{"Bert"});
 }
 
 TEST_F(ExternalChoices, aNameIsFoundWithAndWithoutPrefixAndEnding) {
     putPublishers("/data/MS2_Our_Publishers.pdb");
+    const OtherFolder folder = otherFolder();
     for (const char* name : {"MS2_Our Publishers", "Our Publishers", "MS2_Our_Publishers.pdb", "ms2_our publishers",
                              "Our_Publishers.PDB"})
-        EXPECT_NE(readOtherTallybook(doc, t, name), nullptr) << name;
+        EXPECT_NE(folder.read(name), nullptr) << name;
     for (const char* name : {"", "Publishers", "MSA_Our Publishers", "../MS2_Our_Publishers"})
-        EXPECT_EQ(readOtherTallybook(doc, t, name), nullptr) << name;
+        EXPECT_EQ(folder.read(name), nullptr) << name;
 }
 
 TEST_F(ExternalChoices, onlyFilesOfTheFolderAreRead) {
     putPublishers("/elsewhere/MS2_Our_Publishers.pdb");
-    EXPECT_EQ(readOtherTallybook(doc, t, "/elsewhere/MS2_Our_Publishers"), nullptr);
-    EXPECT_EQ(readOtherTallybook(doc, t, "../elsewhere/MS2_Our_Publishers"), nullptr);
+    EXPECT_EQ(otherFolder().read("/elsewhere/MS2_Our_Publishers"), nullptr);
+    EXPECT_EQ(otherFolder().read("../elsewhere/MS2_Our_Publishers"), nullptr);
 }
 
 TEST_F(ExternalChoices, aFileThatCannotBeReadIsNone) {
     t.files.put("/data/MS2_Loans.pdb", {1, 2, 3});
-    EXPECT_EQ(readOtherTallybook(doc, t, "MS2_Loans"), nullptr);
+    EXPECT_EQ(otherFolder().read("MS2_Loans"), nullptr);
     EXPECT_TRUE(t.user.messages.empty());
 }
 
 TEST_F(ExternalChoices, areViewsFieldsAndKeysByName) {
     putPublishers("/data/MS2_Our_Publishers.pdb");
-    const auto other = readOtherTallybook(doc, t, "MS2_Our_Publishers");
+    const auto other = otherFolder().read("MS2_Our_Publishers");
     ASSERT_NE(other, nullptr);
     EXPECT_EQ(other->DBName, "MS2_Our Publishers");
     EXPECT_EQ(otherViews(other.get()), (Entries{{2, "All of them"}}));

@@ -1,25 +1,26 @@
 // Keys and mouse for a dialog's controls, which are found by their names.
 #pragma once
 
+#include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QTest>
 
 #include <gtest/gtest.h>
 
 namespace tallybook::test {
 
-template <class T> T* child(const QWidget& window, const char* name) {
-    T* found = window.findChild<T*>(QString::fromLatin1(name));
+// The control of a name; `place` counts those that share it, from 0.
+template <class T> T* child(const QWidget& window, const char* name, int place = 0) {
+    T* found = window.findChildren<T*>(QString::fromLatin1(name)).value(place);
     EXPECT_NE(found, nullptr) << name;
     return found;
 }
 
-inline void clickOn(QWidget& window, const char* button) {
-    QTest::mouseClick(child<QPushButton>(window, button), Qt::LeftButton);
+inline void clickOn(QWidget& window, const char* button, int place = 0) {
+    QTest::mouseClick(child<QAbstractButton>(window, button, place), Qt::LeftButton);
 }
 
 // A key for what has the focus in a window, which nobody makes active again when a box above it has closed.

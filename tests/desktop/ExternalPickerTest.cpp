@@ -13,11 +13,6 @@
 namespace tallybook::test {
 namespace {
 
-void press(QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-    ASSERT_NE(window.focusWidget(), nullptr);
-    QTest::keyClick(window.focusWidget(), key, modifiers);
-}
-
 void typeInto(QWidget& window, const char* text) {
     for (const char* c = text; *c != 0; ++c)
         QTest::keyClick(window.focusWidget(), *c);

@@ -7,7 +7,6 @@
 namespace tallybook::test {
 namespace {
 
-using desktop::frmFieldProp;
 using model::columnOfSlot;
 using model::FieldType;
 
@@ -204,7 +203,7 @@ TEST_F(FieldPropData, aViewShowsTheFieldAnew) {
 TEST_F(FieldPropData, whileADatabaseIsMadeThereIsNoGridToTouch) {
     model::Document made;
     makeSample(made, regional);
-    frmFieldProp form(made, services, kTitle, design::FieldPropMode::Ma, nullptr);
+    LoneFieldProp form(made, services, kTitle, design::FieldPropMode::Ma);
     showAndActivate(form);
     choose(form, "cmbFieldType", "Integer");
     enter(form, "txtFieldName", "Count");

@@ -1,4 +1,5 @@
 // What each panel of Field Properties does with its clicks, and what its OK stores.
+#include "adapters/FolderDesktop.h"
 #include "desktop/FieldPropTest.h"
 
 #include <QLabel>
@@ -464,6 +465,38 @@ TEST_F(FieldPropPanels, aTallybookThatIsMissingShowsNumbersAndKeepsThem) {
         EXPECT_FALSE(form.isVisible());
     });
     EXPECT_EQ(db().Externals.at(kJoin), before);
+}
+
+TEST_F(FieldPropPanels, theTallybooksOfAUserAreListedAndTheUserIsKept) {
+    openSample();
+    files.addFolder("/palm/Ann/Backup");
+    files.put("/palm/Ann/Backup/MS2_Printers.pdb", files.bytes(kPublishersPath));
+    adapters::FolderDesktop desktop{files, "/palm"};
+    window().setHandheld(desktop, {{"Ann"}, {"/palm/Ann/Backup"}, {}});
+    open(kFree, [](QWidget& form) {
+        choose(form, "cmbFieldType", "DB Join");
+        EXPECT_EQ(chosenIn(form, "cmbUser"), "(this Tallybook's folder)");
+        EXPECT_FALSE(child<QLabel>(form, "lblExternal")->isVisible());
+        enter(child<QComboBox>(form, "cmbSource")->lineEdit(), "MS2_Printers");
+        choose(form, "cmbUser", "Ann");
+        auto* tallybooks = child<QComboBox>(form, "cmbSource");
+        EXPECT_EQ(tallybooks->count(), 1);
+        EXPECT_EQ(tallybooks->itemText(0), QStringLiteral("MS2_Printers"));
+        EXPECT_EQ(tallybooks->currentText(), QStringLiteral("MS2_Printers")); // what was typed stays
+        EXPECT_GE(child<QComboBox>(form, "cmbDisplay")->findText(QStringLiteral("House")), 0);
+        EXPECT_EQ(
+            child<QLabel>(form, "lblExternal")->text(),
+            QStringLiteral("Joins read the other Tallybook from the folder of this one: it has to be there, too."));
+        clickOn(form, "CancelButton");
+    });
+    EXPECT_EQ(window().users().CurrentUser, "Ann"); // whatever became of the dialog
+    EXPECT_EQ(settings.value("Settings", "UserID"), "Ann");
+    open(kFree, [](QWidget& form) {
+        choose(form, "cmbFieldType", "One to Many");
+        choose(form, "cmbMDUser", "Ann");
+        EXPECT_EQ(child<QComboBox>(form, "cmbMDSource")->itemText(0), QStringLiteral("MS2_Printers"));
+        clickOn(form, "CancelButton");
+    });
 }
 
 TEST_F(FieldPropPanels, aTypedNameIsReadWhenItIsLeft) {

@@ -9,7 +9,6 @@
 namespace tallybook::test {
 namespace {
 
-using desktop::frmFieldProp;
 using model::FieldType;
 
 // The controls whose being there depends on the type, as far as they can be seen, by name.
@@ -60,7 +59,7 @@ TEST_F(FieldProp, eachTypeShowsItsPanels) {
     makeSample(sample, regional);
     for (int type = 0; type < model::kFieldTypes; ++type) {
         sample.CurrDB20.Fields[kKind].Type = static_cast<FieldType>(type);
-        frmFieldProp form(sample, services, kKind, design::FieldPropMode::Document, nullptr);
+        LoneFieldProp form(sample, services, kKind, design::FieldPropMode::Document);
         showAndActivate(form);
         EXPECT_EQ(child<QComboBox>(form, "cmbFieldType")->currentIndex(), type);
         EXPECT_EQ(shownControls(form), panels[static_cast<std::size_t>(type)]) << type;
@@ -239,7 +238,7 @@ TEST_F(FieldProp, tabGoesThroughTheControlsOfTheType) {
     makeSample(sample, regional);
     const auto order = [&](FieldType type) {
         sample.CurrDB20.Fields[kKind].Type = type;
-        frmFieldProp form(sample, services, kKind, design::FieldPropMode::Document, nullptr);
+        LoneFieldProp form(sample, services, kKind, design::FieldPropMode::Document);
         showAndActivate(form);
         return tabOrder(form).join(QLatin1Char(' ')).toStdString();
     };
@@ -257,11 +256,12 @@ TEST_F(FieldProp, tabGoesThroughTheControlsOfTheType) {
               std::string("txtFieldName cmbFieldType cmbDecDigs cmbExpFormat cmbExpr cmbOper cmbExpr cmbOper "
                           "cmbExpr cmbOper cmbExpr cmbOper cmbExpr cmbOper cmbExpr cmbOper cmbExpr cmbOper cmbExpr "
                           "ClearExpression OKButton CancelButton"));
-    EXPECT_EQ(order(FieldType::DBJoin), std::string("txtFieldName cmbFieldType cmbSource CmbViewList cmbDisplay "
-                                                    "cmbJoin OKButton CancelButton"));
-    EXPECT_EQ(order(FieldType::OneToMany),
-              std::string("txtFieldName cmbFieldType cmbMDSource txtLabel1 txtLabel2 cmbMatch cmbSort spnOption "
-                          "cmbMatch cmbSort spnOption cmbMatch cmbSort spnOption OKButton CancelButton"));
+    EXPECT_EQ(order(FieldType::DBJoin), std::string("txtFieldName cmbFieldType cmbUser cmbSource CmbViewList "
+                                                    "cmbDisplay cmbJoin OKButton CancelButton"));
+    EXPECT_EQ(
+        order(FieldType::OneToMany),
+        std::string("txtFieldName cmbFieldType cmbMDUser cmbMDSource txtLabel1 txtLabel2 cmbMatch cmbSort spnOption "
+                    "cmbMatch cmbSort spnOption cmbMatch cmbSort spnOption OKButton CancelButton"));
     EXPECT_EQ(order(FieldType::ConditionalExpression),
               std::string("txtFieldName cmbFieldType Command1 OptThen CmbThen TxtThen cmbThenColour OptElse "
                           "CmbElse TxtElse cmbElseColour OKButton CancelButton"));
@@ -272,7 +272,7 @@ TEST_F(FieldProp, everyControlThatIsShownHasAName) {
     makeSample(sample, regional);
     for (int type = 0; type < model::kFieldTypes; ++type) {
         sample.CurrDB20.Fields[kKind].Type = static_cast<FieldType>(type);
-        frmFieldProp form(sample, services, kKind, design::FieldPropMode::Document, nullptr);
+        LoneFieldProp form(sample, services, kKind, design::FieldPropMode::Document);
         showAndActivate(form);
         for (QWidget* control : form.findChildren<QWidget*>())
             if (control->isVisible() && control->focusPolicy() != Qt::NoFocus && control->focusProxy() == nullptr &&

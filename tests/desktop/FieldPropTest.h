@@ -2,6 +2,7 @@
 #pragma once
 
 #include "desktop/DialogChecks.h"
+#include "desktop/DialogDriver.h"
 #include "desktop/WindowTest.h"
 #include "desktop/dialogs/frmFieldProp.h"
 #include "desktop/document/frmDocument.h"
@@ -11,16 +12,6 @@
 #include <QLineEdit>
 
 namespace tallybook::test {
-
-template <class T> T* child(const QWidget& window, const char* name, int place = 0) {
-    T* found = window.findChildren<T*>(QString::fromLatin1(name)).value(place);
-    EXPECT_NE(found, nullptr) << name;
-    return found;
-}
-
-inline void clickOn(QWidget& window, const char* button, int place = 0) {
-    QTest::mouseClick(child<QAbstractButton>(window, button, place), Qt::LeftButton);
-}
 
 // Picks an entry of a list as a user does who has let it drop down.
 inline void choose(QComboBox* box, const char* entry) {
@@ -55,6 +46,19 @@ inline void tick(QWidget& window, const char* box, int place = 0) {
     button->setFocus();
     QTest::keyClick(button, Qt::Key_Space);
 }
+
+struct OneUser {
+    OneUser(model::Document& doc, platform::Services& services) : otherFolder(doc, services, users) {}
+    handheld::UserList users{{"Ann"}, {"/palm/Ann/Backup"}};
+    design::OtherFolder otherFolder;
+};
+
+// The dialog over a document of its own.
+class LoneFieldProp : OneUser, public desktop::frmFieldProp {
+public:
+    LoneFieldProp(model::Document& doc, platform::Services& services, int slot, design::FieldPropMode mode)
+        : OneUser(doc, services), frmFieldProp(doc, services, otherFolder, slot, mode, nullptr) {}
+};
 
 class FieldPropTest : public WindowTest {
 protected:

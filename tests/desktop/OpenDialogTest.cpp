@@ -2,6 +2,7 @@
 #include "adapters/FolderDesktop.h"
 #include "core/platform/Ansi.h"
 #include "desktop/DialogChecks.h"
+#include "desktop/DialogDriver.h"
 #include "desktop/WindowTest.h"
 #include "desktop/dialogs/frmOpen.h"
 #include "desktop/dialogs/frmUser.h"
@@ -21,16 +22,6 @@ using testing::ElementsAre;
 
 const std::filesystem::path kAnn = "/palm/Ann/Backup";
 const std::filesystem::path kBob = "/palm/Bob/Backup";
-
-template <class T> T* child(const QWidget& window, const char* name) {
-    T* found = window.findChild<T*>(QString::fromLatin1(name));
-    EXPECT_NE(found, nullptr) << name;
-    return found;
-}
-
-void clickOn(QWidget& window, const char* button) {
-    QTest::mouseClick(child<QPushButton>(window, button), Qt::LeftButton);
-}
 
 QTreeWidget& listIn(const QWidget& window) {
     return *child<QTreeWidget>(window, "ListView1");

@@ -1,14 +1,14 @@
 // Leaves a picture of each window in the build folder, in a light and a dark theme; run once more for screens of
 // twice the resolution. They are there to be looked at.
+#include "adapters/FolderDesktop.h"
 #include "core/pdb/Passwords.h"
-#include "desktop/WindowTest.h"
+#include "desktop/FieldPropTest.h"
 #include "desktop/dialogs/dlgAutoWriter.h"
 #include "desktop/dialogs/dlgError.h"
 #include "desktop/dialogs/dlgFilterDesg.h"
 #include "desktop/dialogs/dlgMulFilter.h"
 #include "desktop/dialogs/dlgRadio.h"
 #include "desktop/dialogs/frmAbout.h"
-#include "desktop/dialogs/frmFieldProp.h"
 #include "desktop/dialogs/frmFindForm.h"
 #include "desktop/dialogs/frmListEditor.h"
 #include "desktop/dialogs/frmLogin.h"
@@ -257,9 +257,14 @@ TEST_P(Pictures, picker) {
         window.close();
     });
     click(0, kJoin);
+    files.addFolder("/palm/Ann/Backup");
+    adapters::FolderDesktop desktop{files, "/palm"};
+    window().setHandheld(desktop, {{"Ann"}, {"/palm/Ann/Backup"}, "Ann"});
     for (const int slot : {int{kJoin}, kTown}) {
         script.expect([this, slot](QWidget& window) {
             keep(window, slot == kTown ? "frmFieldProp-lookup" : "frmFieldProp-join");
+            choose(window, "cmbUser", "Ann");
+            keep(window, slot == kTown ? "frmFieldProp-lookup-elsewhere" : "frmFieldProp-join-elsewhere");
             window.close();
         });
         QApplication::setActiveWindow(&window());
@@ -305,7 +310,7 @@ TEST_P(Pictures, fieldProperties) {
         sample.CurrDB20.Fields[kKind].Type = static_cast<model::FieldType>(type);
         if (sample.CurrDB20.Fields[kKind].Type == model::FieldType::AdvExpression)
             sample.CurrDB20.Expressions[kKind] = {.ResultType = 0, .Tokens = {kPages, 90, kPrice}};
-        desktop::frmFieldProp form(sample, services, kKind, design::FieldPropMode::Document, nullptr);
+        LoneFieldProp form(sample, services, kKind, design::FieldPropMode::Document);
         const QString name = QStringLiteral("frmFieldProp-%1").arg(type, 2, 10, QLatin1Char('0'));
         showAndKeep(form, name.toLatin1().constData());
     }
@@ -319,7 +324,7 @@ TEST_P(Pictures, fullFieldProperties) {
     fillPanels(db, kKind);
     const auto keepType = [&](FieldType type, const char* name) {
         db.Fields[kKind].Type = type;
-        desktop::frmFieldProp form(sample, services, kKind, design::FieldPropMode::Document, nullptr);
+        LoneFieldProp form(sample, services, kKind, design::FieldPropMode::Document);
         showAndKeep(form, name);
     };
     db.Fields[kTitle].Name = "Title as it stands on the cover of the book";

@@ -4,6 +4,8 @@
 #include "core/document/ExternalFiles.h"
 #include "core/document/ExternalReader.h"
 #include "core/handheld/DatabaseList.h"
+#include "core/platform/Containment.h"
+#include "core/platform/OwnTexts.h"
 #include "core/platform/Paths.h"
 
 #include <algorithm>
@@ -17,6 +19,7 @@ namespace {
 using model::DatabaseModel;
 using model::FieldType;
 using Entries = std::vector<NumberedEntry>;
+using Path = std::filesystem::path;
 
 constexpr int kViews = model::MaxViews - 1; // the last slot is carried, not offered
 
@@ -47,23 +50,60 @@ template <class Wanted> Entries fieldsOf(const DatabaseModel* other, Wanted want
 
 } // namespace
 
-std::vector<std::string> otherTallybooks(const model::Document& doc, platform::Services& services) {
+OtherFolder::OtherFolder(const model::Document& doc, platform::Services& services, handheld::UserList& users,
+                         std::function<void(const std::string&)> saveUser)
+    : m_doc(doc), m_services(services), m_users(users), m_saveUser(std::move(saveUser)) {
+    const auto& folders = m_users.UserFolders;
+    const auto owner = std::find_if(folders.begin(), folders.end(), [&](const Path& folder) {
+        return platform::isSamePlace(m_services.files, folder, m_doc.CurrFolder);
+    });
+    m_hasOwnEntry = owner == folders.end() && !m_doc.CurrFolder.empty();
+    if (owner != folders.end())
+        m_own = static_cast<int>(owner - folders.begin());
+    else
+        m_own = m_hasOwnEntry ? 0 : m_users.shownPosition(); // where a new database will be saved
+    m_position = m_own;
+}
+
+std::vector<std::string> OtherFolder::cmbUser() const {
+    std::vector<std::string> entries = m_users.UserNames;
+    if (m_hasOwnEntry)
+        entries.insert(entries.begin(), std::string(platform::texts::kOwnFolder));
+    return entries;
+}
+
+void OtherFolder::chooseUser(int position) {
+    m_position = position;
+    const int user = position - userOffset();
+    if (user < 0)
+        return;
+    m_users.CurrentUser = m_users.UserNames.at(static_cast<std::size_t>(user));
+    if (m_saveUser)
+        m_saveUser(m_users.CurrentUser);
+}
+
+Path OtherFolder::path() const {
+    const int user = m_position - userOffset();
+    return user < 0 ? m_doc.CurrFolder : m_users.UserFolders.at(static_cast<std::size_t>(user));
+}
+
+std::vector<std::string> OtherFolder::tallybooks() const {
     std::vector<std::string> names;
-    if (doc.CurrFolder.empty())
+    const Path folder = path();
+    if (folder.empty())
         return names;
-    const auto listed = handheld::getDBList20(services.files, doc.CurrFolder, handheld::NewEntry::Without);
+    const auto listed = handheld::getDBList20(m_services.files, folder, handheld::NewEntry::Without);
     if (!listed)
         return names;
     for (const handheld::DatabaseEntry& entry : listed.value())
-        if (entry.file != doc.CurrFilePath.filename())
+        if (!isOwn() || entry.file != m_doc.CurrFilePath.filename())
             names.push_back(platform::shownPath(entry.file.stem()));
     return names;
 }
 
-std::unique_ptr<DatabaseModel> readOtherTallybook(const model::Document& doc, platform::Services& services,
-                                                  std::string_view source) {
-    const auto path = document::findExternalFile(services.files, doc.CurrFolder, source, document::OlderFiles::No);
-    auto properties = path ? document::getExternalJoinProps(services, *path) : std::nullopt;
+std::unique_ptr<DatabaseModel> OtherFolder::read(std::string_view source) const {
+    const auto file = document::findExternalFile(m_services.files, path(), source, document::OlderFiles::No);
+    auto properties = file ? document::getExternalJoinProps(m_services, *file) : std::nullopt;
     return properties ? std::make_unique<DatabaseModel>(std::move(*properties)) : nullptr;
 }
 

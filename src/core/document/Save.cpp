@@ -8,6 +8,7 @@
 #include "core/pdb/Database.h"
 #include "core/pdb/Names.h"
 #include "core/platform/Ansi.h"
+#include "core/platform/Containment.h"
 #include "core/platform/Guards.h"
 #include "core/platform/OwnTexts.h"
 #include "core/platform/Paths.h"
@@ -120,9 +121,7 @@ Path targetIn(const Path& userFolder, const model::Document& doc, Services& serv
     if (userFolder.empty())
         return doc.CurrFilePath;
     const Path place = platform::findIgnoringCase(services.files, userFolder / doc.CurrFilePath.filename());
-    const auto there = services.files.resolve(place);
-    const auto open = services.files.resolve(doc.CurrFilePath);
-    return there && open && there.value() == open.value() ? doc.CurrFilePath : place;
+    return platform::isSamePlace(services.files, place, doc.CurrFilePath) ? doc.CurrFilePath : place;
 }
 
 void adoptPath(model::Document& doc, Services& services, const Path& path) {

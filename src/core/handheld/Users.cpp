@@ -49,17 +49,10 @@ platform::Status learnUsers(Services& services, HandheldDesktop& desktop, int co
     return {};
 }
 
-// The same file, through links and other spellings.
-bool isSameFile(platform::Files& files, const Path& a, const Path& b) {
-    const auto resolvedA = files.resolve(a);
-    const auto resolvedB = files.resolve(b);
-    return a == b || (resolvedA && resolvedB && resolvedA.value() == resolvedB.value());
-}
-
 platform::Status copyIntoFolder(platform::Files& files, const Path& path, const Path& folder, std::string_view name) {
     const Path plain = Path(platform::ansi::toUtf8(pdb::addUnderscore20(name))).filename();
     const Path place = platform::findIgnoringCase(files, folder / plain);
-    if (isSameFile(files, path, place))
+    if (platform::isSamePlace(files, path, place))
         return {};
     if (const platform::Status inside = platform::staysInFolder(files, place); !inside)
         return inside.error();

@@ -17,4 +17,12 @@ Status staysInFolder(Files& files, const std::filesystem::path& path) {
     return Error{.kind = ErrorKind::File, .tag = {}, .text = texts::leadsOut(shownPath(path))};
 }
 
+bool isSamePlace(Files& files, const std::filesystem::path& a, const std::filesystem::path& b) {
+    if (a == b)
+        return true;
+    const auto resolvedA = files.resolve(a);
+    const auto resolvedB = files.resolve(b);
+    return resolvedA && resolvedB && resolvedA.value() == resolvedB.value();
+}
+
 } // namespace tallybook::platform

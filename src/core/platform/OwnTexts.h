@@ -14,9 +14,11 @@ inline constexpr std::string_view kTooManyRecords = "A Tallybook cannot hold mor
 // Shown where a document would be.
 inline constexpr std::string_view kNothingOpen = "Open a Tallybook with Ctrl+O, or drop its file here.";
 
+// Where other databases are looked for, when that is no user's folder.
+inline constexpr std::string_view kOwnFolder = "(this Tallybook's folder)";
+
 // Work that is still to come.
 inline constexpr std::string_view kImageEditor = "Editing images";
-inline constexpr std::string_view kExternalPicker = "Picking a record of another Tallybook";
 inline std::string notBuilt(std::string_view what) {
     return std::string(what) + " is not part of this version yet.";
 }

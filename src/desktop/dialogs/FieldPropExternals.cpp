@@ -12,10 +12,22 @@ namespace tags = design::tags;
 namespace {
 
 constexpr int kNothing = 0;
+constexpr int kFirstRow = 5; // of the match fields, in the grid of their panel
 
-void listTallybooks(QComboBox& box, const FieldPropContext& context) {
-    box.setInsertPolicy(QComboBox::NoInsert);
-    box.addItems(qtEntries(design::otherTallybooks(context.doc, context.services)));
+// Lists the databases of the chosen folder; what stands in the box stays.
+void listTallybooks(QComboBox& box, const design::OtherFolder& folder) {
+    const QString typed = box.currentText();
+    box.clear();
+    box.addItems(qtEntries(folder.tallybooks()));
+    box.setEditText(typed);
+}
+
+void makeLists(QComboBox& users, QComboBox& tallybooks, const design::OtherFolder& folder) {
+    users.addItems(qtEntries(folder.cmbUser()));
+    users.setCurrentIndex(folder.userPosition());
+    users.setEnabled(users.count() > 0);
+    tallybooks.setInsertPolicy(QComboBox::NoInsert);
+    listTallybooks(tallybooks, folder);
 }
 
 // A number that the other database does not have any more is no choice.
@@ -35,7 +47,8 @@ std::vector<design::NumberedEntry> addressBookFields() {
 } // namespace
 
 ExternalPanel::ExternalPanel(const FieldPropContext& context) : FieldPropPanel(context) {
-    listTallybooks(*ui().cmbSource, context);
+    makeLists(*ui().cmbUser, *ui().cmbSource, context.otherFolder);
+    connect(ui().cmbUser, &QComboBox::activated, this, &ExternalPanel::chooseUser);
     connect(ui().cmbSource, &QComboBox::activated, this, &ExternalPanel::chooseSource);
     connect(ui().cmbSource->lineEdit(), &QLineEdit::editingFinished, this, &ExternalPanel::chooseSource);
     connect(ui().cmbFollows, &QComboBox::activated, this, &ExternalPanel::followJoin);
@@ -56,10 +69,16 @@ void ExternalPanel::show() {
     showNumbers(*ui().cmbDisplay, design::otherFields(m_other.get()), external.displayField);
     showNumbers(*ui().cmbJoin, design::otherKeyFields(m_other.get()), external.joinField);
     showNumbers(*ui().cmbFollows, design::joinsOf(db()), external.joinField);
-    const bool unknown = m_other == nullptr && !external.Source.empty();
-    ui().lblExternal->setVisible(unknown);
+    showHint();
+}
+
+void ExternalPanel::showHint() {
+    const bool unknown = m_other == nullptr && !draft().external.Source.empty();
+    const bool elsewhere = !context().otherFolder.isOwn();
+    ui().lblExternal->setVisible(unknown || elsewhere);
     ui().lblExternal->setText(
-        tr("The folder has no such Tallybook: its views and fields are shown by their numbers."));
+        unknown ? tr("The folder has no such Tallybook: its views and fields are shown by their numbers.")
+                : tr("Joins read the other Tallybook from the folder of this one: it has to be there, too."));
 }
 
 void ExternalPanel::take() {
@@ -70,6 +89,16 @@ void ExternalPanel::take() {
     external.joinField = chosenNumber(isLookup() ? *ui().cmbFollows : *ui().cmbJoin);
     if (const auto keyType = design::keyTypeOf(m_other.get(), external.joinField.value_or(0)); keyType && !isLookup())
         external.KeyType = *keyType;
+}
+
+// What is chosen already stays, even if the new folder does not have it.
+void ExternalPanel::chooseUser(int position) {
+    change(tags::kFieldSource, [this, position] {
+        context().otherFolder.chooseUser(position);
+        listTallybooks(*ui().cmbSource, context().otherFolder);
+        m_read.clear();
+        m_other.reset();
+    });
 }
 
 void ExternalPanel::chooseSource() {
@@ -96,7 +125,7 @@ void ExternalPanel::readOther() {
     if (source == m_read)
         return;
     m_read = source;
-    m_other = design::readOtherTallybook(context().doc, services(), source);
+    m_other = context().otherFolder.read(source);
 }
 
 void ExternalPanel::forgetWhatIsNotThere() {
@@ -121,12 +150,12 @@ void AddressPanel::take() {
 }
 
 OneToManyPanel::OneToManyPanel(const FieldPropContext& context) : FieldPropPanel(context) {
-    listTallybooks(*ui().cmbMDSource, context);
+    makeLists(*ui().cmbMDUser, *ui().cmbMDSource, context.otherFolder);
     QWidget* before = ui().txtLabel2;
     const auto place = [&](QWidget* one, const char* name, const QString& accessible, int row, int column) {
         one->setObjectName(QString::fromLatin1(name));
         one->setAccessibleName(accessible);
-        ui().detailGrid->addWidget(one, row + 4, column);
+        ui().detailGrid->addWidget(one, row + kFirstRow, column);
         QWidget::setTabOrder(before, one);
         before = one;
     };
@@ -140,13 +169,21 @@ OneToManyPanel::OneToManyPanel(const FieldPropContext& context) : FieldPropPanel
         place(m_sort[at], "cmbSort", tr("Sort field %1").arg(row + 1), row, 2);
         place(m_options[at], "spnOption", tr("Option %1").arg(row + 1), row, 3);
     }
+    connect(ui().cmbMDUser, &QComboBox::activated, this, &OneToManyPanel::chooseUser);
     const auto read = [this] { change(tags::kFieldSource, [] {}); };
     connect(ui().cmbMDSource, &QComboBox::activated, this, read);
 }
 
+void OneToManyPanel::chooseUser(int position) {
+    change(tags::kFieldSource, [this, position] {
+        context().otherFolder.chooseUser(position);
+        listTallybooks(*ui().cmbMDSource, context().otherFolder);
+    });
+}
+
 void OneToManyPanel::show() {
     const model::OneToManyDef& def = draft().frmMasterDetail;
-    const auto other = design::readOtherTallybook(context().doc, services(), def.Source);
+    const auto other = context().otherFolder.read(def.Source);
     std::vector<design::NumberedEntry> fields = design::otherFields(other.get());
     fields.insert(fields.begin(), {0, " "});
     ui().cmbMDSource->setEditText(toQt(def.Source));

@@ -39,6 +39,7 @@ struct FieldPropContext {
     design::FieldPropDraft& draft;
     model::Document& doc;
     platform::Services& services;
+    design::OtherFolder& otherFolder;
     int slot;
 };
 
@@ -128,9 +129,11 @@ public:
 
 private:
     bool isLookup() const { return draft().type() == model::FieldType::DBLookup; }
+    void chooseUser(int position);
     void chooseSource();
     void followJoin();
     void readOther();
+    void showHint();
     void forgetWhatIsNotThere();
 
     std::string m_read; // the source whose structure is known, or was looked for
@@ -158,6 +161,8 @@ public:
 
 private:
     static constexpr int kRows = 3;
+
+    void chooseUser(int position);
 
     std::array<QComboBox*, kRows> m_match{};
     std::array<QComboBox*, kRows> m_sort{};

@@ -46,10 +46,10 @@ void letGo(QWidget* focus) {
 
 } // namespace
 
-frmFieldProp::frmFieldProp(model::Document& doc, platform::Services& services, int slot, design::FieldPropMode mode,
-                           QWidget* parent)
+frmFieldProp::frmFieldProp(model::Document& doc, platform::Services& services, design::OtherFolder& otherFolder,
+                           int slot, design::FieldPropMode mode, QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::frmFieldProp>()), m_doc(doc), m_services(services), m_slot(slot),
-      m_mode(mode), m_context{*this, *m_ui, m_draft, doc, services, slot} {
+      m_mode(mode), m_context{*this, *m_ui, m_draft, doc, services, otherFolder, slot} {
     m_ui->setupUi(this);
     platform::runOperation(services.ui, tags::kFieldLoading, [this] {
         makePanels();

@@ -17,8 +17,8 @@ class frmFieldProp : public QDialog {
 
 public:
     // All outlive the dialog.
-    frmFieldProp(model::Document& doc, platform::Services& services, int slot, design::FieldPropMode mode,
-                 QWidget* parent);
+    frmFieldProp(model::Document& doc, platform::Services& services, design::OtherFolder& otherFolder, int slot,
+                 design::FieldPropMode mode, QWidget* parent);
     ~frmFieldProp() override;
 
     // Unlike its base's, it goes on while the dialog hides itself for the change of a column.

@@ -244,7 +244,9 @@ void frmMain::fieldProps() {
     if (!slot || !design::mayOpenFieldProps(*m_doc, m_services, *slot))
         return;
     m_document->showDocument();
-    frmFieldProp form(*m_doc, m_services, *slot, design::FieldPropMode::Document, this);
+    design::OtherFolder otherFolder(*m_doc, m_services, m_users,
+                                    [this](const std::string& UserID) { keepUser(UserID); });
+    frmFieldProp form(*m_doc, m_services, otherFolder, *slot, design::FieldPropMode::Document, this);
     if (form.exec() == QDialog::Accepted)
         design::fieldPropsAccepted(*m_doc, m_services, m_choices);
     m_document->leaveHiddenRows();
