@@ -230,7 +230,8 @@ ScriptRunner::Failure ScriptRunner::doType(const Words& words) {
 
 // Lists, dates, memos --------------------------------------------------------------------------------------
 
-// The first record of the other database whose display text is the word, as it would be chosen in the picker.
+// The first record of the other database whose display text is the word, as it would be chosen in the picker; none
+// for a word without characters.
 ScriptRunner::Failure ScriptRunner::pickRecord(const ScriptWord& word) {
     if (Failure failure = needModal(EditAction::Open::ExternalPicker, document::kKeyBlank, "record to pick"))
         return failure;
@@ -238,6 +239,10 @@ ScriptRunner::Failure ScriptRunner::pickRecord(const ScriptWord& word) {
         return std::nullopt;
     m_modal = {};
     document::ExtView view(m_doc);
+    if (word.text.empty()) {
+        view.cmdNone(m_doc);
+        return std::nullopt;
+    }
     m_user.takeSpoke();
     view.AddRecordsToView(m_doc, m_services);
     if (m_user.takeSpoke())

@@ -58,6 +58,18 @@ TEST_F(JoinsVerb, scriptPicksARecord) {
     EXPECT_EQ(test.run({"check", "MS2_Loans.pdb"}).out, "");
 }
 
+TEST_F(JoinsVerb, scriptPicksNoRecord) {
+    const CommandResult result = edit("goto 1 Book\n"
+                                      "pick \"\"\n"
+                                      "expect-cell 1 Book \"\"\n"
+                                      "expect-cell 1 Author \"\"\n"
+                                      "expect-modified yes\n"
+                                      "save\n");
+    EXPECT_EQ(result.code, 0) << result.err;
+    EXPECT_NE(test.run({"cells", "MS2_Loans.pdb"}).out.find("Unfiled,,,,Lotte"), std::string::npos);
+    EXPECT_EQ(test.run({"check", "MS2_Loans.pdb"}).out, "");
+}
+
 TEST_F(JoinsVerb, pickerThatWasClickedTakesAPick) {
     EXPECT_EQ(edit("click 1 Book\npick \"Emma\"\nexpect-cell 1 Author \"Jane Austen\"\n").code, 0);
     EXPECT_EQ(edit("click 1 Book\nkey escape\nexpect-modified no\n").code, 0);

@@ -270,6 +270,17 @@ TEST_F(Picking, theButtonsPickAndCancel) {
     EXPECT_EQ(joined(0), "Caf\xE9 Books/York/30");
 }
 
+TEST_F(Picking, aCellCanReferToNoRecord) {
+    openSample(joinPublishers);
+    pick(0, [](QWidget& window) { QTest::keyClick(window.focusWidget(), Qt::Key_N, Qt::AltModifier); });
+    EXPECT_EQ(joined(0), "//");
+    EXPECT_TRUE(doc().DocModified);
+    pick(0, [](QWidget& window) {
+        EXPECT_FALSE(child<QPushButton>(window, "cmdNone")->isEnabled());
+        press(window, Qt::Key_Escape);
+    });
+}
+
 TEST_F(Picking, thePickerListsWhatTheFileHoldsNow) {
     openSample(joinPublishers);
     putPublishers(
@@ -335,10 +346,10 @@ TEST_F(Picking, everyFieldStandsInForAViewThatIsGone) {
 TEST_F(Picking, theWindowCanBeUsedByKeysAndByEar) {
     openSample(joinPublishers);
     pick(0, [](QWidget& window) {
-        EXPECT_EQ(tabOrder(window), words("txtFind lstRecords cmdOK cmdCancel"));
+        EXPECT_EQ(tabOrder(window), words("txtFind lstRecords cmdNone cmdOK cmdCancel"));
         EXPECT_EQ(defaultButton(window), QStringLiteral("cmdOK"));
         expectNoAccessKeyTwice(window);
-        for (const char* name : {"txtFind", "lstRecords", "cmdOK", "cmdCancel"}) {
+        for (const char* name : {"txtFind", "lstRecords", "cmdNone", "cmdOK", "cmdCancel"}) {
             QAccessibleInterface* control = QAccessible::queryAccessibleInterface(child<QWidget>(window, name));
             ASSERT_NE(control, nullptr) << name;
             EXPECT_FALSE(control->text(QAccessible::Name).isEmpty()) << name;

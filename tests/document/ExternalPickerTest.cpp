@@ -111,6 +111,20 @@ TEST_F(ExternalPicker, firstRecordCanBeChosen) {
     EXPECT_EQ(cell(0, 2), "n");
 }
 
+TEST_F(ExternalPicker, noRecordEmptiesTheCellAndItsLookups) {
+    ExtView view(doc);
+    view.AddRecordsToView(doc, t);
+    view.cmdOK(doc, 2);
+    doc.DocModified = false;
+    doc.grd.setCell(3, 1); // wherever the window left it
+    view.cmdNone(doc);
+    EXPECT_EQ(cell(0, 1), "");
+    EXPECT_EQ(key(0), "");
+    EXPECT_EQ(cell(0, 2), "");
+    EXPECT_EQ(doc.grd.row(), 2);
+    EXPECT_TRUE(doc.DocModified);
+}
+
 TEST_F(ExternalPicker, nothingChosenChangesNothing) {
     ExtView view(doc);
     view.AddRecordsToView(doc, t);

@@ -259,7 +259,7 @@ TEST_F(OpenDialogTest, browsingToAnOlderFileConvertsItWhereItLies) {
     OpenDialog shown = dialog();
     EXPECT_FALSE(shown.cmdBrowse("/home/MSA_Old.pdb"));
     EXPECT_TRUE(t.files.has("/home/MS2_Old.pdb"));
-    EXPECT_THAT(said(), IsEmpty());
+    EXPECT_THAT(said(), ElementsAre("The Tallybook was converted to \"/home/MS2_Old.pdb\"."));
 }
 
 TEST_F(OpenDialogTest, installIsForOneUserOrForAll) {

@@ -106,4 +106,9 @@ void ExtView::cmdOK(model::Document& doc, std::optional<std::uint32_t> SelectedE
         chooseJoinRow(doc, m_slot, m_row - model::kFirstDataRow, *SelectedExtRow);
 }
 
+void ExtView::cmdNone(model::Document& doc) const {
+    doc.grd.setCell(m_row, model::columnOfSlot(m_slot));
+    typeJoinKey(doc, m_slot, m_row - model::kFirstDataRow, {});
+}
+
 } // namespace tallybook::document

@@ -51,6 +51,9 @@ public:
     // cell stays as it is, as after Cancel.
     void cmdOK(model::Document& doc, std::optional<std::uint32_t> SelectedExtRow) const;
 
+    // No record: the cell, which becomes the current one again, refers to none, and its lookups are empty.
+    void cmdNone(model::Document& doc) const;
+
 private:
     int m_row;  // of the grid
     int m_slot; // CurrField

@@ -4,6 +4,7 @@
 #include "core/document/OpenSave.h"
 #include "core/pdb/Names.h"
 #include "core/platform/Containment.h"
+#include "core/platform/OwnTexts.h"
 #include "core/platform/Paths.h"
 #include "core/platform/RecycleBin.h"
 
@@ -129,8 +130,11 @@ void OpenDialog::convert(const Path& path, std::string_view failure) {
         say(m_services, inside.error().text, Icon::Critical);
         return;
     }
-    if (document::convertOlder(m_services, path, target, failure) == document::Outcome::Done)
-        fill();
+    if (document::convertOlder(m_services, path, target, failure) != document::Outcome::Done)
+        return;
+    fill();
+    if (m_user < 0 || !platform::isSamePlace(m_services.files, target.parent_path(), folder()))
+        say(m_services, platform::texts::convertedTo(platform::shownPath(target)), Icon::Information);
 }
 
 InstallDialog::InstallDialog(UserList& users) : userPosition(users.shownPosition()), m_users(users) {}

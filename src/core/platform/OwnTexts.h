@@ -14,9 +14,6 @@ inline constexpr std::string_view kTooManyRecords = "A Tallybook cannot hold mor
 // Shown where a document would be.
 inline constexpr std::string_view kNothingOpen = "Open a Tallybook with Ctrl+O, or drop its file here.";
 
-// Where other databases are looked for, when that is no user's folder.
-inline constexpr std::string_view kOwnFolder = "(this Tallybook's folder)";
-
 // Work that is still to come.
 inline constexpr std::string_view kImageEditor = "Editing images";
 inline std::string notBuilt(std::string_view what) {
@@ -104,7 +101,13 @@ inline std::string replaceFile(std::string_view path) {
     return quoted(path) + " exists already.  Do you want to replace it?";
 }
 
-// The handheld's users and their install queue.
+// The handheld's users, their databases and their install queue.
+// The user list's entry for a folder that is no user's.
+inline constexpr std::string_view kOwnFolder = "(this Tallybook's folder)";
+// Said of a file in another folder than the one that is listed.
+inline std::string convertedTo(std::string_view path) {
+    return "The Tallybook was converted to " + quoted(path) + '.';
+}
 inline std::string userGone(std::string_view user) {
     return "The folder of the user " + quoted(user) + " is not there any more.";
 }

@@ -53,6 +53,11 @@ frmExtView::frmExtView(const document::ExtView& view, const Contents& contents, 
     connect(m_ui->lstRecords, &QTreeView::doubleClicked, this, &QDialog::accept);
     connect(m_ui->cmdOK, &QPushButton::clicked, this, &QDialog::accept);
     connect(m_ui->cmdCancel, &QPushButton::clicked, this, &QDialog::reject);
+    connect(m_ui->cmdNone, &QPushButton::clicked, this, [this] {
+        m_wantsNone = true;
+        accept();
+    });
+    m_ui->cmdNone->setEnabled(contents.mayBeEmptied);
     showSelected();
     m_ui->txtFind->setFocus();
 }

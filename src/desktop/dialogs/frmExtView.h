@@ -25,6 +25,7 @@ public:
         QString fieldName;
         QString find;                        // to begin with
         std::optional<std::uint32_t> record; // that the cell refers to
+        bool mayBeEmptied = false;           // the cell refers to something
     };
 
     // The view outlives the dialog.
@@ -33,6 +34,8 @@ public:
 
     // The record that is selected in the list.
     std::optional<std::uint32_t> SelectedExtRow() const;
+    // Accepted by cmdNone: the cell is to refer to no record.
+    bool wantsNone() const { return m_wantsNone; }
 
     void setVisible(bool visible) override;
 
@@ -49,6 +52,7 @@ private:
     std::unique_ptr<Ui::frmExtView> m_ui;
     const document::ExtView& m_view;
     ExtViewModel* m_model;
+    bool m_wantsNone = false;
 };
 
 } // namespace tallybook::desktop

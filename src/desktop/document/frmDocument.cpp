@@ -285,12 +285,18 @@ void frmDocument::openExternalPicker(const EditAction& action) {
         contents.fieldName = toQt(m_doc->CurrDB20.Fields[m_doc->CurrField].Name);
         contents.find = toQt(action.text);
         contents.record = view.rowOfCell(*m_doc, m_services.regional);
+        contents.mayBeEmptied = !m_doc->grd.text(m_doc->grd.row(), m_doc->grd.col()).empty();
     });
     if (!read)
         return;
     frmExtView window(view, contents, this);
     if (window.exec() == QDialog::Accepted)
-        platform::runOperation(m_services.ui, ExtView::kOk, [&] { view.cmdOK(*m_doc, window.SelectedExtRow()); });
+        platform::runOperation(m_services.ui, ExtView::kOk, [&] {
+            if (window.wantsNone())
+                view.cmdNone(*m_doc);
+            else
+                view.cmdOK(*m_doc, window.SelectedExtRow());
+        });
     showDocument();
 }
 
