@@ -7,7 +7,6 @@
 #include "core/calc/Ansi.h"
 #include "core/document/Sort.h"
 
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -67,23 +66,20 @@ ExitCode cells(const CellsOptions& options, Terminal& terminal) {
 
 } // namespace
 
-void addCells(CLI::App& app, Terminal& terminal, ExitCode& code) {
+void addCells(Verb& command, Terminal& terminal, ExitCode& code) {
     auto options = std::make_shared<CellsOptions>();
-    CLI::App* verb = app.add_subcommand("cells", "Print what the grid shows after opening");
-    addFileArgument(*verb, options->file);
-    auto* forms = verb->add_option_group("form");
-    forms->add_flag("--csv", options->csv, "Comma-separated, quoted as RFC 4180 says (the default)");
-    forms->add_flag("--tsv", options->tsv, "Tab-separated, with \\t \\n \\r \\\\ for what would break a line");
-    forms->add_flag("--json", options->json, "An object with the fields and the records");
-    forms->require_option(0, 1);
-    verb->add_flag("-n,--numbers", options->numbers, "Begin each row with the number of its record");
-    verb->add_option("--sort", options->sort,
-                     "Sort on FIELD (a name, or @ and a slot), with :desc the greatest first");
-    verb->add_option("--view", options->view, "Show this view, or \"Show All Fields\"");
-    verb->add_option("--filter", options->filters, "Use this filter, or \"No Filter\"; several hold together")
-        ->allow_extra_args(false);
-    addOpenOptions(*verb, options->common);
-    verb->callback([options, &terminal, &code] { code = cells(*options, terminal); });
+    Verb verb = command.verb("cells", "Print what the grid shows after opening");
+    addFileArgument(verb, options->file);
+    Verb forms = verb.alternatives("form");
+    forms.flag("--csv", options->csv, "Comma-separated, quoted as RFC 4180 says (the default)");
+    forms.flag("--tsv", options->tsv, "Tab-separated, with \\t \\n \\r \\\\ for what would break a line");
+    forms.flag("--json", options->json, "An object with the fields and the records");
+    verb.flag("-n,--numbers", options->numbers, "Begin each row with the number of its record");
+    verb.option("--sort", options->sort, "Sort on FIELD (a name, or @ and a slot), with :desc the greatest first");
+    verb.option("--view", options->view, "Show this view, or \"Show All Fields\"");
+    verb.option("--filter", options->filters, "Use this filter, or \"No Filter\"; several hold together");
+    addOpenOptions(verb, options->common);
+    verb.runs([options, &terminal, &code] { code = cells(*options, terminal); });
 }
 
 } // namespace tallybook::cli

@@ -5,7 +5,6 @@
 #include "cli/TerminalUser.h"
 #include "cli/Verbs.h"
 
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <ostream>
 
@@ -33,12 +32,12 @@ ExitCode check(const CheckOptions& options, Terminal& terminal) {
 
 } // namespace
 
-void addCheck(CLI::App& app, Terminal& terminal, ExitCode& code) {
+void addCheck(Verb& command, Terminal& terminal, ExitCode& code) {
     auto options = std::make_shared<CheckOptions>();
-    CLI::App* verb = app.add_subcommand("check", "Say what is wrong with a file, with record number and byte");
-    addFileArgument(*verb, options->file);
-    addRegionOption(*verb, options->common.region);
-    verb->callback([options, &terminal, &code] { code = check(*options, terminal); });
+    Verb verb = command.verb("check", "Say what is wrong with a file, with record number and byte");
+    addFileArgument(verb, options->file);
+    addRegionOption(verb, options->common.region);
+    verb.runs([options, &terminal, &code] { code = check(*options, terminal); });
 }
 
 } // namespace tallybook::cli

@@ -3,7 +3,6 @@
 #include "cli/Verbs.h"
 #include "core/document/OpenSave.h"
 
-#include <CLI/CLI.hpp>
 #include <memory>
 
 namespace tallybook::cli {
@@ -31,13 +30,13 @@ ExitCode convert(const ConvertOptions& options, Terminal& terminal) {
 
 } // namespace
 
-void addConvert(CLI::App& app, Terminal& terminal, ExitCode& code) {
+void addConvert(Verb& command, Terminal& terminal, ExitCode& code) {
     auto options = std::make_shared<ConvertOptions>();
-    CLI::App* verb = app.add_subcommand("convert", "Write a database of the older format in the present one");
-    verb->add_option("OLD", options->older, "The database of the older format, which stays as it is")->required();
-    verb->add_option("NEW", options->present, "The file to write; its name begins with MS2_")->required();
-    addOpenOptions(*verb, options->common);
-    verb->callback([options, &terminal, &code] { code = convert(*options, terminal); });
+    Verb verb = command.verb("convert", "Write a database of the older format in the present one");
+    verb.argument("OLD", options->older, "The database of the older format, which stays as it is");
+    verb.argument("NEW", options->present, "The file to write; its name begins with MS2_");
+    addOpenOptions(verb, options->common);
+    verb.runs([options, &terminal, &code] { code = convert(*options, terminal); });
 }
 
 } // namespace tallybook::cli

@@ -8,7 +8,6 @@
 #include "core/pdb/Passwords.h"
 #include "core/platform/Paths.h"
 
-#include <CLI/CLI.hpp>
 #include <memory>
 
 namespace tallybook::cli {
@@ -54,12 +53,12 @@ ExitCode dump(const DumpOptions& options, Terminal& terminal) {
 
 } // namespace
 
-void addDump(CLI::App& app, Terminal& terminal, ExitCode& code) {
+void addDump(Verb& command, Terminal& terminal, ExitCode& code) {
     auto options = std::make_shared<DumpOptions>();
-    CLI::App* verb = app.add_subcommand("dump", "Print every byte of a file as JSON, with its meaning");
-    addFileArgument(*verb, options->file);
-    addOpenOptions(*verb, options->common);
-    verb->callback([options, &terminal, &code] { code = dump(*options, terminal); });
+    Verb verb = command.verb("dump", "Print every byte of a file as JSON, with its meaning");
+    addFileArgument(verb, options->file);
+    addOpenOptions(verb, options->common);
+    verb.runs([options, &terminal, &code] { code = dump(*options, terminal); });
 }
 
 } // namespace tallybook::cli

@@ -8,7 +8,6 @@
 #include "core/calc/Ansi.h"
 #include "core/document/CellEditing.h"
 
-#include <CLI/CLI.hpp>
 #include <fstream>
 #include <iterator>
 #include <memory>
@@ -106,14 +105,14 @@ ExitCode edit(const EditOptions& options, Terminal& terminal) {
 
 } // namespace
 
-void addEdit(CLI::App& app, Terminal& terminal, ExitCode& code) {
+void addEdit(Verb& command, Terminal& terminal, ExitCode& code) {
     auto options = std::make_shared<EditOptions>();
-    CLI::App* verb = app.add_subcommand("edit", "Change records by a script of the grid's own operations");
-    addFileArgument(*verb, options->file);
-    verb->add_option("--script", options->script, "The script, or - for standard input")->required();
-    verb->add_option("--out", options->out, "Save the result there and leave FILE alone");
-    addOpenOptions(*verb, options->common);
-    verb->callback([options, &terminal, &code] { code = edit(*options, terminal); });
+    Verb verb = command.verb("edit", "Change records by a script of the grid's own operations");
+    addFileArgument(verb, options->file);
+    verb.option("--script", options->script, "The script, or - for standard input").required();
+    verb.option("--out", options->out, "Save the result there and leave FILE alone");
+    addOpenOptions(verb, options->common);
+    verb.runs([options, &terminal, &code] { code = edit(*options, terminal); });
 }
 
 } // namespace tallybook::cli

@@ -6,7 +6,6 @@
 #include "core/calc/ExpressionWords.h"
 #include "core/design/ExpressionStore.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
 #include <ostream>
@@ -74,15 +73,14 @@ ExitCode check(const ExprOptions& options, Terminal& terminal) {
 
 } // namespace
 
-void addExpr(CLI::App& app, Terminal& terminal, ExitCode& code) {
+void addExpr(Verb& command, Terminal& terminal, ExitCode& code) {
     auto options = std::make_shared<ExprOptions>();
-    CLI::App* verb = app.add_subcommand("expr", "Work with expressions");
-    verb->require_subcommand(1);
-    CLI::App* checks = verb->add_subcommand("check", "Compile an advanced expression against a file's fields");
-    addFileArgument(*checks, options->file);
-    checks->add_option("TEXT", options->text, "The expression; behind -- when it begins with a minus")->required();
-    addOpenOptions(*checks, options->common);
-    checks->callback([options, &terminal, &code] { code = check(*options, terminal); });
+    Verb verb = command.verb("expr", "Work with expressions");
+    Verb checks = verb.verb("check", "Compile an advanced expression against a file's fields");
+    addFileArgument(checks, options->file);
+    checks.argument("TEXT", options->text, "The expression; behind -- when it begins with a minus");
+    addOpenOptions(checks, options->common);
+    checks.runs([options, &terminal, &code] { code = check(*options, terminal); });
 }
 
 } // namespace tallybook::cli

@@ -8,7 +8,6 @@
 #include "core/calc/Ansi.h"
 #include "core/document/CellSearch.h"
 
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <ostream>
 
@@ -73,18 +72,18 @@ ExitCode find(const FindOptions& options, Terminal& terminal) {
 
 } // namespace
 
-void addFind(CLI::App& app, Terminal& terminal, ExitCode& code) {
+void addFind(Verb& command, Terminal& terminal, ExitCode& code) {
     auto options = std::make_shared<FindOptions>();
-    CLI::App* verb = app.add_subcommand("find", "Print the record, the field and the text of each cell that matches");
-    addFileArgument(*verb, options->file);
-    verb->add_option("TEXT", options->text, "What is looked for in the cells' texts")->required();
-    verb->add_flag("--case", options->settings.chkCase, "Letters as they are written");
-    verb->add_flag("--whole-word", options->settings.chkWholeWord, "No letter or digit on either side");
-    verb->add_flag("--expression", options->settings.chkExpression,
-                   "TEXT is a pattern of the whole cell (? * # [list] [!list]); patterns apart at +");
-    verb->add_flag("--backward", options->backward, "From the last cell to the first");
-    addOpenOptions(*verb, options->common);
-    verb->callback([options, &terminal, &code] { code = find(*options, terminal); });
+    Verb verb = command.verb("find", "Print the record, the field and the text of each cell that matches");
+    addFileArgument(verb, options->file);
+    verb.argument("TEXT", options->text, "What is looked for in the cells' texts");
+    verb.flag("--case", options->settings.chkCase, "Letters as they are written");
+    verb.flag("--whole-word", options->settings.chkWholeWord, "No letter or digit on either side");
+    verb.flag("--expression", options->settings.chkExpression,
+              "TEXT is a pattern of the whole cell (? * # [list] [!list]); patterns apart at +");
+    verb.flag("--backward", options->backward, "From the last cell to the first");
+    addOpenOptions(verb, options->common);
+    verb.runs([options, &terminal, &code] { code = find(*options, terminal); });
 }
 
 } // namespace tallybook::cli

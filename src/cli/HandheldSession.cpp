@@ -9,8 +9,6 @@
 #include "core/platform/AppFolders.h"
 #include "core/shell/ProgramSettings.h"
 
-#include <CLI/CLI.hpp>
-
 namespace tallybook::cli {
 
 namespace {
@@ -32,16 +30,16 @@ Path settingOf(const HandheldOptions& options, const platform::Settings& setting
 
 } // namespace
 
-void addHandheldOptions(CLI::App& verb, HandheldOptions& options) {
-    verb.add_option("--handheld", options.handheld,
-                    "Folder of the handheld's desktop software, or \"own\"; otherwise as the window is set");
-    verb.add_option("--application-folder", options.applicationFolder,
-                    "Folder that holds the users of the program's own; otherwise that of the window")
-        ->check(CLI::ExistingDirectory);
+void addHandheldOptions(Verb& verb, HandheldOptions& options) {
+    verb.option("--handheld", options.handheld,
+                "Folder of the handheld's desktop software, or \"own\"; otherwise as the window is set");
+    verb.option("--application-folder", options.applicationFolder,
+                "Folder that holds the users of the program's own; otherwise that of the window")
+        .existingFolder();
 }
 
-void addUserOption(CLI::App& verb, HandheldOptions& options) {
-    verb.add_option("--user", options.user, "The user's name; otherwise the one chosen last in the window");
+void addUserOption(Verb& verb, HandheldOptions& options) {
+    verb.option("--user", options.user, "The user's name; otherwise the one chosen last in the window");
 }
 
 HandheldSession::HandheldSession(Terminal& terminal, const HandheldOptions& options)

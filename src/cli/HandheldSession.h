@@ -5,6 +5,7 @@
 #include "adapters/SystemClock.h"
 #include "cli/Terminal.h"
 #include "cli/TerminalUser.h"
+#include "cli/Verb.h"
 #include "core/handheld/Users.h"
 #include "core/platform/Services.h"
 
@@ -12,10 +13,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-
-namespace CLI {
-class App;
-}
 
 namespace tallybook::cli {
 
@@ -26,8 +23,8 @@ struct HandheldOptions {
     std::filesystem::path applicationFolder; // empty: that of the window
 };
 
-void addHandheldOptions(CLI::App& verb, HandheldOptions& options);
-void addUserOption(CLI::App& verb, HandheldOptions& options);
+void addHandheldOptions(Verb& verb, HandheldOptions& options);
+void addUserOption(Verb& verb, HandheldOptions& options);
 
 class HandheldSession {
 public:

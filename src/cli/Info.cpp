@@ -5,7 +5,6 @@
 #include "cli/Verbs.h"
 #include "core/calc/Ansi.h"
 
-#include <CLI/CLI.hpp>
 #include <iomanip>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -172,13 +171,13 @@ ExitCode info(const InfoOptions& options, Terminal& terminal) {
 
 } // namespace
 
-void addInfo(CLI::App& app, Terminal& terminal, ExitCode& code) {
+void addInfo(Verb& command, Terminal& terminal, ExitCode& code) {
     auto options = std::make_shared<InfoOptions>();
-    CLI::App* verb = app.add_subcommand("info", "Print what a database is made of");
-    addFileArgument(*verb, options->file);
-    verb->add_flag("--json", options->json, "As JSON, with every attribute");
-    addOpenOptions(*verb, options->common);
-    verb->callback([options, &terminal, &code] { code = info(*options, terminal); });
+    Verb verb = command.verb("info", "Print what a database is made of");
+    addFileArgument(verb, options->file);
+    verb.flag("--json", options->json, "As JSON, with every attribute");
+    addOpenOptions(verb, options->common);
+    verb.runs([options, &terminal, &code] { code = info(*options, terminal); });
 }
 
 } // namespace tallybook::cli

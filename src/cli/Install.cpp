@@ -8,7 +8,6 @@
 #include "core/platform/Paths.h"
 #include "core/shell/OpenChoice.h"
 
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <ostream>
 
@@ -56,14 +55,14 @@ ExitCode install(const InstallOptions& options, Terminal& terminal) {
 
 } // namespace
 
-void addInstall(CLI::App& app, Terminal& terminal, ExitCode& code) {
+void addInstall(Verb& command, Terminal& terminal, ExitCode& code) {
     auto options = std::make_shared<InstallOptions>();
-    CLI::App* verb = app.add_subcommand("install", "Queue a database for the handheld's next sync");
-    addFileArgument(*verb, options->file);
-    addUserOption(*verb, options->handheld);
-    verb->add_flag("--all", options->all, "For all users")->excludes("--user");
-    addHandheldOptions(*verb, options->handheld);
-    verb->callback([options, &terminal, &code] { code = install(*options, terminal); });
+    Verb verb = command.verb("install", "Queue a database for the handheld's next sync");
+    addFileArgument(verb, options->file);
+    addUserOption(verb, options->handheld);
+    verb.flag("--all", options->all, "For all users").excludes("--user");
+    addHandheldOptions(verb, options->handheld);
+    verb.runs([options, &terminal, &code] { code = install(*options, terminal); });
 }
 
 } // namespace tallybook::cli

@@ -6,7 +6,6 @@
 #include "core/calc/Ansi.h"
 #include "core/handheld/DatabaseList.h"
 
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <ostream>
 
@@ -45,13 +44,13 @@ ExitCode list(const HandheldOptions& options, Terminal& terminal) {
 
 } // namespace
 
-void addList(CLI::App& app, Terminal& terminal, ExitCode& code) {
+void addList(Verb& command, Terminal& terminal, ExitCode& code) {
     auto options = std::make_shared<HandheldOptions>();
-    CLI::App* verb = app.add_subcommand("list", "Print the databases of a handheld user");
-    addUserOption(*verb, *options);
-    addHandheldOptions(*verb, *options);
-    addRegionOption(*verb, options->region);
-    verb->callback([options, &terminal, &code] { code = list(*options, terminal); });
+    Verb verb = command.verb("list", "Print the databases of a handheld user");
+    addUserOption(verb, *options);
+    addHandheldOptions(verb, *options);
+    addRegionOption(verb, options->region);
+    verb.runs([options, &terminal, &code] { code = list(*options, terminal); });
 }
 
 } // namespace tallybook::cli

@@ -7,7 +7,6 @@
 #include "core/document/OpenSave.h"
 #include "core/pdb/Names.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <fstream>
 #include <iterator>
@@ -86,13 +85,13 @@ ExitCode make(const NewOptions& options, Terminal& terminal) {
 
 } // namespace
 
-void addNew(CLI::App& app, Terminal& terminal, ExitCode& code) {
+void addNew(Verb& command, Terminal& terminal, ExitCode& code) {
     auto options = std::make_shared<NewOptions>();
-    CLI::App* verb = app.add_subcommand("new", "Make a database from a description");
-    verb->add_option("FILE", options->file, "The file to write; its name starts with MS2_")->required();
-    verb->add_option("--schema", options->schema, "The description, in JSON")->required()->check(CLI::ExistingFile);
-    addOpenOptions(*verb, options->common);
-    verb->callback([options, &terminal, &code] { code = make(*options, terminal); });
+    Verb verb = command.verb("new", "Make a database from a description");
+    verb.argument("FILE", options->file, "The file to write; its name starts with MS2_");
+    verb.option("--schema", options->schema, "The description, in JSON").required().existingFile();
+    addOpenOptions(verb, options->common);
+    verb.runs([options, &terminal, &code] { code = make(*options, terminal); });
 }
 
 } // namespace tallybook::cli

@@ -2,7 +2,6 @@
 
 #include "cli/Regions.h"
 
-#include <CLI/CLI.hpp>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -25,27 +24,24 @@ std::optional<std::string> CommonOptions::password() const {
     return line;
 }
 
-void addRegionOption(CLI::App& verb, std::string& region) {
+void addRegionOption(Verb& verb, std::string& region) {
     std::vector<std::string> names;
     for (const std::string_view name : regionNames())
         names.emplace_back(name);
-    verb.add_option("--region", region, "How dates, times and numbers are written (us, uk, de, se)")
-        ->check(CLI::IsMember(names))
-        ->capture_default_str();
+    verb.option("--region", region, "How dates, times and numbers are written (us, uk, de, se)").among(names);
 }
 
-void addOpenOptions(CLI::App& verb, CommonOptions& options) {
+void addOpenOptions(Verb& verb, CommonOptions& options) {
     addRegionOption(verb, options.region);
-    verb.add_option("--password-file", options.passwordFile, "File whose first line is the password")
-        ->check(CLI::ExistingFile);
-    verb.add_option("--application-folder", options.applicationFolder,
-                    "Folder that holds Temp and Backup; a private one is used and removed otherwise")
-        ->check(CLI::ExistingDirectory);
-    verb.add_flag("-y,--yes", options.yes, "Answer every question with Yes or OK");
+    verb.option("--password-file", options.passwordFile, "File whose first line is the password").existingFile();
+    verb.option("--application-folder", options.applicationFolder,
+                "Folder that holds Temp and Backup; a private one is used and removed otherwise")
+        .existingFolder();
+    verb.flag("-y,--yes", options.yes, "Answer every question with Yes or OK");
 }
 
-void addFileArgument(CLI::App& verb, std::filesystem::path& file) {
-    verb.add_option("FILE", file, "The database")->required();
+void addFileArgument(Verb& verb, std::filesystem::path& file) {
+    verb.argument("FILE", file, "The database");
 }
 
 } // namespace tallybook::cli

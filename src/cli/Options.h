@@ -1,15 +1,12 @@
 // The options that every verb understands.
 #pragma once
 
+#include "cli/Verb.h"
 #include "core/platform/Regional.h"
 
 #include <filesystem>
 #include <optional>
 #include <string>
-
-namespace CLI {
-class App;
-}
 
 namespace tallybook::cli {
 
@@ -25,11 +22,11 @@ struct CommonOptions {
     std::optional<std::string> password() const;
 };
 
-void addRegionOption(CLI::App& verb, std::string& region);
+void addRegionOption(Verb& verb, std::string& region);
 // The options of a verb that opens a database: region, passwords, application folder, answers.
-void addOpenOptions(CLI::App& verb, CommonOptions& options);
+void addOpenOptions(Verb& verb, CommonOptions& options);
 
 // The argument FILE, which must exist.
-void addFileArgument(CLI::App& verb, std::filesystem::path& file);
+void addFileArgument(Verb& verb, std::filesystem::path& file);
 
 } // namespace tallybook::cli

@@ -21,25 +21,25 @@ ExitCode explain(const CLI::App& app, const CLI::ParseError& error, Terminal& te
 ExitCode run(const std::vector<std::string>& arguments, Terminal& terminal) {
     CLI::App app("Looks into, checks, saves and edits Tallybook databases.", "tallybook");
     app.set_version_flag("--version", "tallybook " TALLYBOOK_VERSION);
-    app.require_subcommand(1);
     app.footer("Exit code: 0 done, 1 refused (the reason on standard error), 2 wrong command line.");
     ExitCode code = ExitCode::Done;
-    addInfo(app, terminal, code);
-    addCells(app, terminal, code);
-    addFind(app, terminal, code);
-    addDump(app, terminal, code);
-    addSave(app, terminal, code);
-    addConvert(app, terminal, code);
-    addRecalc(app, terminal, code);
-    addCheck(app, terminal, code);
-    addEdit(app, terminal, code);
-    addExpr(app, terminal, code);
-    addUsers(app, terminal, code);
-    addList(app, terminal, code);
-    addInstall(app, terminal, code);
-    addNew(app, terminal, code);
-    addSchema(app, terminal, code);
-    addRetype(app, terminal, code);
+    Verb command(app);
+    addInfo(command, terminal, code);
+    addCells(command, terminal, code);
+    addFind(command, terminal, code);
+    addDump(command, terminal, code);
+    addSave(command, terminal, code);
+    addConvert(command, terminal, code);
+    addRecalc(command, terminal, code);
+    addCheck(command, terminal, code);
+    addEdit(command, terminal, code);
+    addExpr(command, terminal, code);
+    addUsers(command, terminal, code);
+    addList(command, terminal, code);
+    addInstall(command, terminal, code);
+    addNew(command, terminal, code);
+    addSchema(command, terminal, code);
+    addRetype(command, terminal, code);
     try {
         // The parser takes its arguments from the back.
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));

@@ -3,7 +3,6 @@
 #include "cli/Verbs.h"
 #include "core/document/Recalculate.h"
 
-#include <CLI/CLI.hpp>
 #include <memory>
 
 namespace tallybook::cli {
@@ -27,14 +26,13 @@ ExitCode recalc(const RecalcOptions& options, Terminal& terminal) {
 
 } // namespace
 
-void addRecalc(CLI::App& app, Terminal& terminal, ExitCode& code) {
+void addRecalc(Verb& command, Terminal& terminal, ExitCode& code) {
     auto options = std::make_shared<RecalcOptions>();
-    CLI::App* verb =
-        app.add_subcommand("recalc", "Compute the calculated fields anew and save the database elsewhere");
-    addFileArgument(*verb, options->file);
-    verb->add_option("--out", options->out, "The file to write, replaced whole when it exists")->required();
-    addOpenOptions(*verb, options->common);
-    verb->callback([options, &terminal, &code] { code = recalc(*options, terminal); });
+    Verb verb = command.verb("recalc", "Compute the calculated fields anew and save the database elsewhere");
+    addFileArgument(verb, options->file);
+    verb.option("--out", options->out, "The file to write, replaced whole when it exists").required();
+    addOpenOptions(verb, options->common);
+    verb.runs([options, &terminal, &code] { code = recalc(*options, terminal); });
 }
 
 } // namespace tallybook::cli

@@ -9,7 +9,6 @@
 #include "core/design/FieldProps.h"
 #include "core/document/Recalculate.h"
 
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <ostream>
 #include <string>
@@ -113,29 +112,29 @@ ExitCode retype(const RetypeOptions& options, Terminal& terminal) {
 }
 
 // A question with two options, one for each answer.
-void addAnswers(CLI::App& verb, const char* yes, bool& yesGiven, const char* yesText, const char* no, bool& noGiven,
+void addAnswers(Verb& verb, const char* yes, bool& yesGiven, const char* yesText, const char* no, bool& noGiven,
                 const char* noText) {
-    CLI::Option* first = verb.add_flag(yes, yesGiven, yesText);
-    verb.add_flag(no, noGiven, noText)->excludes(first);
+    verb.flag(yes, yesGiven, yesText);
+    verb.flag(no, noGiven, noText).excludes(yes);
 }
 
 } // namespace
 
-void addRetype(CLI::App& app, Terminal& terminal, ExitCode& code) {
+void addRetype(Verb& command, Terminal& terminal, ExitCode& code) {
     auto options = std::make_shared<RetypeOptions>();
-    CLI::App* verb = app.add_subcommand("retype", "Change the type of a field and save the database elsewhere");
-    addFileArgument(*verb, options->file);
-    verb->add_option("FIELD", options->field, "The field's name, or @ and its slot")->required();
-    verb->add_option("TYPE", options->type, "The new type, as \"Auto Incremental\"")->required();
-    verb->add_option("--out", options->out, "The file to write, replaced whole when it exists")->required();
-    verb->add_option("--attributes", options->attributes, "What the new type needs, as members of a description");
-    verb->add_flag("--convert", options->convert, "Convert the values, some of which may be lost");
-    addAnswers(*verb, "--new-keys", options->newKeys, "To Key: the column's numbers become the records' keys",
+    Verb verb = command.verb("retype", "Change the type of a field and save the database elsewhere");
+    addFileArgument(verb, options->file);
+    verb.argument("FIELD", options->field, "The field's name, or @ and its slot");
+    verb.argument("TYPE", options->type, "The new type, as \"Auto Incremental\"");
+    verb.option("--out", options->out, "The file to write, replaced whole when it exists").required();
+    verb.option("--attributes", options->attributes, "What the new type needs, as members of a description");
+    verb.flag("--convert", options->convert, "Convert the values, some of which may be lost");
+    addAnswers(verb, "--new-keys", options->newKeys, "To Key: the column's numbers become the records' keys",
                "--keep-keys", options->keepKeys, "To Key: the records keep their keys");
-    addAnswers(*verb, "--new-list", options->newList, "To List: the field's old items give way to the column's texts",
+    addAnswers(verb, "--new-list", options->newList, "To List: the field's old items give way to the column's texts",
                "--keep-list", options->keepList, "To List: the field keeps the items that it has");
-    addOpenOptions(*verb, options->common);
-    verb->callback([options, &terminal, &code] { code = retype(*options, terminal); });
+    addOpenOptions(verb, options->common);
+    verb.runs([options, &terminal, &code] { code = retype(*options, terminal); });
 }
 
 } // namespace tallybook::cli

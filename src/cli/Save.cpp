@@ -2,7 +2,6 @@
 #include "cli/Session.h"
 #include "cli/Verbs.h"
 
-#include <CLI/CLI.hpp>
 #include <memory>
 
 namespace tallybook::cli {
@@ -24,13 +23,13 @@ ExitCode save(const SaveOptions& options, Terminal& terminal) {
 
 } // namespace
 
-void addSave(CLI::App& app, Terminal& terminal, ExitCode& code) {
+void addSave(Verb& command, Terminal& terminal, ExitCode& code) {
     auto options = std::make_shared<SaveOptions>();
-    CLI::App* verb = app.add_subcommand("save", "Open a database and save it elsewhere, as the desktop does");
-    addFileArgument(*verb, options->file);
-    verb->add_option("OUT", options->out, "The file to write, replaced whole when it exists")->required();
-    addOpenOptions(*verb, options->common);
-    verb->callback([options, &terminal, &code] { code = save(*options, terminal); });
+    Verb verb = command.verb("save", "Open a database and save it elsewhere, as the desktop does");
+    addFileArgument(verb, options->file);
+    verb.argument("OUT", options->out, "The file to write, replaced whole when it exists");
+    addOpenOptions(verb, options->common);
+    verb.runs([options, &terminal, &code] { code = save(*options, terminal); });
 }
 
 } // namespace tallybook::cli

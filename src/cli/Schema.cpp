@@ -6,7 +6,6 @@
 #include "core/calc/Ansi.h"
 #include "core/pdb/Names.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
 #include <ostream>
@@ -41,12 +40,12 @@ ExitCode schema(const SchemaOptions& options, Terminal& terminal) {
 
 } // namespace
 
-void addSchema(CLI::App& app, Terminal& terminal, ExitCode& code) {
+void addSchema(Verb& command, Terminal& terminal, ExitCode& code) {
     auto options = std::make_shared<SchemaOptions>();
-    CLI::App* verb = app.add_subcommand("schema", "Print the structure of a database as a description for `new`");
-    addFileArgument(*verb, options->file);
-    addOpenOptions(*verb, options->common);
-    verb->callback([options, &terminal, &code] { code = schema(*options, terminal); });
+    Verb verb = command.verb("schema", "Print the structure of a database as a description for `new`");
+    addFileArgument(verb, options->file);
+    addOpenOptions(verb, options->common);
+    verb.runs([options, &terminal, &code] { code = schema(*options, terminal); });
 }
 
 } // namespace tallybook::cli

@@ -4,7 +4,6 @@
 #include "cli/Verbs.h"
 #include "core/calc/Ansi.h"
 
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <ostream>
 
@@ -28,11 +27,11 @@ ExitCode users(const HandheldOptions& options, Terminal& terminal) {
 
 } // namespace
 
-void addUsers(CLI::App& app, Terminal& terminal, ExitCode& code) {
+void addUsers(Verb& command, Terminal& terminal, ExitCode& code) {
     auto options = std::make_shared<HandheldOptions>();
-    CLI::App* verb = app.add_subcommand("users", "Print the handheld's users and the folders of their databases");
-    addHandheldOptions(*verb, *options);
-    verb->callback([options, &terminal, &code] { code = users(*options, terminal); });
+    Verb verb = command.verb("users", "Print the handheld's users and the folders of their databases");
+    addHandheldOptions(verb, *options);
+    verb.runs([options, &terminal, &code] { code = users(*options, terminal); });
 }
 
 } // namespace tallybook::cli

@@ -4,28 +4,25 @@
 
 #include "cli/ExitCode.h"
 #include "cli/Terminal.h"
-
-namespace CLI {
-class App;
-}
+#include "cli/Verb.h"
 
 namespace tallybook::cli {
 
-void addInfo(CLI::App& app, Terminal& terminal, ExitCode& code);
-void addCells(CLI::App& app, Terminal& terminal, ExitCode& code);
-void addFind(CLI::App& app, Terminal& terminal, ExitCode& code);
-void addDump(CLI::App& app, Terminal& terminal, ExitCode& code);
-void addSave(CLI::App& app, Terminal& terminal, ExitCode& code);
-void addConvert(CLI::App& app, Terminal& terminal, ExitCode& code);
-void addRecalc(CLI::App& app, Terminal& terminal, ExitCode& code);
-void addCheck(CLI::App& app, Terminal& terminal, ExitCode& code);
-void addEdit(CLI::App& app, Terminal& terminal, ExitCode& code);
-void addNew(CLI::App& app, Terminal& terminal, ExitCode& code);
-void addSchema(CLI::App& app, Terminal& terminal, ExitCode& code);
-void addRetype(CLI::App& app, Terminal& terminal, ExitCode& code);
-void addExpr(CLI::App& app, Terminal& terminal, ExitCode& code);
-void addUsers(CLI::App& app, Terminal& terminal, ExitCode& code);
-void addList(CLI::App& app, Terminal& terminal, ExitCode& code);
-void addInstall(CLI::App& app, Terminal& terminal, ExitCode& code);
+void addInfo(Verb& command, Terminal& terminal, ExitCode& code);
+void addCells(Verb& command, Terminal& terminal, ExitCode& code);
+void addFind(Verb& command, Terminal& terminal, ExitCode& code);
+void addDump(Verb& command, Terminal& terminal, ExitCode& code);
+void addSave(Verb& command, Terminal& terminal, ExitCode& code);
+void addConvert(Verb& command, Terminal& terminal, ExitCode& code);
+void addRecalc(Verb& command, Terminal& terminal, ExitCode& code);
+void addCheck(Verb& command, Terminal& terminal, ExitCode& code);
+void addEdit(Verb& command, Terminal& terminal, ExitCode& code);
+void addNew(Verb& command, Terminal& terminal, ExitCode& code);
+void addSchema(Verb& command, Terminal& terminal, ExitCode& code);
+void addRetype(Verb& command, Terminal& terminal, ExitCode& code);
+void addExpr(Verb& command, Terminal& terminal, ExitCode& code);
+void addUsers(Verb& command, Terminal& terminal, ExitCode& code);
+void addList(Verb& command, Terminal& terminal, ExitCode& code);
+void addInstall(Verb& command, Terminal& terminal, ExitCode& code);
 
 } // namespace tallybook::cli
