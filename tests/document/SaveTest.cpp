@@ -106,7 +106,18 @@ TEST_F(Save, temporaryCopyIsRenewed) {
     EXPECT_EQ(opened->TempCopyPath, kCopy);
 }
 
-TEST_F(Save, progressTellsEachRecord) {
+TEST_F(Save, progressTellsSomeRecordsAndTheLast) {
+    makeBooks(20);
+    EXPECT_EQ(savePDBFile20(doc, t, kBooks), Outcome::Done);
+    const std::vector<test::ScriptedUser::Progress> expected = {{"Building record 1 of 20", 1, 20},
+                                                                {"Building record 17 of 20", 17, 20},
+                                                                {"Building record 20 of 20", 20, 20},
+                                                                {"Saving record 20 of 20", 20, 20},
+                                                                {"", 0, 0}};
+    EXPECT_EQ(t.user.progresses, expected);
+}
+
+TEST_F(Save, progressOfAFewRecordsTellsEach) {
     makeBooks(2);
     EXPECT_EQ(savePDBFile20(doc, t, kBooks), Outcome::Done);
     const std::vector<test::ScriptedUser::Progress> expected = {{"Building record 1 of 2", 1, 2},

@@ -73,6 +73,17 @@ TEST(TextColumn, keepsTextsOfEveryLengthAndByte) {
         EXPECT_EQ(textOf(column, static_cast<std::uint32_t>(row * 100)), texts[row]) << row;
 }
 
+TEST(TextColumn, tellsWhichCharacterNoTextHas) {
+    TextColumn column;
+    EXPECT_TRUE(column.plainTextsLack('\0'));
+    column.setText(3, "text");
+    column.setText(1000, "another");
+    EXPECT_TRUE(column.plainTextsLack('\0'));
+    EXPECT_FALSE(column.plainTextsLack('h'));
+    column.setText(600, std::string("a\0b", 3)); // a block of its own
+    EXPECT_FALSE(column.plainTextsLack('\0'));
+}
+
 TEST(TextColumn, takesAnEmptyTextForAnAbsentCell) {
     TextColumn column;
     column.setText(7, "text");

@@ -5,6 +5,7 @@
 #include "core/model/TextRun.h"
 #include "core/model/WordColumn.h"
 
+#include <algorithm>
 #include <memory>
 #include <span>
 #include <string>
@@ -90,6 +91,13 @@ public:
     // not found in there is in none of these texts.
     std::string_view plainTexts(std::uint32_t block) const {
         return block < m_blocks.size() ? m_blocks[block].texts.bytes() : std::string_view();
+    }
+
+    // True only when no text that is kept as it is has the character.
+    bool plainTextsLack(char character) const {
+        return std::all_of(m_blocks.begin(), m_blocks.end(), [character](const Block& block) {
+            return block.texts.bytes().find(character) == std::string_view::npos;
+        });
     }
 
     // The word of a row, when its text has the coder's form.

@@ -86,6 +86,7 @@ RecordBuilder::Slot RecordBuilder::slotOf(int number) const {
     slot.pictures = &m_doc.grd.pictures(column);
     slot.colours = &m_doc.grd.colours(column);
     slot.keys = &m_doc.CellVals.slotColumn(number);
+    slot.noNul = slot.texts->coder() == nullptr && slot.texts->plainTextsLack('\0');
     return slot;
 }
 
@@ -192,7 +193,9 @@ Status RecordBuilder::buildCell(const Slot& slot) {
 
 // | 1 | length | n+1 | text |
 void RecordBuilder::buildText(const Slot& slot) {
-    const std::string_view text = storedPart(textOf(slot), model::kTextLength);
+    const std::string_view whole = textOf(slot);
+    const std::string_view text =
+        slot.noNul ? whole.substr(0, model::kTextLength) : storedPart(whole, model::kTextLength);
     if (text.empty())
         return;
     outCell(slot);

@@ -40,6 +40,7 @@ private:
         const model::WordColumn* pictures = nullptr;
         const model::WordColumn* colours = nullptr;
         const model::TextColumn* keys = nullptr;
+        bool noNul = false;       // no text has a NUL: none has to be looked for
         std::uint64_t filled = 0; // rows of the current group that may have a cell, a bit each
     };
 
