@@ -495,6 +495,9 @@ TEST_F(FieldPropPanels, theTallybooksOfAUserAreListedAndTheUserIsKept) {
         choose(form, "cmbFieldType", "One to Many");
         choose(form, "cmbMDUser", "Ann");
         EXPECT_EQ(child<QComboBox>(form, "cmbMDSource")->itemText(0), QStringLiteral("MS2_Printers"));
+        choose(form, "cmbFieldType", "DB Join"); // whose panel follows
+        EXPECT_EQ(chosenIn(form, "cmbUser"), "Ann");
+        EXPECT_EQ(child<QComboBox>(form, "cmbSource")->itemText(0), QStringLiteral("MS2_Printers"));
         clickOn(form, "CancelButton");
     });
 }

@@ -30,6 +30,15 @@ void makeLists(QComboBox& users, QComboBox& tallybooks, const design::OtherFolde
     listTallybooks(tallybooks, folder);
 }
 
+// The user may have been chosen in the panel of another type. True when the lists had to follow.
+bool followUser(QComboBox& users, QComboBox& tallybooks, const design::OtherFolder& folder) {
+    if (users.currentIndex() == folder.userPosition())
+        return false;
+    users.setCurrentIndex(folder.userPosition());
+    listTallybooks(tallybooks, folder);
+    return true;
+}
+
 // A number that the other database does not have any more is no choice.
 void keepKnown(std::optional<std::uint8_t>& number, const std::vector<design::NumberedEntry>& entries) {
     if (std::none_of(entries.begin(), entries.end(), [&](const auto& entry) { return entry.number == number; }))
@@ -56,6 +65,8 @@ ExternalPanel::ExternalPanel(const FieldPropContext& context) : FieldPropPanel(c
 
 void ExternalPanel::show() {
     const bool lookup = isLookup();
+    if (followUser(*ui().cmbUser, *ui().cmbSource, context().otherFolder))
+        forgetOther();
     readOther();
     design::ExternalDraft& external = draft().external;
     for (QWidget* one : {static_cast<QWidget*>(ui().lblFollows), static_cast<QWidget*>(ui().cmbFollows)})
@@ -96,9 +107,14 @@ void ExternalPanel::chooseUser(int position) {
     change(tags::kFieldSource, [this, position] {
         context().otherFolder.chooseUser(position);
         listTallybooks(*ui().cmbSource, context().otherFolder);
-        m_read.clear();
-        m_other.reset();
+        forgetOther();
     });
+}
+
+// It is read again from the folder that is listed now.
+void ExternalPanel::forgetOther() {
+    m_read.clear();
+    m_other.reset();
 }
 
 void ExternalPanel::chooseSource() {
@@ -183,6 +199,7 @@ void OneToManyPanel::chooseUser(int position) {
 
 void OneToManyPanel::show() {
     const model::OneToManyDef& def = draft().frmMasterDetail;
+    followUser(*ui().cmbMDUser, *ui().cmbMDSource, context().otherFolder);
     const auto other = context().otherFolder.read(def.Source);
     std::vector<design::NumberedEntry> fields = design::otherFields(other.get());
     fields.insert(fields.begin(), {0, " "});

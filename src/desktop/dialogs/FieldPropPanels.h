@@ -133,6 +133,7 @@ private:
     void chooseSource();
     void followJoin();
     void readOther();
+    void forgetOther();
     void showHint();
     void forgetWhatIsNotThere();
 
