@@ -28,7 +28,6 @@ using Path = std::filesystem::path;
 
 constexpr std::string_view kTag = "Tallybook Pocket : Save";
 constexpr std::string_view kNewDatabase = "New Database";
-constexpr int kRecordsAStep = 16;         // of the bar: to say more often would take longer than to build a record
 constexpr std::size_t kLongestName = 240; // bytes; leaves room for what the program puts before and behind it
 
 // Unchanged pictures are copied from the new file from now on, so each cell takes its place there.
@@ -45,10 +44,7 @@ void adoptPictures(model::Document& doc, Services& services, const pdb::BuiltFil
 
 platform::Result<pdb::BuiltFile> build(model::Document& doc, Services& services, ProgressBar& bar) {
     pdb::BuildSteps steps;
-    steps.onBuild = [&](int record, int total) {
-        if (record % kRecordsAStep == 0 || record + 1 == total)
-            bar.step(record + 1, total, total);
-    };
+    steps.onBuild = [&](int record, int total) { bar.step(record + 1, total, total); };
     return pdb::buildDatabase(doc, services, steps);
 }
 
