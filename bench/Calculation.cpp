@@ -1,8 +1,8 @@
 #include "Calculation.h"
 
 #include "Queries.h"
-#include "core/calc/CellCoders.h"
-#include "core/calc/ExpressionEngine.h"
+#include "core/calc/cells/CellCoders.h"
+#include "core/calc/expressions/ExpressionEngine.h"
 
 #include <array>
 #include <stdexcept>

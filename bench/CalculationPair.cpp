@@ -1,6 +1,6 @@
 #include "CalculationPair.h"
 
-#include "core/document/Recalculate.h"
+#include "core/document/grid/Recalculate.h"
 
 #include <cmath>
 #include <stdexcept>

@@ -1,7 +1,7 @@
 // A stand-in for the font engine of a window.
 #pragma once
 
-#include "core/document/GridDisplay.h"
+#include "core/document/grid/GridDisplay.h"
 
 #include <array>
 

@@ -1,8 +1,8 @@
 #include "Queries.h"
 
-#include "core/document/CellSearch.h"
-#include "core/document/Sort.h"
-#include "core/document/Views.h"
+#include "core/document/find/CellSearch.h"
+#include "core/document/views/Sort.h"
+#include "core/document/views/Views.h"
 
 #include <algorithm>
 #include <numeric>

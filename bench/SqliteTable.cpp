@@ -1,8 +1,8 @@
 #include "SqliteTable.h"
 
 #include "Queries.h"
-#include "core/calc/Dates.h"
-#include "core/calc/Numbers.h"
+#include "core/calc/values/Dates.h"
+#include "core/calc/values/Numbers.h"
 
 #include <stdexcept>
 

@@ -2,7 +2,7 @@
 
 #include "Queries.h"
 #include "core/design/FieldProperties.h"
-#include "core/document/GridDisplay.h"
+#include "core/document/grid/GridDisplay.h"
 
 #include <stdexcept>
 

@@ -1,6 +1,6 @@
 #include "Workbench.h"
 
-#include "core/document/OpenSave.h"
+#include "core/document/file/OpenSave.h"
 #include "core/platform/AppFolders.h"
 
 #include <random>

@@ -13,8 +13,8 @@
 #include "Workbench.h"
 #include "adapters/Heap.h"
 #include "adapters/PosixFiles.h"
-#include "core/document/GridDisplay.h"
-#include "core/document/Records.h"
+#include "core/document/edit/Records.h"
+#include "core/document/grid/GridDisplay.h"
 #include "core/model/Document.h"
 #include "core/platform/WholeFile.h"
 

@@ -6,7 +6,7 @@
 #include "TypeChange.h"
 #include "Workbench.h"
 #include "adapters/Heap.h"
-#include "core/document/Recalculate.h"
+#include "core/document/grid/Recalculate.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>

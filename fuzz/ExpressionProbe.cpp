@@ -1,6 +1,6 @@
 #include "ExpressionProbe.h"
 
-#include "core/calc/ExpressionEngine.h"
+#include "core/calc/expressions/ExpressionEngine.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #include "ReaderProbe.h"
 
-#include "core/document/Recalculate.h"
+#include "core/document/grid/Recalculate.h"
 #include "core/pdb/Database.h"
 #include "core/pdb/OlderDatabase.h"
 #include "support/TestServices.h"

@@ -2,7 +2,7 @@
 
 #include "adapters/PosixFiles.h"
 #include "adapters/TemporaryFolder.h"
-#include "core/calc/Ansi.h"
+#include "core/calc/values/Ansi.h"
 #include "core/pdb/Database.h"
 #include "core/platform/Clock.h"
 #include "core/platform/Services.h"

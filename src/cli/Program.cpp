@@ -1,6 +1,6 @@
 #include "cli/Program.h"
 
-#include "cli/Verbs.h"
+#include "cli/verbs/Verbs.h"
 
 #include <CLI/CLI.hpp>
 #include <exception>

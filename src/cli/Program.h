@@ -1,8 +1,8 @@
 // The command `tallybook`.
 #pragma once
 
-#include "cli/ExitCode.h"
-#include "cli/Terminal.h"
+#include "cli/frame/ExitCode.h"
+#include "cli/frame/Terminal.h"
 
 #include <string>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "CommandRunner.h"
+#include "cli/CommandRunner.h"
 
 #include <cstdlib>
 #include <fcntl.h>

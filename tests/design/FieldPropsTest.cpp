@@ -1,6 +1,6 @@
 #include "core/design/FieldProps.h"
 
-#include "core/document/Views.h"
+#include "core/document/views/Views.h"
 #include "core/pdb/Passwords.h"
 #include "support/TestServices.h"
 

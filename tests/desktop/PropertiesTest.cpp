@@ -1,5 +1,5 @@
 // What holds for a whole Tallybook, opened from the menu Tools, and the name of a new one.
-#include "core/document/OpenSave.h"
+#include "core/document/file/OpenSave.h"
 #include "core/pdb/Passwords.h"
 #include "desktop/DialogChecks.h"
 #include "desktop/DialogDriver.h"

@@ -1,6 +1,6 @@
 #include "desktop/SampleDocument.h"
 
-#include "core/document/GridDisplay.h"
+#include "core/document/grid/GridDisplay.h"
 
 #include <array>
 #include <string_view>

@@ -1,7 +1,7 @@
 // Databases of a test that lie beside each other, made field by field and written as files.
 #pragma once
 
-#include "core/document/OpenSave.h"
+#include "core/document/file/OpenSave.h"
 #include "core/model/Document.h"
 #include "core/pdb/Database.h"
 #include "support/TestServices.h"

@@ -1,8 +1,8 @@
 // A small open database for the tests of editing. Fields are made one by one, records are empty.
 #pragma once
 
-#include "core/document/CellEditing.h"
-#include "core/document/GridDisplay.h"
+#include "core/document/edit/CellEditing.h"
+#include "core/document/grid/GridDisplay.h"
 #include "core/model/Document.h"
 #include "core/pdb/Passwords.h"
 #include "support/TestServices.h"

@@ -1,8 +1,8 @@
 // Databases in files that live in memory, opened and saved by the real operations.
 #pragma once
 
-#include "core/document/OpenSave.h"
-#include "core/document/Records.h"
+#include "core/document/edit/Records.h"
+#include "core/document/file/OpenSave.h"
 #include "document/DocumentFixture.h"
 
 #include <memory>

@@ -1,7 +1,7 @@
 // A database with one field in slot 1 and one record, for tests of its single cell.
 #pragma once
 
-#include "core/calc/CellCoders.h"
+#include "core/calc/cells/CellCoders.h"
 #include "core/pdb/Database.h"
 #include "support/RawFile.h"
 #include "support/TestServices.h"

@@ -1,8 +1,8 @@
 // A small table with calculated fields, its columns kept as after opening.
 #pragma once
 
-#include "core/calc/CellCoders.h"
-#include "core/calc/ExpressionTokens.h"
+#include "core/calc/cells/CellCoders.h"
+#include "core/calc/expressions/ExpressionTokens.h"
 #include "core/model/Document.h"
 #include "support/TestServices.h"
 

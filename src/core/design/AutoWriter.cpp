@@ -1,6 +1,6 @@
 #include "core/design/AutoWriter.h"
 
-#include "core/calc/Text.h"
+#include "core/calc/values/Text.h"
 
 #include <array>
 

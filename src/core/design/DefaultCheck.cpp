@@ -1,5 +1,5 @@
 // The check of a default against the field's type.
-#include "core/calc/Numbers.h"
+#include "core/calc/values/Numbers.h"
 #include "core/design/Dialog.h"
 #include "core/design/FieldProperties.h"
 

@@ -1,6 +1,6 @@
 #include "core/design/ExpressionBuilder.h"
 
-#include "core/calc/ExpressionEngine.h"
+#include "core/calc/expressions/ExpressionEngine.h"
 #include "core/design/Dialog.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 // advanced one. The dialog holds the choices; the rules are here.
 #pragma once
 
-#include "core/calc/ExpressionEngine.h"
+#include "core/calc/expressions/ExpressionEngine.h"
 #include "core/model/DatabaseModel.h"
 #include "core/platform/Services.h"
 

@@ -1,8 +1,8 @@
 #include "core/design/ExternalChoices.h"
 
-#include "core/calc/Numbers.h"
-#include "core/document/ExternalFiles.h"
-#include "core/document/ExternalReader.h"
+#include "core/calc/values/Numbers.h"
+#include "core/document/joins/ExternalFiles.h"
+#include "core/document/joins/ExternalReader.h"
 #include "core/handheld/DatabaseList.h"
 #include "core/platform/Containment.h"
 #include "core/platform/OwnTexts.h"

@@ -1,5 +1,5 @@
 // What Field Properties shows: panels by type, and the values of a slot in the controls.
-#include "core/calc/Numbers.h"
+#include "core/calc/values/Numbers.h"
 #include "core/design/Dialog.h"
 #include "core/design/FieldProperties.h"
 #include "core/design/ListItems.h"

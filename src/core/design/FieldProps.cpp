@@ -1,9 +1,9 @@
 #include "core/design/FieldProps.h"
 
-#include "core/document/CellEditing.h"
-#include "core/document/Cells.h"
-#include "core/document/Recalculate.h"
-#include "core/document/Views.h"
+#include "core/document/edit/CellEditing.h"
+#include "core/document/grid/Cells.h"
+#include "core/document/grid/Recalculate.h"
+#include "core/document/views/Views.h"
 #include "core/pdb/Passwords.h"
 
 namespace tallybook::design {

@@ -1,7 +1,7 @@
 // The command that opens Field Properties: which field it is for, who may, and what is done when the dialog closes.
 #pragma once
 
-#include "core/document/GridDisplay.h"
+#include "core/document/grid/GridDisplay.h"
 #include "core/model/Document.h"
 #include "core/platform/Services.h"
 

@@ -1,12 +1,12 @@
 // The OK of Field Properties: checks, questions, the change of the column, and what is stored.
-#include "core/calc/Conversion.h"
-#include "core/calc/Numbers.h"
+#include "core/calc/values/Conversion.h"
+#include "core/calc/values/Numbers.h"
 #include "core/design/Dialog.h"
 #include "core/design/ExpressionBuilder.h"
 #include "core/design/FieldProperties.h"
 #include "core/design/ListItems.h"
 #include "core/design/Tags.h"
-#include "core/document/GridDisplay.h"
+#include "core/document/grid/GridDisplay.h"
 #include "core/platform/Operation.h"
 #include "core/platform/OwnTexts.h"
 

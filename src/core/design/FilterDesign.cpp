@@ -1,7 +1,7 @@
 #include "core/design/FilterDesign.h"
 
-#include "core/calc/EvalCond.h"
-#include "core/calc/Numbers.h"
+#include "core/calc/conditions/EvalCond.h"
+#include "core/calc/values/Numbers.h"
 #include "core/platform/OwnTexts.h"
 
 #include <algorithm>

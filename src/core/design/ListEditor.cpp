@@ -1,6 +1,6 @@
 #include "core/design/ListEditor.h"
 
-#include "core/calc/Text.h"
+#include "core/calc/values/Text.h"
 #include "core/design/Dialog.h"
 #include "core/design/ListItems.h"
 

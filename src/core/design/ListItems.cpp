@@ -1,6 +1,6 @@
 #include "core/design/ListItems.h"
 
-#include "core/calc/Conversion.h"
+#include "core/calc/values/Conversion.h"
 #include "core/design/Dialog.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #include "core/design/Properties.h"
 
-#include "core/calc/Text.h"
+#include "core/calc/values/Text.h"
 #include "core/design/Dialog.h"
-#include "core/document/OpenSave.h"
+#include "core/document/file/OpenSave.h"
 #include "core/pdb/Names.h"
 #include "core/platform/Ansi.h"
 #include "core/platform/OwnTexts.h"

@@ -1,5 +1,5 @@
-#include "core/calc/ExpressionWords.h"
-#include "core/calc/Numbers.h"
+#include "core/calc/expressions/ExpressionWords.h"
+#include "core/calc/values/Numbers.h"
 #include "core/design/ExpressionStore.h"
 #include "core/platform/OwnTexts.h"
 

@@ -1,7 +1,7 @@
 // The check of the simple form of expressions before it is stored.
-#include "core/calc/Dates.h"
-#include "core/calc/ExpressionTokens.h"
-#include "core/calc/Numbers.h"
+#include "core/calc/expressions/ExpressionTokens.h"
+#include "core/calc/values/Dates.h"
+#include "core/calc/values/Numbers.h"
 #include "core/design/Dialog.h"
 #include "core/design/ExpressionBuilder.h"
 

@@ -1,7 +1,7 @@
 #include "core/design/ViewDesign.h"
 
-#include "core/calc/EvalCond.h"
-#include "core/calc/Text.h"
+#include "core/calc/conditions/EvalCond.h"
+#include "core/calc/values/Text.h"
 #include "core/platform/OwnTexts.h"
 
 #include <algorithm>

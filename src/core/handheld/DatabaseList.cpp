@@ -1,8 +1,8 @@
 #include "core/handheld/DatabaseList.h"
 
-#include "core/calc/Dates.h"
-#include "core/calc/Text.h"
-#include "core/document/ExternalFiles.h"
+#include "core/calc/values/Dates.h"
+#include "core/calc/values/Text.h"
+#include "core/document/joins/ExternalFiles.h"
 #include "core/pdb/Container.h"
 #include "core/pdb/Layout.h"
 #include "core/pdb/Names.h"

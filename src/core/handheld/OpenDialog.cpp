@@ -1,7 +1,7 @@
 #include "core/handheld/OpenDialog.h"
 
-#include "core/calc/Text.h"
-#include "core/document/OpenSave.h"
+#include "core/calc/values/Text.h"
+#include "core/document/file/OpenSave.h"
 #include "core/pdb/Names.h"
 #include "core/platform/Containment.h"
 #include "core/platform/OwnTexts.h"

@@ -1,6 +1,6 @@
 #include "core/handheld/SaveInstall.h"
 
-#include "core/document/OpenSave.h"
+#include "core/document/file/OpenSave.h"
 
 namespace tallybook::handheld {
 

@@ -1,11 +1,8 @@
-// What is open: the database record, its records, and the state of its window.
+// A database in its window: the Tallybook, where it came from, and what the window shows of it.
 #pragma once
 
-#include "core/model/DatabaseModel.h"
 #include "core/model/EditorState.h"
-#include "core/model/ExternalTables.h"
-#include "core/model/GridModel.h"
-#include "core/model/RecordTables.h"
+#include "core/model/Tallybook.h"
 
 #include <array>
 #include <bitset>
@@ -29,21 +26,8 @@ struct FileMark {
 inline constexpr std::uint8_t kMultipleFilter = MaxFilters + 1; // in CurrentFilter: the filters of MultiFilterSel
 
 // The program owns exactly one for its window. Reading another database's structure fills one of its own.
-struct Document {
-    Document() = default;
-    Document(const Document&) = delete;
-    Document& operator=(const Document&) = delete;
-
-    DatabaseModel CurrDB20;
-    GridModel grd;
+struct Document : Tallybook {
     GridModel ViewGrd; // the shown columns of a view: a snapshot of grd
-    RecordKeys RecKeys{grd.order()};
-    CellLongTable CellLongs{grd.order()};
-    CellValTable CellVals{grd.order()};
-    ExternalTables External; // what joins and lookups show, read when the file was opened
-    int NumDataRecs = 0;     // records; the grid has one row more than none
-    int NumFileRecs = 0;     // NumDataRecs and the 87 fixed ones
-
     bool DocModified = false;
     bool FileOK = false; // the last read or save ended well
     bool Is2xFormat = true;
@@ -70,23 +54,8 @@ struct Document {
     EditorState editor;                                 // the editor that is open over the cell, if any
 };
 
-// True when the database has no record, so that row 2 is the hidden placeholder.
-bool hasNoRecords(const Document& doc);
-
 // Empties the document to a database without records: model, tables, grid (the placeholder row hidden), session
 // passwords and flags. Paths and names are left to the caller.
 void clearDocument(Document& doc);
-
-// Rows for `records` empty records, or the placeholder for 0. Every cell and table entry is emptied; headers,
-// widths and alignments too.
-void resetRows(Document& doc, int records);
-
-// An empty record at the end, in the placeholder when there is none yet. Gives its grid row. The counts of
-// records are updated.
-int appendRecord(Document& doc);
-
-// Takes out the record of a grid row with its table entries; the last record's row becomes the placeholder. The
-// counts of records are updated.
-void removeRecord(Document& doc, int row);
 
 } // namespace tallybook::model

@@ -1,7 +1,7 @@
 // Appends to the bytes of a file.
 #pragma once
 
-#include "core/calc/Dates.h"
+#include "core/calc/values/Dates.h"
 #include "core/model/Definitions.h"
 #include "core/platform/Files.h"
 

@@ -1,6 +1,6 @@
 #include "core/pdb/Names.h"
 
-#include "core/calc/Text.h"
+#include "core/calc/values/Text.h"
 #include "core/model/Limits.h"
 
 #include <algorithm>

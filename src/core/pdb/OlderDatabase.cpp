@@ -1,6 +1,6 @@
 #include "core/pdb/OlderDatabase.h"
 
-#include "core/calc/Numbers.h"
+#include "core/calc/values/Numbers.h"
 #include "core/pdb/AttributeBlocks.h"
 #include "core/pdb/Conditions.h"
 #include "core/pdb/Names.h"

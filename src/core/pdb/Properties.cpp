@@ -1,6 +1,6 @@
 #include "core/pdb/Properties.h"
 
-#include "core/calc/Numbers.h"
+#include "core/calc/values/Numbers.h"
 #include "core/pdb/AttributeBlocks.h"
 #include "core/pdb/Layout.h"
 #include "core/pdb/Screens.h"

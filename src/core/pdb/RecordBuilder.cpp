@@ -1,9 +1,9 @@
 #include "core/pdb/RecordBuilder.h"
 
-#include "core/calc/CellCoders.h"
-#include "core/calc/Dates.h"
-#include "core/calc/Numbers.h"
-#include "core/calc/SingleText.h"
+#include "core/calc/cells/CellCoders.h"
+#include "core/calc/values/Dates.h"
+#include "core/calc/values/Numbers.h"
+#include "core/calc/values/SingleText.h"
 #include "core/pdb/Layout.h"
 #include "core/platform/AppFolders.h"
 

@@ -1,9 +1,9 @@
 #include "core/pdb/RecordLoader.h"
 
-#include "core/calc/CellCoders.h"
-#include "core/calc/Conversion.h"
-#include "core/calc/Dates.h"
-#include "core/calc/SingleText.h"
+#include "core/calc/cells/CellCoders.h"
+#include "core/calc/values/Conversion.h"
+#include "core/calc/values/Dates.h"
+#include "core/calc/values/SingleText.h"
 #include "core/pdb/Database.h"
 #include "core/pdb/Layout.h"
 #include "core/pdb/OlderLayout.h"
@@ -97,7 +97,7 @@ std::size_t widthOf(FieldType type, ResultKind result) {
 
 } // namespace
 
-RecordLoader::RecordLoader(model::Document& doc, const platform::Regional& regional,
+RecordLoader::RecordLoader(model::Tallybook& doc, const platform::Regional& regional,
                            const std::optional<FieldSet>& onlyFields)
     : m_doc(doc), m_regional(regional) {
     for (int number = 0; number < model::MaxFieldSlots; ++number) {

@@ -1,7 +1,7 @@
 // Data records to rows of the grid and entries of the tables.
 #pragma once
 
-#include "core/model/Document.h"
+#include "core/model/Tallybook.h"
 #include "core/pdb/ByteReader.h"
 #include "core/pdb/CellForms.h"
 #include "core/pdb/Database.h"
@@ -18,7 +18,7 @@ namespace tallybook::pdb {
 class RecordLoader {
 public:
     // With `onlyFields` the cells of other fields are passed over, and the categories too.
-    RecordLoader(model::Document& doc, const platform::Regional& regional,
+    RecordLoader(model::Tallybook& doc, const platform::Regional& regional,
                  const std::optional<FieldSet>& onlyFields = {});
 
     // Fills one row. The reader stands at the record's first byte and ends where the record's bytes end. Cells end
@@ -92,7 +92,7 @@ private:
     std::int64_t wordOfItem(Slot& slot, std::uint8_t item);
     std::string_view decimalText(std::int32_t value);
 
-    model::Document& m_doc;
+    model::Tallybook& m_doc;
     const platform::Regional& m_regional;
     std::array<Slot, model::MaxFieldSlots> m_slots;
     int m_endSlot = model::MaxFieldSlots; // a cell of it or of one behind it ends the record

@@ -1,6 +1,6 @@
 #include "core/shell/OpenChoice.h"
 
-#include "core/calc/Text.h"
+#include "core/calc/values/Text.h"
 #include "core/pdb/Names.h"
 
 namespace tallybook::shell {

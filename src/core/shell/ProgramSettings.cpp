@@ -1,6 +1,6 @@
 #include "core/shell/ProgramSettings.h"
 
-#include "core/calc/Numbers.h"
+#include "core/calc/values/Numbers.h"
 
 namespace tallybook::shell {
 

@@ -2,7 +2,7 @@
 // stores them.
 #pragma once
 
-#include "core/document/GridDisplay.h"
+#include "core/document/grid/GridDisplay.h"
 #include "core/platform/Settings.h"
 
 #include <string>

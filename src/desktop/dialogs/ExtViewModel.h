@@ -1,7 +1,7 @@
 // The records that the picker of a join lists, as its list asks for them.
 #pragma once
 
-#include "core/document/ExternalPicker.h"
+#include "core/document/joins/ExternalPicker.h"
 
 #include <QAbstractTableModel>
 

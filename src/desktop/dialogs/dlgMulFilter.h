@@ -1,7 +1,7 @@
 // Chooses the filters that apply together.
 #pragma once
 
-#include "core/document/MultipleFilter.h"
+#include "core/document/views/MultipleFilter.h"
 
 #include <QDialog>
 

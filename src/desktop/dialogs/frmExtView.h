@@ -1,7 +1,7 @@
 // The picker: chooses the record of another database that a join's cell refers to.
 #pragma once
 
-#include "core/document/ExternalPicker.h"
+#include "core/document/joins/ExternalPicker.h"
 
 #include <QDialog>
 

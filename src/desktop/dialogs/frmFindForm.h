@@ -1,7 +1,7 @@
 // Asks what to look for in the records.
 #pragma once
 
-#include "core/document/Find.h"
+#include "core/document/find/Find.h"
 
 #include <QDialog>
 

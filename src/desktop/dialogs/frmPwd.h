@@ -1,7 +1,7 @@
 // Security Setting: sets, changes and deletes the passwords of the open database.
 #pragma once
 
-#include "core/document/SecuritySetting.h"
+#include "core/document/file/SecuritySetting.h"
 
 #include <QDialog>
 

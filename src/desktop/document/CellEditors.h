@@ -1,7 +1,7 @@
 // The editors that stand over the current cell, under the names that the document window gives them.
 #pragma once
 
-#include "core/document/CellEditing.h"
+#include "core/document/edit/CellEditing.h"
 #include "core/model/EditorState.h"
 
 #include <QObject>

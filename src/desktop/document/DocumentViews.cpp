@@ -1,5 +1,5 @@
 // What the choices of view and filter, the button beside them and the grid of a view do.
-#include "core/document/MultipleFilter.h"
+#include "core/document/views/MultipleFilter.h"
 #include "core/platform/OwnTexts.h"
 #include "desktop/dialogs/dlgFilterDesg.h"
 #include "desktop/dialogs/dlgMulFilter.h"

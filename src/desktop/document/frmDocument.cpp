@@ -2,8 +2,8 @@
 
 #include "core/design/AutoWriter.h"
 #include "core/design/Tags.h"
-#include "core/document/ExternalPicker.h"
-#include "core/document/ViewPlace.h"
+#include "core/document/joins/ExternalPicker.h"
+#include "core/document/views/ViewPlace.h"
 #include "core/platform/OwnTexts.h"
 #include "desktop/dialogs/dlgAutoWriter.h"
 #include "desktop/dialogs/dlgRadio.h"

@@ -1,9 +1,9 @@
 // The window of the open database: its grid, the editors over it, the choices of view and filter.
 #pragma once
 
-#include "core/document/CellEditing.h"
-#include "core/document/GridDisplay.h"
-#include "core/document/Views.h"
+#include "core/document/edit/CellEditing.h"
+#include "core/document/grid/GridDisplay.h"
+#include "core/document/views/Views.h"
 #include "core/model/Document.h"
 #include "core/platform/Operation.h"
 #include "core/platform/Services.h"

@@ -1,7 +1,7 @@
 // Where the grid's rows and columns lie, in logical pixels.
 #pragma once
 
-#include "core/document/GridDisplay.h"
+#include "core/document/grid/GridDisplay.h"
 #include "core/model/GridModel.h"
 
 #include <QPoint>

@@ -2,7 +2,7 @@
 // ask for. It decides nothing about the document.
 #pragma once
 
-#include "core/document/GridDisplay.h"
+#include "core/document/grid/GridDisplay.h"
 #include "core/model/GridModel.h"
 #include "desktop/grid/GridFont.h"
 #include "desktop/grid/GridGeometry.h"

@@ -1,8 +1,8 @@
 #include "desktop/main/frmMain.h"
 
-#include "core/document/CellEditing.h"
-#include "core/document/OpenSave.h"
-#include "core/document/Views.h"
+#include "core/document/edit/CellEditing.h"
+#include "core/document/file/OpenSave.h"
+#include "core/document/views/Views.h"
 #include "core/platform/Operation.h"
 #include "core/platform/OwnTexts.h"
 #include "core/shell/OpenChoice.h"

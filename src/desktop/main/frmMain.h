@@ -1,8 +1,8 @@
 // The program's frame: menus, tool bars, status bar, and the one document window in it.
 #pragma once
 
-#include "core/document/Find.h"
-#include "core/document/GridDisplay.h"
+#include "core/document/find/Find.h"
+#include "core/document/grid/GridDisplay.h"
 #include "core/handheld/Users.h"
 #include "core/model/Document.h"
 #include "core/platform/Services.h"

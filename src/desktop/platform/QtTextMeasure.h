@@ -1,7 +1,7 @@
 // Widths of texts as the grid draws them, in twips.
 #pragma once
 
-#include "core/document/GridDisplay.h"
+#include "core/document/grid/GridDisplay.h"
 #include "desktop/grid/GridView.h"
 
 namespace tallybook::desktop {

@@ -1,0 +1,69 @@
+#include "cli/frame/Session.h"
+
+#include "cli/frame/Texts.h"
+#include "core/calc/values/Ansi.h"
+#include "core/document/file/OpenSave.h"
+
+#include <string>
+#include <system_error>
+
+namespace tallybook::cli {
+
+namespace {
+
+std::optional<std::string> ansiPassword(const CommonOptions& options) {
+    const std::optional<std::string> password = options.password();
+    if (!password)
+        return std::nullopt;
+    return calc::ansi::fromUtf8(*password);
+}
+
+} // namespace
+
+std::filesystem::path Session::applicationFolder(const CommonOptions& options, const adapters::TemporaryFolder& own) {
+    return options.applicationFolder.empty() ? own.path() : std::filesystem::absolute(options.applicationFolder);
+}
+
+Session::Session(Terminal& terminal, const CommonOptions& options)
+    : m_user(terminal, {options.yes, ansiPassword(options)}),
+      m_regional(options.regional()), m_services{m_user, m_files, m_clock, m_regional,
+                                                 applicationFolder(options, m_folder)} {}
+
+bool Session::prepareFolders() {
+    if (m_services.applicationFolder.empty()) {
+        m_user.say(std::string(kNoTemporaryFolder));
+        return false;
+    }
+    std::error_code ignored; // what is missing in the end shows when it is used
+    for (const char* folder : {"Temp", "Backup"})
+        std::filesystem::create_directory(m_services.applicationFolder / folder, ignored);
+    return true;
+}
+
+bool Session::open(const std::filesystem::path& file) {
+    if (!prepareFolders())
+        return false;
+    const bool yes = m_user.setYes(false); // a question now is about another file: whether it may be thrown away
+    const auto outcome = document::OpenDatabase(m_document, m_services, std::filesystem::absolute(file));
+    m_user.setYes(yes);
+    if (outcome == document::Outcome::Done) {
+        m_user.forgetSpoken(); // a join without its database is no refusal
+        return true;
+    }
+    explainRefusal();
+    return false;
+}
+
+ExitCode Session::saveTo(const std::filesystem::path& out) {
+    if (document::savePDBFile20(m_document, m_services, std::filesystem::absolute(out)) == document::Outcome::Done)
+        return ExitCode::Done;
+    explainRefusal();
+    return ExitCode::Refused;
+}
+
+void Session::explainRefusal() {
+    if (!m_user.spoke())
+        m_user.say(std::string(kRefusedInSilence));
+}
+
+} // namespace tallybook::cli

@@ -1,0 +1,106 @@
+#include "cli/frame/Terminal.h"
+
+#include <csignal>
+#include <iostream>
+#include <sys/select.h>
+#include <termios.h>
+#include <unistd.h>
+
+namespace tallybook::cli {
+
+namespace {
+
+// Echo of standard input off; what it was before afterwards.
+class NoEcho {
+public:
+    NoEcho() : m_known(tcgetattr(STDIN_FILENO, &m_before) == 0) {
+        if (!m_known)
+            return;
+        termios silent = m_before;
+        silent.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+        tcsetattr(STDIN_FILENO, TCSAFLUSH, &silent);
+    }
+    ~NoEcho() {
+        if (m_known)
+            tcsetattr(STDIN_FILENO, TCSAFLUSH, &m_before);
+    }
+    NoEcho(const NoEcho&) = delete;
+    NoEcho& operator=(const NoEcho&) = delete;
+
+private:
+    termios m_before{};
+    bool m_known;
+};
+
+// Ctrl+C ends the wait for a key instead of the program, which so puts the echo back and removes its files. It is
+// held back but while the wait runs, so that none is missed. Everything is as it was before afterwards.
+class InterruptEndsWait {
+public:
+    InterruptEndsWait() {
+        struct sigaction action {};
+        action.sa_handler = [](int) {};
+        sigaction(SIGINT, &action, &m_before);
+        sigset_t interrupt;
+        sigemptyset(&interrupt);
+        sigaddset(&interrupt, SIGINT);
+        sigprocmask(SIG_BLOCK, &interrupt, &m_mask);
+    }
+    ~InterruptEndsWait() {
+        sigprocmask(SIG_SETMASK, &m_mask, nullptr);
+        sigaction(SIGINT, &m_before, nullptr);
+    }
+    InterruptEndsWait(const InterruptEndsWait&) = delete;
+    InterruptEndsWait& operator=(const InterruptEndsWait&) = delete;
+
+    // True when standard input has something to read, and Ctrl+C did not come first.
+    bool wait() const {
+        fd_set inputs;
+        FD_ZERO(&inputs);
+        FD_SET(STDIN_FILENO, &inputs);
+        const bool ready = pselect(STDIN_FILENO + 1, &inputs, nullptr, nullptr, nullptr, &m_mask) == 1;
+        sigset_t pending;
+        sigpending(&pending); // a wait that finds something to read does not look at signals
+        return ready && sigismember(&pending, SIGINT) == 0;
+    }
+
+private:
+    struct sigaction m_before {};
+    sigset_t m_mask{};
+};
+
+// Straight from the terminal: a stream would read on behind an interrupt.
+std::optional<std::string> readLine(const InterruptEndsWait& interrupt) {
+    std::string line;
+    char c = 0;
+    while (interrupt.wait() && read(STDIN_FILENO, &c, 1) == 1) {
+        if (c == '\n')
+            return line;
+        line += c;
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+Terminal Terminal::standard() {
+    return {std::cin, std::cout, std::cerr, isatty(STDIN_FILENO) != 0};
+}
+
+std::optional<std::string> Terminal::ask(std::string_view prompt) {
+    if (!m_interactive)
+        return std::nullopt;
+    const InterruptEndsWait interrupt;
+    err << prompt << std::flush;
+    return readLine(interrupt);
+}
+
+std::optional<std::string> Terminal::askSecret(std::string_view prompt) {
+    if (!m_interactive)
+        return std::nullopt;
+    const NoEcho silence;
+    std::optional<std::string> line = ask(prompt);
+    err << '\n'; // the one that was typed did not show
+    return line;
+}
+
+} // namespace tallybook::cli

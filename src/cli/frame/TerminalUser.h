@@ -1,0 +1,78 @@
+// The person at the terminal, or nobody: messages go to standard error, questions are asked there when somebody
+// can answer.
+#pragma once
+
+#include "cli/frame/Terminal.h"
+#include "core/platform/UserInterface.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace tallybook::cli {
+
+// An error whose box offers OK and Cancel: OK would show what led to it again, so without a person it is cancelled.
+bool isComplaint(const platform::Message& message);
+
+// A message box's text as it leaves the command: UTF-8, one message a line.
+std::string shownText(const std::string& text);
+
+// What the error dialog would show, on two lines.
+std::string shownError(const platform::Error& error);
+
+class TerminalUser : public platform::UserInterface {
+public:
+    struct Answers {
+        bool yes = false;                    // every question is answered with Yes or OK
+        std::optional<std::string> password; // Windows-1252; given once for each action, instead of a prompt
+    };
+    TerminalUser(Terminal& terminal, Answers answers);
+
+    // True once anything was said, so that a refusal that the windows make in silence can be put into words.
+    bool spoke() const { return m_spoke; }
+    // True once a question was turned down because nobody could answer it.
+    bool leftUnanswered() const { return m_leftUnanswered; }
+    void forgetSpoken() { m_spoke = m_leftUnanswered = false; }
+
+    // Whether every question is answered with Yes from now on; gives what was so before.
+    bool setYes(bool yes) { return std::exchange(m_answers.yes, yes); }
+
+    void say(const std::string& text); // Windows-1252
+
+    // The answer to a question whose text begins so; nobody is asked then.
+    void prepareAnswer(std::string_view start, platform::Answer answer);
+
+    platform::Answer message(const platform::Message& message) override;
+    void beep() override {}
+    std::optional<std::string> askPassword(const std::string& actionWord, const std::string& fileName) override;
+    std::optional<std::string> askText(const std::string& title, const std::string& prompt,
+                                       const std::string& preset) override;
+    platform::ErrorAnswer showError(const platform::Error& error) override;
+    std::optional<std::filesystem::path> askSaveName(const std::string& title, const std::string& filter,
+                                                     const std::filesystem::path& suggestion) override;
+    void progress(const std::string&, int, int) override {}
+    Pointer pointer() const override { return m_pointer; }
+    void setPointer(Pointer pointer) override { m_pointer = pointer; }
+    void setGridRepainting(bool) override {}
+
+private:
+    platform::Answer ask(const platform::Message& message);
+
+    Terminal& m_terminal;
+    struct Prepared {
+        std::string start;
+        platform::Answer answer;
+    };
+
+    Answers m_answers;
+    std::vector<Prepared> m_prepared;
+    std::string m_passwordGivenFor; // action word that the password file has answered already
+    Pointer m_pointer = Pointer::Default;
+    bool m_spoke = false;
+    bool m_leftUnanswered = false;
+};
+
+} // namespace tallybook::cli

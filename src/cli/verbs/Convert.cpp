@@ -1,0 +1,42 @@
+// tallybook convert OLD NEW: a file of the older format as one of the present format.
+#include "cli/frame/Session.h"
+#include "cli/verbs/Verbs.h"
+#include "core/document/file/OpenSave.h"
+
+#include <memory>
+
+namespace tallybook::cli {
+
+namespace {
+
+struct ConvertOptions {
+    CommonOptions common;
+    std::filesystem::path older;
+    std::filesystem::path present;
+};
+
+ExitCode convert(const ConvertOptions& options, Terminal& terminal) {
+    Session session(terminal, options.common);
+    const std::filesystem::path target = std::filesystem::absolute(options.present);
+    const std::string fault = document::faultOfFileName(document::savedPath(target).filename().string());
+    if (!fault.empty()) {
+        session.user().say(fault);
+        return ExitCode::Refused;
+    }
+    const document::Outcome outcome =
+        document::convertOlder(session.services(), std::filesystem::absolute(options.older), target);
+    return outcome == document::Outcome::Done ? ExitCode::Done : ExitCode::Refused;
+}
+
+} // namespace
+
+void addConvert(Verb& command, Terminal& terminal, ExitCode& code) {
+    auto options = std::make_shared<ConvertOptions>();
+    Verb verb = command.verb("convert", "Write a database of the older format in the present one");
+    verb.argument("OLD", options->older, "The database of the older format, which stays as it is");
+    verb.argument("NEW", options->present, "The file to write; its name begins with MS2_");
+    addOpenOptions(verb, options->common);
+    verb.runs([options, &terminal, &code] { code = convert(*options, terminal); });
+}
+
+} // namespace tallybook::cli

@@ -1,0 +1,118 @@
+// tallybook edit FILE --script SCRIPT: an edit session without a window.
+#include "cli/frame/Session.h"
+#include "cli/frame/Texts.h"
+#include "cli/script/Script.h"
+#include "cli/script/ScriptRunner.h"
+#include "cli/script/ScriptUser.h"
+#include "cli/verbs/Verbs.h"
+#include "core/calc/values/Ansi.h"
+#include "core/document/edit/CellEditing.h"
+
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <ostream>
+#include <variant>
+
+namespace tallybook::cli {
+
+namespace {
+
+struct EditOptions {
+    CommonOptions common;
+    std::filesystem::path file;
+    std::string out;
+    std::string script;
+
+    std::string scriptName() const { return script == "-" ? "standard input" : script; }
+};
+
+std::optional<std::string> scriptText(const EditOptions& options, Terminal& terminal) {
+    if (options.script == "-")
+        return std::string(std::istreambuf_iterator<char>(terminal.in), {});
+    std::ifstream file(options.script, std::ios::binary);
+    if (!file)
+        return std::nullopt;
+    std::string text(std::istreambuf_iterator<char>(file), {});
+    return file.bad() ? std::nullopt : std::optional(text);
+}
+
+void say(Terminal& terminal, const EditOptions& options, const ScriptError& error) {
+    terminal.err << options.scriptName() << ':' << error.line << ": " << error.text << '\n';
+}
+
+// The script's lines, or nothing after what is wrong with them was said.
+std::optional<Script> readScript(const EditOptions& options, Terminal& terminal) {
+    const std::optional<std::string> text = scriptText(options, terminal);
+    if (!text) {
+        terminal.err << options.scriptName() << ": the script could not be read\n";
+        return std::nullopt;
+    }
+    const std::variant<Script, ScriptError> parsed = parseScript(*text);
+    if (const auto* error = std::get_if<ScriptError>(&parsed)) {
+        say(terminal, options, *error);
+        return std::nullopt;
+    }
+    const auto& script = std::get<Script>(parsed);
+    if (const std::optional<ScriptError> error = checkCommands(script)) {
+        say(terminal, options, *error);
+        return std::nullopt;
+    }
+    return script;
+}
+
+// What is left to do when the script ran to its end: with --out the result is saved there.
+bool finish(ScriptRunner& runner, const EditOptions& options, Session& session, ScriptUser& user,
+            Terminal& terminal) {
+    if (!options.out.empty()) {
+        std::optional<std::string> failure = runner.save();
+        if (!failure && !user.messages.empty())
+            failure = shownText(user.messages.front());
+        if (failure)
+            terminal.err << *failure << '\n';
+        return !failure;
+    }
+    document::saveCell(session.document(), session.services()); // an edit that is still open counts as well
+    if (session.document().DocModified)
+        terminal.err << kChangesNotSaved << '\n';
+    return true;
+}
+
+ExitCode edit(const EditOptions& options, Terminal& terminal) {
+    const std::optional<Script> script = readScript(options, terminal);
+    if (!script)
+        return ExitCode::Usage;
+    Session session(terminal, options.common);
+    if (!session.open(options.file))
+        return ExitCode::Refused;
+
+    ScriptUser user;
+    user.yes = options.common.yes;
+    if (const std::optional<std::string> password = options.common.password())
+        user.passwordForAll = calc::ansi::fromUtf8(*password);
+    platform::Services& opened = session.services();
+    platform::Services services{user, opened.files, opened.clock, opened.regional, opened.applicationFolder};
+    std::optional<std::filesystem::path> saveTo;
+    if (!options.out.empty())
+        saveTo = std::filesystem::absolute(options.out);
+    ScriptRunner runner(session.document(), services, user, terminal.out, saveTo);
+    if (const std::optional<ScriptError> error = runner.run(*script)) {
+        say(terminal, options, *error);
+        return ExitCode::Refused;
+    }
+    return finish(runner, options, session, user, terminal) ? ExitCode::Done : ExitCode::Refused;
+}
+
+} // namespace
+
+void addEdit(Verb& command, Terminal& terminal, ExitCode& code) {
+    auto options = std::make_shared<EditOptions>();
+    Verb verb = command.verb("edit", "Change records by a script of the grid's own operations");
+    addFileArgument(verb, options->file);
+    verb.option("--script", options->script, "The script, or - for standard input").required();
+    verb.option("--out", options->out, "Save the result there and leave FILE alone");
+    addOpenOptions(verb, options->common);
+    verb.runs([options, &terminal, &code] { code = edit(*options, terminal); });
+}
+
+} // namespace tallybook::cli

@@ -1,0 +1,86 @@
+// tallybook expr check FILE TEXT: what an advanced expression compiles to.
+#include "cli/frame/Session.h"
+#include "cli/rows/RowText.h"
+#include "cli/verbs/Verbs.h"
+#include "core/calc/expressions/ExpressionWords.h"
+#include "core/calc/values/Ansi.h"
+#include "core/design/ExpressionStore.h"
+
+#include <algorithm>
+#include <memory>
+#include <ostream>
+#include <string>
+
+namespace tallybook::cli {
+
+namespace {
+
+struct ExprOptions {
+    CommonOptions common;
+    std::filesystem::path file;
+    std::string text; // UTF-8
+};
+
+// A token's text, or the number that it stands for.
+std::string tokenArgument(calc::Token code, const std::string& text) {
+    namespace token = calc::token;
+    if (code == token::kColour || code == token::kFunction || code == token::kOperator)
+        return std::to_string(calc::words::codeOf(text));
+    return text;
+}
+
+// A row for each token: number, code, text, what is shown. Then what all of them show.
+void writeTokens(const calc::TokenArray& tokens, const calc::TokenTextArray& texts,
+                 std::span<const std::string> names, std::ostream& out) {
+    RowText row(RowForm::Tsv);
+    for (std::size_t i = 0; i < tokens.size() && tokens[i] != calc::token::kEnd; ++i) {
+        row.add(std::to_string(i));
+        row.add(std::to_string(tokens[i]));
+        row.add(calc::ansi::toUtf8(tokenArgument(tokens[i], texts[i])));
+        const std::string shown =
+            calc::displayText(std::span(tokens).subspan(i, 1), std::span(texts).subspan(i, 1), names);
+        row.add(calc::ansi::toUtf8(shown));
+        out << row.finish();
+    }
+    row.add(calc::ansi::toUtf8(calc::displayText(tokens, texts, names)));
+    out << row.finish();
+}
+
+// The text with a caret under the place, each character one column wide.
+void writeError(std::string text, const calc::CompileError& error, std::ostream& out) {
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < ' '; }, ' ');
+    out << calc::ansi::toUtf8(text) << '\n' << std::string(error.position, ' ') << "^\n";
+    out << calc::ansi::toUtf8(error.text) << '\n';
+}
+
+ExitCode check(const ExprOptions& options, Terminal& terminal) {
+    Session session(terminal, options.common);
+    if (!session.open(options.file))
+        return ExitCode::Refused;
+    const std::string text = calc::ansi::fromUtf8(options.text);
+    const auto names = design::usableFieldNames(session.document().CurrDB20);
+    calc::TokenArray tokens{};
+    calc::TokenTextArray texts;
+    calc::CompileError error;
+    if (calc::Compile(text, names, tokens, texts, error) < 0) {
+        writeError(text, error, terminal.err);
+        return ExitCode::Refused;
+    }
+    writeTokens(tokens, texts, names, terminal.out);
+    return ExitCode::Done;
+}
+
+} // namespace
+
+void addExpr(Verb& command, Terminal& terminal, ExitCode& code) {
+    auto options = std::make_shared<ExprOptions>();
+    Verb verb = command.verb("expr", "Work with expressions");
+    Verb checks = verb.verb("check", "Compile an advanced expression against a file's fields");
+    addFileArgument(checks, options->file);
+    checks.argument("TEXT", options->text, "The expression; behind -- when it begins with a minus");
+    addOpenOptions(checks, options->common);
+    checks.runs([options, &terminal, &code] { code = check(*options, terminal); });
+}
+
+} // namespace tallybook::cli

@@ -1,0 +1,111 @@
+#include "core/calc/values/TextFinder.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace tallybook::calc {
+
+namespace {
+
+constexpr std::size_t kBytes = 256;
+constexpr std::size_t kChunk = 64;
+
+std::uint8_t byteOf(char c) {
+    return static_cast<std::uint8_t>(c);
+}
+
+} // namespace
+
+TextFinder::TextFinder(std::string_view needle, TextCase mode) : m_needle(needle) {
+    for (std::size_t byte = 0; byte < kBytes; ++byte) {
+        const char c = static_cast<char>(byte);
+        m_key[byte] = byteOf(mode == TextCase::Folded ? upper(c) : c);
+    }
+    for (char& c : m_needle)
+        c = static_cast<char>(m_key[byteOf(c)]);
+    constexpr std::size_t kFarthest = std::numeric_limits<std::uint8_t>::max();
+    const auto skip = [&](std::size_t distance) { return static_cast<std::uint8_t>(std::min(distance, kFarthest)); };
+    std::array<std::uint8_t, kBytes> byKey{};
+    byKey.fill(skip(m_needle.size()));
+    for (std::size_t i = 0; i + 1 < m_needle.size(); ++i)
+        byKey[byteOf(m_needle[i])] = skip(m_needle.size() - 1 - i);
+    for (std::size_t byte = 0; byte < kBytes; ++byte)
+        m_skip[byte] = byKey[m_key[byte]];
+    if (!m_needle.empty()) {
+        m_first = bytesOf(m_needle.front());
+        m_last = bytesOf(m_needle.back());
+    }
+}
+
+TextFinder::Pair TextFinder::bytesOf(char key) const {
+    Pair pair{key, key};
+    for (std::size_t byte = 0; byte < kBytes; ++byte)
+        if (m_key[byte] == byteOf(key) && static_cast<char>(byte) != key)
+            pair.other = static_cast<char>(byte);
+    return pair;
+}
+
+// A long text is gone through in chunks, of which most are seen not to hold the needle's first and last byte at their
+// distance.
+std::size_t TextFinder::find(std::string_view text, std::size_t from) const {
+    if (m_needle.empty())
+        return from <= text.size() ? from : std::string_view::npos;
+    for (; from + kChunk + m_needle.size() <= text.size(); from += kChunk) {
+        if (!mayBeginIn(text.data() + from))
+            continue;
+        const std::size_t at = findInChunk(text.data() + from);
+        if (at < kChunk)
+            return from + at;
+    }
+    return findBySkipping(text, from);
+}
+
+// Every place is looked at, without a branch: compilers make it a few operations on many bytes at once.
+bool TextFinder::mayBeginIn(const char* chunk) const {
+    const Pair first = m_first;
+    const Pair last = m_last;
+    const char* end = chunk + m_needle.size() - 1;
+    std::uint8_t any = 0;
+    for (std::size_t i = 0; i < kChunk; ++i)
+        any |= static_cast<std::uint8_t>(int{first.is(chunk[i])} & int{last.is(end[i])});
+    return any != 0;
+}
+
+// kChunk when the needle begins nowhere in the chunk.
+std::size_t TextFinder::findInChunk(const char* chunk) const {
+    std::size_t at = 0;
+    while (at < kChunk && !isAt(chunk + at))
+        ++at;
+    return at;
+}
+
+// Looks at the byte under the needle's last place first: most bytes do not occur in the needle, and the needle moves
+// on by its whole length.
+std::size_t TextFinder::findBySkipping(std::string_view text, std::size_t from) const {
+    const std::size_t last = m_needle.size() - 1;
+    const std::uint8_t lastKey = byteOf(m_needle[last]);
+    for (std::size_t end = from + last; end < text.size();) {
+        const std::uint8_t byte = byteOf(text[end]);
+        if (m_key[byte] == lastKey && isAt(text.data() + end - last))
+            return end - last;
+        end += m_skip[byte];
+    }
+    return std::string_view::npos;
+}
+
+bool TextFinder::isAt(const char* place) const {
+    for (std::size_t i = 0; i < m_needle.size(); ++i)
+        if (m_key[byteOf(place[i])] != byteOf(m_needle[i]))
+            return false;
+    return true;
+}
+
+bool TextFinder::isMadeOf(const std::bitset<256>& alphabet) const {
+    std::bitset<kBytes> keys;
+    for (std::size_t byte = 0; byte < kBytes; ++byte)
+        if (alphabet[byte])
+            keys.set(m_key[byte]);
+    return std::all_of(m_needle.begin(), m_needle.end(), [&](char c) { return keys[byteOf(c)]; });
+}
+
+} // namespace tallybook::calc

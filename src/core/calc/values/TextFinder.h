@@ -1,0 +1,53 @@
+// A text that is sought in many others.
+#pragma once
+
+#include "core/calc/values/Text.h"
+
+#include <array>
+#include <bitset>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace tallybook::calc {
+
+// Finds the same places as findText, but looks at few bytes of a long text. What it needs to know of the needle is
+// settled once, so it is worth having from some dozen texts on.
+class TextFinder {
+public:
+    TextFinder(std::string_view needle, TextCase mode);
+
+    // The place from 0 of the first occurrence that begins at `from` or behind, npos for none. An empty needle is
+    // found at `from` up to the end of the text.
+    std::size_t find(std::string_view text, std::size_t from = 0) const;
+
+    // True when every byte of the needle is one of `alphabet`, in the case mode: otherwise no text made of these
+    // bytes alone can hold it.
+    bool isMadeOf(const std::bitset<256>& alphabet) const;
+
+    std::size_t size() const { return m_needle.size(); }
+
+private:
+    // The bytes that compare as one key: at most an upper and a lower case letter.
+    struct Pair {
+        char one = 0;
+        char other = 0;
+
+        bool is(char c) const { return (c == one) | (c == other); } // without a branch
+    };
+    Pair bytesOf(char key) const;
+
+    bool isAt(const char* place) const;
+    bool mayBeginIn(const char* chunk) const;
+    std::size_t findInChunk(const char* chunk) const;
+    std::size_t findBySkipping(std::string_view text, std::size_t from) const;
+
+    std::string m_needle;                 // as compared
+    std::array<std::uint8_t, 256> m_key;  // what a byte is compared as
+    std::array<std::uint8_t, 256> m_skip; // by the byte under the needle's last place: how far to go on at least
+    Pair m_first;                         // of the needle's first place
+    Pair m_last;
+};
+
+} // namespace tallybook::calc

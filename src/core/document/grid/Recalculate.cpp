@@ -1,0 +1,151 @@
+#include "core/document/grid/Recalculate.h"
+
+#include "core/calc/cells/CellResult.h"
+#include "core/calc/conditions/EvalCond.h"
+#include "core/calc/expressions/AdvancedField.h"
+#include "core/calc/expressions/OlderExpression.h"
+#include "core/calc/expressions/SimpleExpression.h"
+#include "core/document/grid/Progress.h"
+#include "core/platform/Guards.h"
+
+#include <string>
+
+namespace tallybook::document {
+
+namespace {
+
+using model::Document;
+using model::FieldType;
+using platform::Services;
+
+constexpr int kRecordsAStep = 256; // between two movements of the bar
+
+// The bar of the whole recalculation: one field after the other from 0 to the last record.
+class FieldProgress {
+public:
+    FieldProgress(Services& services, int records) : m_bar(services.ui, {}), m_records(records) {
+        m_bar.show("Calculating...", 0, records);
+    }
+
+    void begin(const model::FieldDef& field) { m_caption = "Calculating " + field.Name + " ..."; }
+
+    void at(int record) {
+        if (record % kRecordsAStep == 0 || record == m_records - 1)
+            m_bar.show(m_caption, record, m_records);
+    }
+
+private:
+    ProgressBar m_bar;
+    int m_records;
+    std::string m_caption;
+};
+
+void recalcSimple(Document& doc, const Services& services, int field, FieldProgress& progress) {
+    calc::SimpleExpression expression(doc, field, services.regional, services.clock.now());
+    calc::ResultColumn results(doc.grd.column(model::columnOfSlot(field)), services.regional);
+    for (int record = 0; record < doc.NumDataRecs; ++record) {
+        progress.at(record);
+        const calc::RecordRows rows = calc::recordRows(doc.grd, record);
+        results.set(rows.row, expression.evaluate(rows));
+    }
+}
+
+void recalcAdvanced(Document& doc, const Services& services, int field, FieldProgress& progress) {
+    const int column = model::columnOfSlot(field);
+    calc::AdvancedField expression(doc, field, services.regional, services.clock.now());
+    calc::ResultColumn results(doc.grd.column(column), services.regional);
+    for (int record = 0; record < doc.NumDataRecs; ++record) {
+        progress.at(record);
+        const calc::RecordRows rows = calc::recordRows(doc.grd, record);
+        const calc::AdvancedField::Outcome outcome = expression.evaluate(rows, record);
+        results.set(rows.row, outcome.cell);
+        calc::setResultColour(doc.grd.colours(column), rows.row, outcome.colour);
+    }
+}
+
+void recalcField(Document& doc, Services& services, int field, FieldProgress& progress) {
+    const model::FieldDef& def = doc.CurrDB20.Fields[static_cast<std::size_t>(field)];
+    switch (def.Type) {
+    case FieldType::Expression:
+        progress.begin(def);
+        recalcSimple(doc, services, field, progress);
+        break;
+    case FieldType::AdvExpression:
+        progress.begin(def);
+        recalcAdvanced(doc, services, field, progress);
+        break;
+    case FieldType::ConditionalExpression:
+        calc::CalcCondExppression(doc, services, field);
+        break;
+    default:
+        return;
+    }
+    doc.grd.touch();
+}
+
+// The older evaluation reads check boxes from CellLongs, where files of the present format have nothing of them.
+class CheckLongs {
+public:
+    explicit CheckLongs(Document& doc) : m_doc(doc) {
+        eachCheckbox([&](int slot) {
+            for (int record = 0; record < m_doc.NumDataRecs; ++record)
+                m_doc.CellLongs.set(record, slot, isTicked(record, slot) ? 1 : 0);
+        });
+    }
+    ~CheckLongs() {
+        eachCheckbox([&](int slot) { m_doc.CellLongs.slotColumn(slot).clear(); });
+    }
+    CheckLongs(const CheckLongs&) = delete;
+    CheckLongs& operator=(const CheckLongs&) = delete;
+
+private:
+    bool isTicked(int record, int slot) const {
+        return m_doc.grd.picture(record + model::kFirstDataRow, model::columnOfSlot(slot)) == model::Picture::CheckOn;
+    }
+    template <class Visit> void eachCheckbox(Visit&& visit) {
+        for (int slot = 1; slot <= model::MaxUserFields; ++slot)
+            if (m_doc.CurrDB20.Fields[static_cast<std::size_t>(slot)].Type == FieldType::Checkbox)
+                visit(slot);
+    }
+
+    Document& m_doc;
+};
+
+void calcOlderField(Document& doc, const Services& services, int field, FieldProgress& progress) {
+    const int column = model::columnOfSlot(field);
+    for (int record = 0; record < doc.NumDataRecs; ++record) {
+        progress.at(record);
+        doc.grd.setText(record + model::kFirstDataRow, column, calc::calcExpression(doc, services, field, record));
+    }
+}
+
+} // namespace
+
+void calcOlderExpressions(Document& doc, Services& services) {
+    if (doc.NumDataRecs < 1)
+        return;
+    const platform::Freeze freeze(services.ui, doc);
+    const platform::HourGlass wait(services.ui);
+    FieldProgress progress(services, doc.NumDataRecs);
+    const CheckLongs checks(doc);
+    for (int field = 1; field < model::highestField(doc.CurrDB20); ++field) {
+        const model::FieldDef& def = doc.CurrDB20.Fields[static_cast<std::size_t>(field)];
+        if (def.Type != FieldType::Expression)
+            continue;
+        progress.begin(def);
+        calcOlderField(doc, services, field, progress);
+    }
+}
+
+void recalcExpressions(Document& doc, Services& services) {
+    if (doc.NumDataRecs < 1)
+        return;
+    const platform::Freeze freeze(services.ui, doc);
+    const platform::HourGlass wait(services.ui);
+    FieldProgress progress(services, doc.NumDataRecs);
+    const int last = model::highestField(doc.CurrDB20) - 1;
+    for (int field = 1; field <= last; ++field)
+        recalcField(doc, services, field, progress);
+}
+
+} // namespace tallybook::document

@@ -1,0 +1,160 @@
+// edit: the verb around the scripts, and the examples of its documentation.
+#include "Samples.h"
+#include "cli/CommandRunner.h"
+#include "cli/TestBooks.h"
+#include "cli/inspect/FileMap.h"
+#include "cli/inspect/RecordCells.h"
+
+#include <fstream>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace tallybook::cli {
+namespace {
+
+TEST(EditTest, savesTheResultToOut) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    test.put("script", std::string("goto 2 Count\ntype \"77\"\n"));
+    const CommandResult result = test.run({"edit", "MS2_Small.pdb", "--out", "MS2_Out.pdb", "--script", "script"});
+    EXPECT_EQ(result.code, 0) << result.err;
+    EXPECT_EQ(result.out + result.err, "");
+    EXPECT_EQ(test.bytes("MS2_Small.pdb"), smallDatabase());
+    const std::string cells = test.run({"cells", "MS2_Out.pdb"}).out;
+    EXPECT_NE(cells.find("Unfiled,Second,77,"), std::string::npos) << cells;
+    EXPECT_TRUE(test.temporaryFolderIsEmpty());
+}
+
+TEST(EditTest, readsTheScriptFromStandardInput) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    const CommandResult result =
+        test.run({"edit", "MS2_Small.pdb", "--script", "-"}, "goto 2 Count\ntype \"77\"\nsave\n");
+    EXPECT_EQ(result.code, 0) << result.err;
+    EXPECT_NE(test.run({"cells", "MS2_Small.pdb"}).out.find("Unfiled,Second,77,"), std::string::npos);
+}
+
+TEST(EditTest, saysWhatWasNotSaved) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    const CommandResult result = test.run({"edit", "MS2_Small.pdb", "--script", "-"}, "add\n");
+    EXPECT_EQ(result.code, 0);
+    EXPECT_EQ(result.err, "Changes were not saved.\n");
+    EXPECT_EQ(test.bytes("MS2_Small.pdb"), smallDatabase());
+}
+
+TEST(EditTest, countsAnEditThatIsStillOpen) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    const CommandResult result = test.run({"edit", "MS2_Small.pdb", "--script", "-"}, "goto 1 Count\ntype 3\n");
+    EXPECT_EQ(result.code, 0);
+    EXPECT_EQ(result.err, "Changes were not saved.\n");
+}
+
+TEST(EditTest, namesScriptAndLineOfAFailure) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    test.put("my script", std::string("# nothing\nadd\ngoto 9 Title\n"));
+    const CommandResult result = test.run({"edit", "MS2_Small.pdb", "--out", "MS2_Out.pdb", "--script", "my script"});
+    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.err, "my script:3: no such record: 9\n");
+    EXPECT_FALSE(std::filesystem::exists(test.path("MS2_Out.pdb")));
+}
+
+TEST(EditTest, runsNothingOfAScriptThatMakesNoSense) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    const CommandResult unknown = test.run({"edit", "MS2_Small.pdb", "--script", "-"}, "add\nsave\nfrobnicate\n");
+    EXPECT_EQ(unknown.code, 2);
+    EXPECT_EQ(unknown.err, "standard input:3: unknown command: frobnicate\n");
+    const CommandResult open = test.run({"edit", "MS2_Small.pdb", "--script", "-"}, "add\nsave\ntype \"abc\n");
+    EXPECT_EQ(open.code, 2);
+    EXPECT_EQ(open.err, "standard input:3: a text without its closing double quote\n");
+    EXPECT_EQ(test.bytes("MS2_Small.pdb"), smallDatabase());
+}
+
+TEST(EditTest, answersWithYesWhenToldSo) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    EXPECT_EQ(test.run({"edit", "MS2_Small.pdb", "--script", "-"}, "delete\n").code, 1);
+    EXPECT_EQ(test.run({"edit", "MS2_Small.pdb", "--yes", "--script", "-"}, "delete\nexpect-records 2\n").code, 0);
+}
+
+TEST(EditTest, usesThePasswordFileForChangesToo) {
+    const CommandTest test;
+    test.put("MS2_Locked.pdb", lockedDatabase());
+    test.put("password", std::string("secret\n"));
+    const std::vector<std::string> arguments = {"edit",     "MS2_Locked.pdb", "--password-file",
+                                                "password", "--script",       "-"};
+    const CommandResult refused = test.run(arguments, "click 1 Count\n");
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_EQ(refused.err, "standard input:1: Incorrect password\n");
+    EXPECT_EQ(test.run(arguments, "password \"change\"\nclick 1 Count\nexpect-editor \"12\"\n").code, 0);
+}
+
+// The pictures of a file's records, in order.
+std::vector<platform::Bytes> pictures(const platform::Bytes& file) {
+    std::vector<platform::Bytes> all;
+    for (const ListEntry& entry : mapFile(file).entries) {
+        if (entry.record < model::kFixedRecords)
+            continue;
+        for (const RecordCell& cell : walkRecord(file, entry.bytes, {}).cells)
+            if (cell.type == static_cast<std::uint8_t>(model::FieldType::Image)) {
+                const platform::ByteSpan bytes = cell.picture.of(file);
+                all.emplace_back(bytes.begin(), bytes.end());
+            }
+    }
+    return all;
+}
+
+TEST(EditTest, keepsAPictureThroughTwoSaves) {
+    const CommandTest test;
+    test.put("MS2_Inventory.pdb", samples::inventory());
+    const CommandResult result =
+        test.run({"edit", "MS2_Inventory.pdb", "--script", "-"},
+                 "answer yes\ndelete\nsave\nanswer yes\ndelete\nsave\nexpect-cell 2 Picture \" {Image}\"\n");
+    EXPECT_EQ(result.code, 0) << result.err;
+    EXPECT_EQ(test.run({"check", "MS2_Inventory.pdb"}).out, "");
+    // The first two records, both with pictures, are gone; the others have theirs.
+    std::vector<platform::Bytes> expected = pictures(samples::inventory());
+    ASSERT_GT(expected.size(), 2U);
+    expected.erase(expected.begin(), expected.begin() + 2);
+    EXPECT_EQ(pictures(test.bytes("MS2_Inventory.pdb")), expected);
+}
+
+// The documentation ------------------------------------------------------------------------------------------
+
+// What stands between "```script" and "```" in docs/edit-scripts.md, one text for each.
+std::vector<std::string> documentedScripts() {
+    std::ifstream file(std::string(TALLYBOOK_SOURCE_DIR) + "/docs/edit-scripts.md");
+    std::vector<std::string> scripts;
+    bool inside = false;
+    for (std::string line; std::getline(file, line);) {
+        if (inside && line == "```")
+            inside = false;
+        else if (inside)
+            scripts.back() += line + '\n';
+        else if (line == "```script") {
+            inside = true;
+            scripts.emplace_back();
+        }
+    }
+    return scripts;
+}
+
+TEST(EditDocumentationTest, hasExamplesThatRun) {
+    const std::vector<std::string> scripts = documentedScripts();
+    EXPECT_GE(scripts.size(), 5U);
+    for (const std::string& script : scripts) {
+        const CommandTest test;
+        test.put("MS2_Books.pdb", samples::books());
+        const CommandResult result =
+            test.run({"edit", "MS2_Books.pdb", "--out", "MS2_Out.pdb", "--script", "-"}, script);
+        EXPECT_EQ(result.code, 0) << script << result.err;
+        EXPECT_EQ(test.run({"check", "MS2_Out.pdb"}).out, "") << script;
+    }
+}
+
+} // namespace
+} // namespace tallybook::cli

@@ -1,0 +1,147 @@
+// save, and the samples that it leaves as they are.
+#include "PalmBitmap.h"
+#include "Samples.h"
+#include "cli/CommandRunner.h"
+#include "cli/TestBooks.h"
+
+#include <array>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <set>
+#include <string>
+
+namespace tallybook::cli {
+namespace {
+
+// Bytes 36 to 43, the dates of creation and modification, are those of the save.
+platform::Bytes withoutDates(platform::Bytes bytes) {
+    for (std::size_t at = 36; at < 44 && at < bytes.size(); ++at)
+        bytes[at] = 0;
+    return bytes;
+}
+
+TEST(SaveTest, changesNothingButTheDates) {
+    const CommandTest test;
+    for (const samples::Sample& sample : samples::samples()) {
+        const std::string name(sample.fileName);
+        test.put(name, sample.make());
+        const CommandResult result = test.run({"save", name, "MS2_Saved.pdb"});
+        EXPECT_EQ(result.code, 0) << name << ": " << result.err;
+        EXPECT_EQ(result.out + result.err, "");
+        EXPECT_EQ(withoutDates(test.bytes("MS2_Saved.pdb")), withoutDates(sample.make())) << name;
+        EXPECT_EQ(test.bytes(name), sample.make()) << name;
+    }
+    EXPECT_TRUE(test.temporaryFolderIsEmpty());
+}
+
+TEST(SaveTest, writesTheDateOfTheSave) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    ASSERT_EQ(test.run({"save", "MS2_Small.pdb", "MS2_Out.pdb"}).code, 0);
+    const platform::Bytes saved = test.bytes("MS2_Out.pdb");
+    const platform::Bytes before = smallDatabase();
+    EXPECT_FALSE(std::equal(saved.begin() + 36, saved.begin() + 40, before.begin() + 36));
+    EXPECT_TRUE(std::equal(saved.begin() + 36, saved.begin() + 40, saved.begin() + 40));
+}
+
+TEST(SaveTest, replacesAFileAndMaySaveOverItsOwn) {
+    const CommandTest test;
+    test.put("MS2_Inventory.pdb", samples::inventory());
+    test.put("MS2_Out.pdb", std::string("something else"));
+    EXPECT_EQ(test.run({"save", "MS2_Inventory.pdb", "MS2_Out.pdb"}).code, 0);
+    EXPECT_EQ(withoutDates(test.bytes("MS2_Out.pdb")), withoutDates(samples::inventory()));
+    EXPECT_EQ(test.run({"save", "MS2_Inventory.pdb", "MS2_Inventory.pdb"}).code, 0);
+    EXPECT_EQ(withoutDates(test.bytes("MS2_Inventory.pdb")), withoutDates(samples::inventory()));
+}
+
+TEST(SaveTest, putsUnderscoresForBlanksIntoTheNameOnDisk) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    EXPECT_EQ(test.run({"save", "MS2_Small.pdb", "MS2_My books.pdb"}).code, 0);
+    EXPECT_TRUE(std::filesystem::exists(test.path("MS2_My_books.pdb")));
+}
+
+TEST(SaveTest, leavesADeletedRecordOut) {
+    const CommandTest test;
+    platform::Bytes bytes = smallDatabase();
+    bytes[78 + 88 * 8 + 4] |= 0x80; // the entry of "Second"
+    test.put("MS2_Small.pdb", bytes);
+    ASSERT_EQ(test.run({"save", "MS2_Small.pdb", "MS2_Out.pdb"}).code, 0);
+    EXPECT_EQ(test.bytes("MS2_Out.pdb")[77], 89);
+    EXPECT_EQ(test.run({"check", "MS2_Out.pdb"}).out, "");
+    const std::string cells = test.run({"cells", "MS2_Out.pdb"}).out;
+    EXPECT_EQ(cells.find("Second"), std::string::npos);
+    EXPECT_NE(cells.find("home,Third,"), std::string::npos);
+}
+
+TEST(SaveTest, namesTheFolderThatIsNotThere) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    const CommandResult result = test.run({"save", "MS2_Small.pdb", "none/MS2_Out.pdb"});
+    EXPECT_EQ(result.code, 1);
+    EXPECT_NE(result.err.find(test.path("none").string()), std::string::npos) << result.err;
+}
+
+TEST(SaveTest, leavesTheTargetOfARefusedOpen) {
+    const CommandTest test;
+    test.put("MS2_Out.pdb", std::string("old"));
+    EXPECT_EQ(test.run({"save", "MS2_None.pdb", "MS2_Out.pdb"}).code, 1);
+    EXPECT_EQ(test.text("MS2_Out.pdb"), "old");
+}
+
+// The samples ------------------------------------------------------------------------------------------------
+
+platform::Bytes fileBytes(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+TEST(SamplesTest, areWhatTheirProgramMakes) {
+    const std::filesystem::path folder = std::filesystem::path(TALLYBOOK_SOURCE_DIR) / "samples";
+    std::set<std::string> expected;
+    for (const samples::Sample& sample : samples::samples()) {
+        expected.emplace(sample.fileName);
+        EXPECT_EQ(fileBytes(folder / sample.fileName), sample.make()) << sample.fileName << ": run `make samples`";
+    }
+    std::set<std::string> found;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        if (entry.path().extension() == ".pdb")
+            found.insert(entry.path().filename().string());
+    EXPECT_EQ(found, expected);
+}
+
+TEST(SamplesTest, theLockedDatabaseOfTheTestsIsWhatItsProgramMakes) {
+    const std::filesystem::path path = std::filesystem::path(TALLYBOOK_SOURCE_DIR) / "tests/data/MS2_Locked.pdb";
+    EXPECT_EQ(fileBytes(path), lockedDatabase());
+}
+
+TEST(SamplesTest, haveNothingWrong) {
+    const CommandTest test;
+    for (const samples::Sample& sample : samples::samples()) {
+        test.put(std::string(sample.fileName), sample.make());
+        const CommandResult result = test.run({"check", std::string(sample.fileName)});
+        EXPECT_EQ(result.code, 0) << sample.fileName << '\n' << result.out;
+    }
+}
+
+TEST(SamplesTest, aLargeTableHasTheShapeAskedFor) {
+    const CommandTest test;
+    test.put("MS2_Large.pdb", samples::large({.records = 500, .fields = 80, .filled = 10}));
+    EXPECT_EQ(test.run({"check", "MS2_Large.pdb"}).out, "");
+    const std::string info = test.run({"info", "MS2_Large.pdb"}).out;
+    EXPECT_NE(info.find("Records: 500\n"), std::string::npos);
+    EXPECT_NE(info.find("Fields: 81\n"), std::string::npos);
+    EXPECT_EQ(samples::large({.records = 50}), samples::large({.records = 50}));
+}
+
+// 4 pixels by 2, 16 greys: black, two greys, white; then a white row.
+TEST(PalmBitmapTest, isWrittenInRuns) {
+    const std::array<std::string_view, 2> rows = {"@*- ", "    "};
+    const platform::Bytes expected = {0x00, 0x04, 0x00, 0x02, 0x00, 0x02, 0x80, 0x00, 0x04, 0x02, 0x00, 0x00,
+                                      0x00, 0x01, 0x00, 0x00, 0x00, 0x08, 0x01, 0xFA, 0x01, 0x50, 0x02, 0x00};
+    EXPECT_EQ(samples::greyBitmap(rows), expected);
+}
+
+} // namespace
+} // namespace tallybook::cli

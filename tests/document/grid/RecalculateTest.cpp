@@ -1,0 +1,158 @@
+#include "core/document/grid/Recalculate.h"
+
+#include "support/CalculatedFields.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+namespace tallybook::document {
+namespace {
+
+using model::FieldType;
+using test::CalculatedFields;
+
+constexpr calc::Token kPrevious = calc::token::kPreviousRecord;
+
+TEST(RecalcExpressions, goesThroughTheFieldsInSlotOrder) {
+    CalculatedFields table;
+    table.field(1, FieldType::Integer);
+    table.expression(2, FieldType::Expression, 0, {1, 90, 4}); // the old text of the field behind
+    table.expression(3, FieldType::Expression, 0, {2, 92, 2}); // the new text of the field ahead
+    table.expression(4, FieldType::Expression, 0, {3, 90, 1});
+    table.set(0, 1, "2");
+    table.set(0, 4, "100");
+    recalcExpressions(table.doc, table.t.services);
+    EXPECT_EQ(table.cell(0, 2), "102");
+    EXPECT_EQ(table.cell(0, 3), "10404");
+    EXPECT_EQ(table.cell(0, 4), "10406");
+    recalcExpressions(table.doc, table.t.services);
+    EXPECT_EQ(table.cell(0, 2), "10408");
+}
+
+TEST(RecalcExpressions, readsItsOwnColumnAsItGrows) {
+    CalculatedFields table(4);
+    table.field(1, FieldType::Float, 2);
+    table.expression(2, FieldType::Expression, 0, {1, 90, kPrevious + 2}, 2);
+    for (int record = 0; record < 4; ++record)
+        table.set(record, 1, "1.25");
+    recalcExpressions(table.doc, table.t.services);
+    EXPECT_EQ(table.cell(0, 2), "1.25"); // a running total
+    EXPECT_EQ(table.cell(1, 2), "2.50");
+    EXPECT_EQ(table.cell(2, 2), "3.75");
+    EXPECT_EQ(table.cell(3, 2), "5.00");
+}
+
+TEST(RecalcExpressions, takesTheRecordAboveInTheOrderOfTheGrid) {
+    CalculatedFields table(3);
+    table.field(1, FieldType::Integer);
+    table.expression(2, FieldType::Expression, 0, {kPrevious + 1});
+    for (int record = 0; record < 3; ++record)
+        table.set(record, 1, std::to_string(record + 1));
+    table.doc.grd.permuteRows({2, 0, 1});
+    recalcExpressions(table.doc, table.t.services);
+    EXPECT_EQ(table.cell(0, 2), "0");
+    EXPECT_EQ(table.cell(1, 2), "3");
+    EXPECT_EQ(table.cell(2, 2), "1");
+}
+
+TEST(RecalcExpressions, showsItsProgress) {
+    CalculatedFields table(600);
+    table.field(1, FieldType::Integer);
+    table.expression(2, FieldType::Expression, 0, {1});
+    table.doc.CurrDB20.Fields[2].Name = "Total";
+    recalcExpressions(table.doc, table.t.services);
+    const auto& shown = table.t.user.progresses;
+    ASSERT_GE(shown.size(), 4U);
+    EXPECT_EQ(shown[0], (test::ScriptedUser::Progress{"Calculating...", 0, 600}));
+    EXPECT_EQ(shown[1], (test::ScriptedUser::Progress{"Calculating Total ...", 0, 600}));
+    EXPECT_EQ(shown[shown.size() - 2], (test::ScriptedUser::Progress{"Calculating Total ...", 599, 600}));
+    EXPECT_TRUE(std::is_sorted(shown.begin() + 1, shown.end() - 1,
+                               [](const auto& a, const auto& b) { return a.value < b.value; }));
+    EXPECT_EQ(table.t.user.waits, 1);
+    EXPECT_EQ(table.t.user.freezes, 1);
+    EXPECT_TRUE(table.t.user.atRest());
+}
+
+TEST(RecalcExpressions, leavesEverythingElseAsItIs) {
+    CalculatedFields table(3);
+    table.field(1, FieldType::Integer);
+    table.field(3, FieldType::Text);
+    table.expression(2, FieldType::Expression, 0, {1});
+    table.set(1, 1, "4");
+    table.set(1, 3, "kept");
+    const model::GridPlace place{3, 4, 4, 2};
+    table.doc.grd.setPlace(place);
+    const auto revision = table.doc.grd.revision();
+    recalcExpressions(table.doc, table.t.services);
+    EXPECT_EQ(table.doc.grd.place(), place);
+    EXPECT_EQ(table.cell(1, 3), "kept");
+    EXPECT_FALSE(table.doc.DocModified);
+    EXPECT_TRUE(table.doc.GridReady);
+    EXPECT_GT(table.doc.grd.revision(), revision);
+}
+
+TEST(RecalcExpressions, keepsTheDocumentModifiedWhenItWas) {
+    CalculatedFields table;
+    table.expression(2, FieldType::Expression, 0, {});
+    table.doc.DocModified = true;
+    recalcExpressions(table.doc, table.t.services);
+    EXPECT_TRUE(table.doc.DocModified);
+}
+
+TEST(RecalcExpressions, doesNothingWithoutRecords) {
+    CalculatedFields table(0);
+    table.expression(2, FieldType::Expression, 0, {86});
+    recalcExpressions(table.doc, table.t.services);
+    EXPECT_EQ(table.cell(0, 2), ""); // of the placeholder
+    EXPECT_TRUE(table.t.user.progresses.empty());
+    EXPECT_EQ(table.t.user.waits, 0);
+}
+
+TEST(RecalcExpressions, takesTheFirstAndTheLastSlot) {
+    CalculatedFields table;
+    table.expression(1, FieldType::Expression, 0, {80});
+    table.expression(80, FieldType::Expression, 0, {86});
+    table.constant(80, 0, "7");
+    recalcExpressions(table.doc, table.t.services);
+    EXPECT_EQ(table.cell(0, 1), "0");
+    EXPECT_EQ(table.cell(0, 80), "7");
+    recalcExpressions(table.doc, table.t.services);
+    EXPECT_EQ(table.cell(0, 1), "7");
+}
+
+TEST(RecalcExpressions, storesUsualResultsAsWords) {
+    CalculatedFields table;
+    table.field(1, FieldType::Float, 2);
+    table.expression(2, FieldType::Expression, 0, {1}, 2);
+    table.set(0, 1, "1.50");
+    recalcExpressions(table.doc, table.t.services);
+    EXPECT_EQ(table.cell(0, 2), "1.50");
+    EXPECT_EQ(table.doc.grd.column(3).stored(table.doc.grd.order().id(0)).kind, model::StoredCell::Kind::Word);
+}
+
+TEST(RecalcExpressions, fillsAdvancedAndConditionalFieldsToo) {
+    CalculatedFields table(2);
+    table.field(1, FieldType::Integer);
+    table.expression(2, FieldType::AdvExpression, 0, {89, 1, 92, 1});
+    table.constant(2, 0, "\x03");
+    table.doc.CurrDB20.CondExprs[3].CondFields = {2, 0, 0};
+    table.doc.CurrDB20.CondExprs[3].CondOps = {'>', 0, 0};
+    table.doc.CurrDB20.CondExprs[3].CondValues = {"10", "", ""};
+    table.doc.CurrDB20.CondExprs[3].TrueText = "much";
+    table.doc.CurrDB20.CondExprs[3].TrueKind = 1;
+    table.doc.CurrDB20.CondExprs[3].FalseText = "little";
+    table.field(3, FieldType::ConditionalExpression);
+    table.set(0, 1, "3");
+    table.set(1, 1, "4");
+    recalcExpressions(table.doc, table.t.services);
+    EXPECT_EQ(table.cell(0, 2), "9");
+    EXPECT_EQ(table.cell(1, 2), "16");
+    EXPECT_EQ(table.doc.grd.colour(2, 3), 16711680U);
+    EXPECT_EQ(table.cell(0, 3), "little"); // goes by the new result
+    EXPECT_EQ(table.cell(1, 3), "much");
+    EXPECT_EQ(table.doc.grd.colour(3, 4), 255U);
+    EXPECT_TRUE(table.t.user.atRest());
+}
+
+} // namespace
+} // namespace tallybook::document
