@@ -1,6 +1,7 @@
 // Conditions asked block by block beside the same ones asked record by record, over tables of every kind of field.
 #include "core/calc/cells/CellCoders.h"
 #include "core/calc/conditions/EvalCond.h"
+#include "core/model/Document.h"
 #include "support/Regions.h"
 #include "support/TestServices.h"
 
