@@ -2,6 +2,7 @@
 
 #include "ContainerMutator.h"
 #include "ExpressionProbe.h"
+#include "PictureProbe.h"
 #include "ReaderProbe.h"
 #include "SmallDatabase.h"
 #include "core/pdb/AttributeBlocks.h"
@@ -164,7 +165,7 @@ std::string dataRecord(ByteSpan input) {
     return probeReader(putTogether(file)).complaint;
 }
 
-constexpr std::array<Target, 17> kTargets = {{{"database", database},
+constexpr std::array<Target, 19> kTargets = {{{"database", database},
                                               {"older", older},
                                               {"header_values", headerValues},
                                               {"field_table", fieldTable},
@@ -180,7 +181,9 @@ constexpr std::array<Target, 17> kTargets = {{{"database", database},
                                               {"filters", filters},
                                               {"data_record", dataRecord},
                                               {"compile", probeCompile},
-                                              {"evaluate", probeEvaluate}}};
+                                              {"evaluate", probeEvaluate},
+                                              {"palm_bitmap", probePalmBitmap},
+                                              {"bmp", probeBmp}}};
 
 } // namespace
 
