@@ -338,6 +338,25 @@ TEST(Ansi, namesTheFirstCharacterThatNoByteStandsFor) {
     EXPECT_EQ(foreignCharacter("a\xFF"), "U+FFFD");
 }
 
+TEST(Ansi, tellsWhereTheFirstForeignCharacterStands) {
+    EXPECT_FALSE(firstForeign("abc \xE2\x82\xAC"));
+    const auto foreign = firstForeign("\xC3\xA9"
+                                      "e\xCC\x81"
+                                      "\xE4\xB8\xAD\xE6\x96\x87"); // two letters ahead, one composed
+    ASSERT_TRUE(foreign);
+    EXPECT_EQ(foreign->name, "U+4E2D");
+    EXPECT_EQ(foreign->position, 2U);
+}
+
+TEST(Ansi, countsWhatItReplaces) {
+    const Replacements none = replacements("caf\xC3\xA9 e\xCC\x81");
+    EXPECT_EQ(none.bestFits + none.questionMarks, 0U);
+    const Replacements some =
+        replacements("\xC5\x81ukasz \xE6\x97\xA5\xE6\x9C\xAC \xFF"); // a barred L, two ideographs
+    EXPECT_EQ(some.bestFits, 1U);
+    EXPECT_EQ(some.questionMarks, 3U);
+}
+
 TEST(Ansi, givesAQuestionMarkForEachMalformedByte) {
     const std::pair<const char*, const char*> cases[] = {
         {"\x80", "?"},                // no beginning

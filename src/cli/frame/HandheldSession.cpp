@@ -3,9 +3,9 @@
 #include "adapters/AppFolder.h"
 #include "adapters/HandheldChoice.h"
 #include "adapters/IniSettings.h"
+#include "cli/frame/IncomingText.h"
 #include "cli/frame/Regions.h"
 #include "cli/frame/Texts.h"
-#include "core/calc/values/Ansi.h"
 #include "core/platform/AppFolders.h"
 #include "core/shell/ProgramSettings.h"
 
@@ -47,10 +47,10 @@ HandheldSession::HandheldSession(Terminal& terminal, const HandheldOptions& opti
       m_regional(regionNamed(options.region).value_or(platform::Regional{})), m_services{m_user, m_files, m_clock,
                                                                                          m_regional,
                                                                                          folderOf(m_files, options)},
-      m_wanted(calc::ansi::fromUtf8(options.user)) {
+      m_wanted(options.user) {
     const platform::Surroundings around = adapters::surroundings();
     const adapters::IniSettings settings(m_files, platform::configFolder(around) / adapters::kSettingsFile);
-    m_users.CurrentUser = calc::ansi::fromUtf8(shell::loadUserId(settings));
+    m_users.CurrentUser = storedText(shell::loadUserId(settings)).value_or("");
     m_desktop = adapters::chooseHandheld(m_files, adapters::handheldPlaces(around, m_services.applicationFolder),
                                          settingOf(options, settings));
 }
@@ -60,13 +60,14 @@ bool HandheldSession::start() {
 }
 
 std::optional<int> HandheldSession::user() {
-    if (!m_wanted.empty())
-        m_users.CurrentUser = m_wanted;
-    const int position = m_users.currentPosition();
+    const std::optional<std::string> wanted = storedText(m_wanted); // what cannot be stored is no user's name
+    if (!m_wanted.empty() && wanted)
+        m_users.CurrentUser = *wanted;
+    const int position = wanted ? m_users.currentPosition() : -1;
     if (position >= 0)
         return position;
     if (!m_wanted.empty())
-        m_user.say(noSuchUser(m_wanted));
+        m_user.sayUtf8(noSuchUser(m_wanted));
     return std::nullopt;
 }
 

@@ -48,7 +48,7 @@ private:
     adapters::SystemClock m_clock;
     platform::Regional m_regional;
     platform::Services m_services;
-    std::string m_wanted; // Windows-1252
+    std::string m_wanted; // UTF-8
     std::unique_ptr<handheld::HandheldDesktop> m_desktop;
     handheld::UserList m_users;
 };

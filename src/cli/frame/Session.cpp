@@ -1,7 +1,6 @@
 #include "cli/frame/Session.h"
 
 #include "cli/frame/Texts.h"
-#include "core/calc/values/Ansi.h"
 #include "core/document/file/OpenSave.h"
 
 #include <string>
@@ -9,23 +8,12 @@
 
 namespace tallybook::cli {
 
-namespace {
-
-std::optional<std::string> ansiPassword(const CommonOptions& options) {
-    const std::optional<std::string> password = options.password();
-    if (!password)
-        return std::nullopt;
-    return calc::ansi::fromUtf8(*password);
-}
-
-} // namespace
-
 std::filesystem::path Session::applicationFolder(const CommonOptions& options, const adapters::TemporaryFolder& own) {
     return options.applicationFolder.empty() ? own.path() : std::filesystem::absolute(options.applicationFolder);
 }
 
 Session::Session(Terminal& terminal, const CommonOptions& options)
-    : m_user(terminal, {options.yes, ansiPassword(options)}),
+    : m_user(terminal, {options.yes, options.password()}),
       m_regional(options.regional()), m_services{m_user, m_files, m_clock, m_regional,
                                                  applicationFolder(options, m_folder)} {}
 

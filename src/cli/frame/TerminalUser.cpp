@@ -1,8 +1,8 @@
 #include "cli/frame/TerminalUser.h"
 
+#include "cli/frame/IncomingText.h"
 #include "cli/frame/Texts.h"
 #include "core/calc/values/Ansi.h"
-#include "core/platform/OwnTexts.h"
 
 #include <array>
 #include <ostream>
@@ -77,6 +77,11 @@ void TerminalUser::say(const std::string& text) {
     m_terminal.err << shownText(text) << '\n';
 }
 
+void TerminalUser::sayUtf8(const std::string& text) {
+    m_spoke = true;
+    m_terminal.err << text << '\n';
+}
+
 Answer TerminalUser::message(const Message& message) {
     say(message.text);
     if (message.buttons == Buttons::Ok)
@@ -114,7 +119,7 @@ std::optional<std::string> TerminalUser::askPassword(const std::string& actionWo
         if (m_passwordGivenFor == actionWord)
             return std::nullopt;
         m_passwordGivenFor = actionWord;
-        return m_answers.password;
+        return storedPassword(*m_answers.password);
     }
     if (!m_terminal.interactive()) {
         m_spoke = true;
@@ -125,7 +130,15 @@ std::optional<std::string> TerminalUser::askPassword(const std::string& actionWo
         m_terminal.askSecret(shownText(actionWord + " password of " + fileName + ": "));
     if (!typed)
         return std::nullopt;
-    return calc::ansi::fromUtf8(*typed);
+    return storedPassword(*typed);
+}
+
+std::optional<std::string> TerminalUser::storedPassword(const std::string& utf8) {
+    const std::string fault = faultOfText(utf8);
+    if (fault.empty())
+        return checkedText(utf8);
+    sayUtf8(passwordFault(fault));
+    return std::nullopt;
 }
 
 std::optional<std::string> TerminalUser::askText(const std::string&, const std::string& prompt,
@@ -139,10 +152,10 @@ std::optional<std::string> TerminalUser::askText(const std::string&, const std::
     const std::optional<std::string> line = m_terminal.ask(shownText(shown) + ": ");
     if (!line)
         return std::nullopt;
-    const std::string foreign = calc::ansi::foreignCharacter(*line);
-    if (foreign.empty())
-        return calc::ansi::fromUtf8(*line);
-    say(platform::texts::foreignCharacter(foreign));
+    const std::string fault = faultOfText(*line);
+    if (fault.empty())
+        return checkedText(*line);
+    sayUtf8(fault);
     return std::nullopt;
 }
 

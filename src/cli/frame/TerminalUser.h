@@ -27,7 +27,7 @@ class TerminalUser : public platform::UserInterface {
 public:
     struct Answers {
         bool yes = false;                    // every question is answered with Yes or OK
-        std::optional<std::string> password; // Windows-1252; given once for each action, instead of a prompt
+        std::optional<std::string> password; // UTF-8; given once for each action, instead of a prompt
     };
     TerminalUser(Terminal& terminal, Answers answers);
 
@@ -40,7 +40,8 @@ public:
     // Whether every question is answered with Yes from now on; gives what was so before.
     bool setYes(bool yes) { return std::exchange(m_answers.yes, yes); }
 
-    void say(const std::string& text); // Windows-1252
+    void say(const std::string& text);     // Windows-1252
+    void sayUtf8(const std::string& text); // what the command says in words of its own
 
     // The answer to a question whose text begins so; nobody is asked then.
     void prepareAnswer(std::string_view start, platform::Answer answer);
@@ -60,6 +61,8 @@ public:
 
 private:
     platform::Answer ask(const platform::Message& message);
+    // A password as it is stored; nothing, and a message, when none can be like it.
+    std::optional<std::string> storedPassword(const std::string& utf8);
 
     Terminal& m_terminal;
     struct Prepared {

@@ -1,6 +1,7 @@
 // What the command says in words of its own. The system's fixed messages are never among these.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -11,6 +12,24 @@ inline constexpr std::string_view kPasswordNeeded =
     "A password is needed: run the command at a terminal or use --password-file.";
 inline constexpr std::string_view kQuestionUnanswered =
     "Nobody is there to answer: run the command at a terminal or use --yes.";
+// `place` counts the characters of a text from 1; `codePoint` as "U+65E5".
+inline std::string cannotBeStored(std::size_t place, std::string_view codePoint) {
+    return "Character " + std::to_string(place) + ", " + std::string(codePoint) +
+           ", cannot be stored in a Tallybook.";
+}
+// `questionMarks` of the replaced characters are like no other.
+inline std::string replacedCharacters(std::size_t replaced, std::size_t lines, std::size_t questionMarks) {
+    std::string text = std::to_string(replaced) + (replaced == 1 ? " character in " : " characters in ") +
+                       std::to_string(lines) + (lines == 1 ? " line was" : " lines were") +
+                       " replaced by the nearest that a Tallybook can hold";
+    if (questionMarks > 0)
+        text += ", " + std::to_string(questionMarks) + " of them by a question mark";
+    return text + '.';
+}
+inline std::string passwordFault(std::string_view fault) {
+    return "The password: " + std::string(fault);
+}
+inline constexpr std::string_view kMemoTooLong = "A memo field may not have more than 4096 characters";
 inline constexpr std::string_view kChangesNotSaved = "Changes were not saved.";
 inline constexpr std::string_view kNoTemporaryFolder = "A temporary folder could not be made.";
 

@@ -1,7 +1,7 @@
 #include "cli/rows/FieldNames.h"
 
+#include "cli/frame/IncomingText.h"
 #include "cli/rows/GridRows.h"
-#include "core/calc/values/Ansi.h"
 #include "core/calc/values/Text.h"
 
 #include <charconv>
@@ -22,7 +22,10 @@ std::optional<int> slotNumber(std::string_view text) {
 } // namespace
 
 std::variant<int, std::string> columnNamed(const model::Document& doc, const std::string& name) {
-    const std::string sought = calc::ansi::fromUtf8(name);
+    const std::optional<std::string> stored = storedText(name);
+    if (!stored)
+        return "no such field: " + name;
+    const std::string& sought = *stored;
     int found = 0;
     int matches = 0;
     for (const int column : usedColumns(doc)) {

@@ -1,7 +1,7 @@
 #include "cli/rows/ViewOptions.h"
 
+#include "cli/frame/IncomingText.h"
 #include "cli/frame/Texts.h"
-#include "core/calc/values/Ansi.h"
 #include "core/document/views/Views.h"
 
 #include <algorithm>
@@ -11,14 +11,17 @@ namespace tallybook::cli {
 
 namespace {
 
-// The place of a name among entries of which the last `commands` are none; nothing when it is not there. A view may
-// have the name of the first entry, and is meant then.
-std::optional<int> entryNamed(std::vector<std::string> entries, std::size_t commands, const std::string& name) {
+// The place of a UTF-8 name among entries of which the last `commands` are none; nothing when it is not there. A view
+// may have the name of the first entry, and is meant then.
+std::optional<int> entryNamed(std::vector<std::string> entries, std::size_t commands, const std::string& utf8) {
+    const std::optional<std::string> name = storedText(utf8);
+    if (!name)
+        return std::nullopt;
     entries.resize(entries.size() - commands);
-    const auto found = std::find(entries.begin() + 1, entries.end(), name);
+    const auto found = std::find(entries.begin() + 1, entries.end(), *name);
     if (found != entries.end())
         return static_cast<int>(found - entries.begin());
-    return entries[0] == name ? std::optional(0) : std::nullopt;
+    return entries[0] == *name ? std::optional(0) : std::nullopt;
 }
 
 std::optional<int> filterEntry(const model::Document& doc, const std::string& name) {
@@ -36,10 +39,9 @@ std::size_t slotOfFilter(const model::DatabaseModel& db, const std::string& name
 
 std::optional<std::string> applyViewNamed(model::Document& doc, platform::Services& services,
                                           const std::string& name) {
-    const std::string view = calc::ansi::fromUtf8(name);
-    const auto entry = entryNamed(document::viewEntries(doc.CurrDB20), 1, view); // "Edit Views..."
+    const auto entry = entryNamed(document::viewEntries(doc.CurrDB20), 1, name); // "Edit Views..."
     if (!entry)
-        return noSuchView(view);
+        return noSuchView(name);
     document::chooseView(doc, services, *entry);
     return std::nullopt;
 }
@@ -49,12 +51,11 @@ std::optional<std::string> applyFiltersNamed(model::Document& doc, platform::Ser
     std::bitset<model::MaxFilters> slots;
     std::optional<int> entry;
     for (const std::string& name : names) {
-        const std::string filter = calc::ansi::fromUtf8(name);
-        entry = filterEntry(doc, filter);
+        entry = filterEntry(doc, name);
         if (!entry || (*entry == 0 && names.size() > 1))
-            return noSuchFilter(filter);
+            return noSuchFilter(name);
         if (*entry > 0)
-            slots.set(slotOfFilter(doc.CurrDB20, filter));
+            slots.set(slotOfFilter(doc.CurrDB20, checkedText(name)));
     }
     if (names.size() == 1)
         document::chooseFilter(doc, services, *entry);

@@ -10,8 +10,8 @@
 
 namespace tallybook::cli {
 
-// Chooses a view by the name that it has among the choices of the window, "Show All Fields" included. The name is
-// UTF-8. The reason, in Windows-1252, when there is no such view.
+// Chooses a view by the name that it has among the choices of the window, "Show All Fields" included. Names
+// and reasons are UTF-8. The reason when there is no such view.
 std::optional<std::string> applyViewNamed(model::Document& doc, platform::Services& services,
                                           const std::string& name);
 

@@ -1,7 +1,6 @@
 #include "cli/schema/SchemaObject.h"
 
-#include "core/calc/values/Ansi.h"
-#include "core/platform/OwnTexts.h"
+#include "cli/frame/IncomingText.h"
 
 #include <algorithm>
 #include <optional>
@@ -27,10 +26,9 @@ std::string schemaText(const Json& json, const std::string& place) {
     if (!json.is_string())
         throw SchemaFault{ExitCode::Usage, place, "A text belongs here."};
     const std::string& utf8 = json.get_ref<const std::string&>();
-    const std::string foreign = calc::ansi::foreignCharacter(utf8);
-    if (!foreign.empty())
-        throw SchemaFault{ExitCode::Refused, place, platform::texts::foreignCharacter(foreign)};
-    return calc::ansi::fromUtf8(utf8);
+    if (std::string fault = faultOfText(utf8); !fault.empty())
+        throw SchemaFault{ExitCode::Refused, place, std::move(fault)};
+    return checkedText(utf8);
 }
 
 SchemaObject::SchemaObject(const Json& json, std::string place) : m_json(json), m_place(std::move(place)) {

@@ -1,8 +1,10 @@
 #include "cli/script/Script.h"
 
+#include "cli/frame/IncomingText.h"
 #include "core/model/Limits.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tallybook::cli {
 
@@ -104,6 +106,17 @@ std::optional<ScriptError> parseLine(std::string_view text, int number, Script& 
     return std::nullopt;
 }
 
+bool namesFile(const ScriptLine& line) {
+    return line.command == "save-as";
+}
+
+// Which of the line's texts it is, where there are several.
+std::string faultInText(const ScriptWord& word, const ScriptLine& line, const std::string& fault) {
+    if (line.arguments.size() < 2)
+        return fault;
+    return "text " + std::to_string(&word - line.arguments.data() + 1) + ": " + fault;
+}
+
 } // namespace
 
 std::variant<Script, ScriptError> parseScript(std::string_view text) {
@@ -172,6 +185,34 @@ std::optional<ScriptError> checkCommands(const Script& script) {
             return ScriptError{line.number, "usage: " + std::string(command->usage)};
     }
     return std::nullopt;
+}
+
+std::optional<ScriptError> checkTexts(const Script& script) {
+    for (const ScriptLine& line : script) {
+        if (namesFile(line))
+            continue;
+        for (const ScriptWord& word : line.arguments)
+            if (const std::string fault = faultOfText(word.text); !fault.empty())
+                return ScriptError{line.number, faultInText(word, line, fault)};
+    }
+    return std::nullopt;
+}
+
+Replaced takeNearestTexts(Script& script) {
+    Replaced all;
+    for (ScriptLine& line : script) {
+        const std::size_t before = all.characters;
+        if (namesFile(line))
+            continue;
+        for (ScriptWord& word : line.arguments) {
+            NearestText nearest = nearestText(word.text);
+            all.characters += nearest.replaced;
+            all.questionMarks += nearest.questionMarks;
+            word.text = std::move(nearest.utf8);
+        }
+        all.lines += all.characters > before ? 1 : 0;
+    }
+    return all;
 }
 
 } // namespace tallybook::cli

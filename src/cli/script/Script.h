@@ -1,6 +1,7 @@
 // The edit script: one command a line, words apart by blanks, texts in double quotes, "#" begins a comment.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -49,5 +50,16 @@ const std::vector<ScriptCommand>& scriptCommands();
 
 // The first line whose command is unknown or has a wrong number of arguments.
 std::optional<ScriptError> checkCommands(const Script& script);
+
+// The first line with a text that a database cannot hold. The names of files are texts of another kind.
+std::optional<ScriptError> checkTexts(const Script& script);
+
+// Puts the nearest characters that a database can hold in the place of all others.
+struct Replaced {
+    std::size_t characters = 0;
+    std::size_t lines = 0;         // that held them
+    std::size_t questionMarks = 0; // characters that nothing is near to
+};
+Replaced takeNearestTexts(Script& script);
 
 } // namespace tallybook::cli

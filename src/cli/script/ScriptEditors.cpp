@@ -1,4 +1,6 @@
 // The commands of a script that open, fill and close the editor of a cell.
+#include "cli/frame/IncomingText.h"
+#include "cli/frame/Texts.h"
 #include "cli/script/ScriptRunner.h"
 #include "core/calc/values/Ansi.h"
 #include "core/calc/values/Dates.h"
@@ -49,6 +51,10 @@ std::optional<calc::Date> isoDate(std::string_view text) {
     if (!part(0, 4, date.year) || !part(5, 2, date.month) || !part(8, 2, date.day) || !calc::isRealDate(date))
         return std::nullopt;
     return date;
+}
+
+std::string tooLongForCell() {
+    return "a cell takes at most " + std::to_string(model::kTextLength) + " characters";
 }
 
 } // namespace
@@ -189,7 +195,7 @@ ScriptRunner::Failure ScriptRunner::typeFurther(const std::string& text) {
                                                : "a date is picked, not typed: use date";
     for (const char c : text) {
         if (!editor.allSelected && editor.text.size() >= model::kTextLength)
-            return "a cell takes at most " + std::to_string(model::kTextLength) + " characters";
+            return tooLongForCell();
         const std::string before = editor.allSelected ? std::string() : editor.text;
         editor.allSelected = false;
         editor.text = before + c;
@@ -202,7 +208,7 @@ ScriptRunner::Failure ScriptRunner::typeFurther(const std::string& text) {
 ScriptRunner::Failure ScriptRunner::doType(const Words& words) {
     if (Failure failure = noModal())
         return failure;
-    const std::string text = calc::ansi::fromUtf8(words[0].text);
+    const std::string text = checkedText(words[0].text);
     if (std::any_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }))
         return "line breaks and tabs cannot be typed into a cell: use memo or key";
     if (m_doc.editor.open() && !text.empty())
@@ -248,7 +254,7 @@ ScriptRunner::Failure ScriptRunner::pickRecord(const ScriptWord& word) {
     if (m_user.takeSpoke())
         return std::nullopt; // why there is nothing to pick from
     const int slot = model::slotOfColumn(m_doc.grd.col());
-    const auto row = document::findDisplayText(m_doc.External.at(slot), calc::ansi::fromUtf8(word.text));
+    const auto row = document::findDisplayText(m_doc.External.at(slot), checkedText(word.text));
     if (!row)
         return "no such record: " + word.text;
     view.cmdOK(m_doc, row);
@@ -264,7 +270,7 @@ ScriptRunner::Failure ScriptRunner::doPick(const Words& words) {
         return failure;
     if (!m_doc.editor.open())
         return std::nullopt;
-    const std::string item = calc::ansi::fromUtf8(words[0].text);
+    const std::string item = checkedText(words[0].text);
     const std::vector<std::string>& entries = m_doc.editor.entries;
     const auto found = std::find(entries.begin(), entries.end(), item);
     if (found == entries.end())
@@ -279,7 +285,7 @@ ScriptRunner::Failure ScriptRunner::doRadio(const Words& words) {
         return failure;
     if (m_modal.open != EditAction::Open::RadioDialog)
         return std::nullopt;
-    const std::string item = calc::ansi::fromUtf8(words[0].text);
+    const std::string item = checkedText(words[0].text);
     const std::vector<std::string>& items = m_doc.CurrDB20.Lists.at(m_doc.CurrField).Items;
     const auto found = std::find(items.begin(), items.end(), item);
     if (found == items.end())
@@ -319,7 +325,12 @@ ScriptRunner::Failure ScriptRunner::doMemo(const Words& words) {
         return std::nullopt;
     if (m_doc.CurrDB20.ReadOnly != 0)
         return "the database is read-only: the memo window takes no text";
-    document::acceptMemo(m_doc, m_services, calc::ansi::fromUtf8(words[0].text));
+    const std::string text = checkedText(words[0].text);
+    if (!plainText && text.size() > model::kMemoLength)
+        return std::string(kMemoTooLong);
+    if (plainText && text.size() > model::kTextLength)
+        return tooLongForCell();
+    document::acceptMemo(m_doc, m_services, text);
     m_modal = {};
     return std::nullopt;
 }

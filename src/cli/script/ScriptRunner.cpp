@@ -1,5 +1,6 @@
 #include "cli/script/ScriptRunner.h"
 
+#include "cli/frame/IncomingText.h"
 #include "cli/frame/TerminalUser.h"
 #include "cli/rows/FieldNames.h"
 #include "cli/rows/GridRows.h"
@@ -92,6 +93,8 @@ ScriptRunner::Handler ScriptRunner::handlerOf(const std::string& command) {
 // passes unseen.
 std::optional<ScriptError> ScriptRunner::run(const Script& script) {
     if (std::optional<ScriptError> error = checkCommands(script))
+        return error;
+    if (std::optional<ScriptError> error = checkTexts(script))
         return error;
     int spokeAt = 0; // line whose messages nobody has expected yet
     for (const ScriptLine& line : script) {
@@ -318,7 +321,7 @@ ScriptRunner::Failure ScriptRunner::doFind(const Words& words) {
         return failure;
     if (words.size() == 1 && (words[0].is("next") || words[0].is("previous")))
         return findAgain(words[0].is("next"));
-    document::FindSettings settings{.text = calc::ansi::fromUtf8(words[0].text)};
+    document::FindSettings settings{.text = checkedText(words[0].text)};
     for (auto word = words.begin() + 1; word != words.end(); ++word) {
         if (word->is("case"))
             settings.chkCase = true;
@@ -351,13 +354,13 @@ ScriptRunner::Failure ScriptRunner::doAnswer(const Words& words) {
     else
         return "not an answer: " + words[0].text + " (yes, no, ok or cancel)";
     if (words.size() > 1)
-        queued.question = calc::ansi::fromUtf8(words[1].text);
+        queued.question = checkedText(words[1].text);
     m_user.answers.push_back(std::move(queued));
     return std::nullopt;
 }
 
 ScriptRunner::Failure ScriptRunner::doPassword(const Words& words) {
-    m_user.passwords.push_back(calc::ansi::fromUtf8(words[0].text));
+    m_user.passwords.push_back(checkedText(words[0].text));
     return std::nullopt;
 }
 

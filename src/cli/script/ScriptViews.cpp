@@ -11,10 +11,6 @@ namespace tallybook::cli {
 
 namespace {
 
-std::optional<std::string> asUtf8(const std::optional<std::string>& reason) {
-    return reason ? std::optional(calc::ansi::toUtf8(*reason)) : std::nullopt;
-}
-
 std::optional<std::string> expectEntry(const std::vector<std::string>& entries, int chosen,
                                        const std::string& expected) {
     const std::string found = calc::ansi::toUtf8(entries[static_cast<std::size_t>(chosen)]);
@@ -28,7 +24,7 @@ std::optional<std::string> expectEntry(const std::vector<std::string>& entries, 
 ScriptRunner::Failure ScriptRunner::doView(const Words& words) {
     if (Failure failure = noModal())
         return failure;
-    return asUtf8(applyViewNamed(m_doc, m_services, words[0].text));
+    return applyViewNamed(m_doc, m_services, words[0].text);
 }
 
 ScriptRunner::Failure ScriptRunner::doFilter(const Words& words) {
@@ -37,7 +33,7 @@ ScriptRunner::Failure ScriptRunner::doFilter(const Words& words) {
     std::vector<std::string> names;
     for (const ScriptWord& word : words)
         names.push_back(word.text);
-    return asUtf8(applyFiltersNamed(m_doc, m_services, names));
+    return applyFiltersNamed(m_doc, m_services, names);
 }
 
 std::variant<int, std::string> ScriptRunner::shownColumnOf(const ScriptWord& word) const {

@@ -4,10 +4,10 @@
 #include "cli/rows/GridRows.h"
 #include "cli/rows/ViewOptions.h"
 #include "cli/verbs/Verbs.h"
-#include "core/calc/values/Ansi.h"
 #include "core/document/views/Sort.h"
 
 #include <memory>
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -34,7 +34,7 @@ struct CellsOptions {
 };
 
 // Sorts as the option says. False when that is refused; the reason then stands on standard error.
-bool sortRecords(Session& session, std::string field) {
+bool sortRecords(Session& session, std::string field, Terminal& terminal) {
     document::SortDirection direction = document::SortDirection::Ascending;
     if (field.ends_with(kDescending)) {
         field.erase(field.size() - kDescending.size());
@@ -42,7 +42,7 @@ bool sortRecords(Session& session, std::string field) {
     }
     const auto column = columnNamedOrNumbered(session.document(), field);
     if (const auto* reason = std::get_if<std::string>(&column)) {
-        session.user().say(calc::ansi::fromUtf8(*reason));
+        terminal.err << *reason << '\n';
         return false;
     }
     document::SortGrid(session.document(), session.services(), model::slotOfColumn(std::get<int>(column)), direction);
@@ -53,10 +53,10 @@ ExitCode cells(const CellsOptions& options, Terminal& terminal) {
     Session session(terminal, options.common);
     if (!session.open(options.file))
         return ExitCode::Refused;
-    if (!options.sort.empty() && !sortRecords(session, options.sort))
+    if (!options.sort.empty() && !sortRecords(session, options.sort, terminal))
         return ExitCode::Refused;
     if (const auto reason = applyView(session.document(), session.services(), options.view, options.filters)) {
-        session.user().say(*reason);
+        terminal.err << *reason << '\n';
         return ExitCode::Refused;
     }
     const RecordNumbers numbers = options.numbers ? RecordNumbers::Yes : RecordNumbers::No;

@@ -1,11 +1,11 @@
 // tallybook edit FILE --script SCRIPT: an edit session without a window.
+#include "cli/frame/IncomingText.h"
 #include "cli/frame/Session.h"
 #include "cli/frame/Texts.h"
 #include "cli/script/Script.h"
 #include "cli/script/ScriptRunner.h"
 #include "cli/script/ScriptUser.h"
 #include "cli/verbs/Verbs.h"
-#include "core/calc/values/Ansi.h"
 #include "core/document/edit/CellEditing.h"
 
 #include <fstream>
@@ -23,6 +23,7 @@ struct EditOptions {
     std::filesystem::path file;
     std::string out;
     std::string script;
+    bool lossy = false;
 
     std::string scriptName() const { return script == "-" ? "standard input" : script; }
 };
@@ -41,6 +42,11 @@ void say(Terminal& terminal, const EditOptions& options, const ScriptError& erro
     terminal.err << options.scriptName() << ':' << error.line << ": " << error.text << '\n';
 }
 
+void tellReplaced(const Replaced& replaced, Terminal& terminal) {
+    if (replaced.characters > 0)
+        terminal.err << replacedCharacters(replaced.characters, replaced.lines, replaced.questionMarks) << '\n';
+}
+
 // The script's lines, or nothing after what is wrong with them was said.
 std::optional<Script> readScript(const EditOptions& options, Terminal& terminal) {
     const std::optional<std::string> text = scriptText(options, terminal);
@@ -53,11 +59,14 @@ std::optional<Script> readScript(const EditOptions& options, Terminal& terminal)
         say(terminal, options, *error);
         return std::nullopt;
     }
-    const auto& script = std::get<Script>(parsed);
-    if (const std::optional<ScriptError> error = checkCommands(script)) {
-        say(terminal, options, *error);
-        return std::nullopt;
-    }
+    auto script = std::get<Script>(parsed);
+    if (options.lossy)
+        tellReplaced(takeNearestTexts(script), terminal);
+    for (const auto check : {checkCommands, checkTexts})
+        if (const std::optional<ScriptError> error = check(script)) {
+            say(terminal, options, *error);
+            return std::nullopt;
+        }
     return script;
 }
 
@@ -82,6 +91,10 @@ ExitCode edit(const EditOptions& options, Terminal& terminal) {
     const std::optional<Script> script = readScript(options, terminal);
     if (!script)
         return ExitCode::Usage;
+    if (const std::string fault = faultOfText(options.common.password().value_or("")); !fault.empty()) {
+        terminal.err << passwordFault(fault) << '\n';
+        return ExitCode::Refused;
+    }
     Session session(terminal, options.common);
     if (!session.open(options.file))
         return ExitCode::Refused;
@@ -89,7 +102,7 @@ ExitCode edit(const EditOptions& options, Terminal& terminal) {
     ScriptUser user;
     user.yes = options.common.yes;
     if (const std::optional<std::string> password = options.common.password())
-        user.passwordForAll = calc::ansi::fromUtf8(*password);
+        user.passwordForAll = checkedText(*password);
     platform::Services& opened = session.services();
     platform::Services services{user, opened.files, opened.clock, opened.regional, opened.applicationFolder};
     std::optional<std::filesystem::path> saveTo;
@@ -111,6 +124,8 @@ void addEdit(Verb& command, Terminal& terminal, ExitCode& code) {
     addFileArgument(verb, options->file);
     verb.option("--script", options->script, "The script, or - for standard input").required();
     verb.option("--out", options->out, "Save the result there and leave FILE alone");
+    verb.flag("--lossy", options->lossy,
+              "Take the nearest for characters of the script that a database cannot hold, and tell how many");
     addOpenOptions(verb, options->common);
     verb.runs([options, &terminal, &code] { code = edit(*options, terminal); });
 }

@@ -1,4 +1,5 @@
 // tallybook expr check FILE TEXT: what an advanced expression compiles to.
+#include "cli/frame/IncomingText.h"
 #include "cli/frame/Session.h"
 #include "cli/rows/RowText.h"
 #include "cli/verbs/Verbs.h"
@@ -55,10 +56,14 @@ void writeError(std::string text, const calc::CompileError& error, std::ostream&
 }
 
 ExitCode check(const ExprOptions& options, Terminal& terminal) {
+    if (const std::string fault = faultOfText(options.text); !fault.empty()) {
+        terminal.err << fault << '\n';
+        return ExitCode::Refused;
+    }
     Session session(terminal, options.common);
     if (!session.open(options.file))
         return ExitCode::Refused;
-    const std::string text = calc::ansi::fromUtf8(options.text);
+    const std::string text = checkedText(options.text);
     const auto names = design::usableFieldNames(session.document().CurrDB20);
     calc::TokenArray tokens{};
     calc::TokenTextArray texts;

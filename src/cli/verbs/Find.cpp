@@ -1,11 +1,11 @@
 // tallybook find FILE TEXT: the cells that match, one a line.
 #include "core/document/find/Find.h"
 
+#include "cli/frame/IncomingText.h"
 #include "cli/frame/Session.h"
 #include "cli/rows/GridRows.h"
 #include "cli/rows/RowText.h"
 #include "cli/verbs/Verbs.h"
-#include "core/calc/values/Ansi.h"
 #include "core/document/find/CellSearch.h"
 
 #include <memory>
@@ -56,7 +56,11 @@ bool writeHits(const model::Document& doc, const document::FindSettings& setting
 ExitCode find(const FindOptions& options, Terminal& terminal) {
     Session session(terminal, options.common);
     document::FindSettings settings = options.settings;
-    settings.text = calc::ansi::fromUtf8(options.text);
+    if (const std::string fault = faultOfText(options.text); !fault.empty()) {
+        terminal.err << fault << '\n';
+        return ExitCode::Refused;
+    }
+    settings.text = checkedText(options.text);
     settings.optForward = !options.backward;
     if (settings.text.empty()) {
         session.user().say(std::string(document::kNoSearchText));

@@ -4,7 +4,6 @@
 #include "cli/rows/FieldNames.h"
 #include "cli/schema/SchemaFields.h"
 #include "cli/verbs/Verbs.h"
-#include "core/calc/values/Ansi.h"
 #include "core/design/FieldProperties.h"
 #include "core/design/FieldProps.h"
 #include "core/document/grid/Recalculate.h"
@@ -54,7 +53,7 @@ int slotOf(const model::Document& doc, const std::string& field) {
 }
 
 model::FieldType typeOf(const std::string& name) {
-    const auto type = fieldTypeNamed(calc::ansi::fromUtf8(name));
+    const auto type = fieldTypeNamed(name);
     if (!type)
         throw SchemaFault{ExitCode::Usage, {}, noSuchType(name)};
     return *type;

@@ -99,6 +99,23 @@ void appendUtf8(char32_t codePoint, std::string& out) { // code points of bytes 
     out += static_cast<char>(0x80 | (codePoint & 0x3F));
 }
 
+// Each character of a text, a letter and the mark that joins it as one; U+FFFD for a malformed byte.
+template <class Visit> void forEachCharacter(std::string_view utf8, Visit visit) {
+    constexpr char32_t kReplacement = 0xFFFD;
+    char32_t held = 0; // not visited yet, as a mark may follow
+    bool holds = false;
+    while (!utf8.empty()) {
+        const char32_t codePoint = takeCodePoint(utf8).value_or(kReplacement);
+        const char32_t composed = holds && held != 0 ? compose(held, codePoint) : 0;
+        if (holds && composed == 0)
+            visit(held);
+        held = composed != 0 ? composed : codePoint;
+        holds = true;
+    }
+    if (holds)
+        visit(held);
+}
+
 // "U+4E2D": four digits at least.
 std::string codePointName(char32_t codePoint) {
     std::string digits;
@@ -146,16 +163,28 @@ std::string fromUtf8(std::string_view utf8) {
 }
 
 std::string foreignCharacter(std::string_view utf8) {
-    constexpr char32_t kReplacement = 0xFFFD; // for a malformed byte
-    char32_t last = 0;
-    while (!utf8.empty()) {
-        const char32_t codePoint = takeCodePoint(utf8).value_or(kReplacement);
-        const char32_t composed = last != 0 ? compose(last, codePoint) : 0;
-        last = composed != 0 ? composed : codePoint;
-        if (!isExact(last))
-            return codePointName(last);
-    }
-    return {};
+    const std::optional<Foreign> foreign = firstForeign(utf8);
+    return foreign ? foreign->name : std::string();
+}
+
+std::optional<Foreign> firstForeign(std::string_view utf8) {
+    std::optional<Foreign> first;
+    std::size_t position = 0;
+    forEachCharacter(utf8, [&](char32_t codePoint) {
+        if (!first && !isExact(codePoint))
+            first = {codePointName(codePoint), position};
+        ++position;
+    });
+    return first;
+}
+
+Replacements replacements(std::string_view utf8) {
+    Replacements all;
+    forEachCharacter(utf8, [&](char32_t codePoint) {
+        if (!isExact(codePoint))
+            ++(fromUnicode(codePoint) == kNoByte ? all.questionMarks : all.bestFits);
+    });
+    return all;
 }
 
 } // namespace tallybook::platform::ansi

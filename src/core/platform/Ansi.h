@@ -1,7 +1,9 @@
 // Windows-1252 and Unicode. Every byte survives the way there and back.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -24,5 +26,19 @@ std::string fromUtf8(std::string_view utf8);
 // The first character of a UTF-8 text that no byte stands for, as "U+4E2D"; empty when all can be stored. Best fits
 // do not count: what a user types is refused and not replaced.
 std::string foreignCharacter(std::string_view utf8);
+
+// The same with its place.
+struct Foreign {
+    std::string name;         // "U+4E2D"; "U+FFFD" for a malformed byte
+    std::size_t position = 0; // among the characters from 0, a letter and the mark that joins it counted as one
+};
+std::optional<Foreign> firstForeign(std::string_view utf8);
+
+// How many characters fromUtf8 replaces: by their best fit, and by '?' where there is none.
+struct Replacements {
+    std::size_t bestFits = 0;
+    std::size_t questionMarks = 0;
+};
+Replacements replacements(std::string_view utf8);
 
 } // namespace tallybook::platform::ansi

@@ -120,9 +120,11 @@ INSTANTIATE_TEST_SUITE_P(
         ScriptCase{"replacesAText", "goto 2 Title\ntype \"New\"\nkey enter\nexpect-cell 2 Title \"New\"", ""},
         ScriptCase{"capitalAtTheStart", "goto 2 Title\ntype \"new\"\nkey enter\nexpect-cell 2 Title \"New\"", ""},
         ScriptCase{"everyCharacterOfTheCodePage",
-                   "goto 2 Title\ntype \"Żółw €“é”\"\nkey enter\n"
-                   "expect-cell 2 Title \"Zólw €“é”\"",
+                   "goto 2 Title\ntype \"Žœó €“é”\"\nkey enter\n"
+                   "expect-cell 2 Title \"Žœó €“é”\"",
                    ""},
+        ScriptCase{"noOtherCharacter", "goto 2 Title\ntype \"Żółw\"\n",
+                   "2: Character 1, U+017B, cannot be stored in a Tallybook."},
         ScriptCase{"goesOnInTheOpenEditor", "goto 2 Title\ntype \"Ne\"\ntype \"w\"\nexpect-editor \"New\"", ""},
         ScriptCase{"afterABlankReplacesWhatIsSelected",
                    "goto 2 Title\nkey blank\nexpect-editor \"Second\"\ntype \"X\"\nexpect-editor \"X\"", ""},

@@ -62,6 +62,65 @@ TEST(EditTest, namesScriptAndLineOfAFailure) {
     EXPECT_FALSE(std::filesystem::exists(test.path("MS2_Out.pdb")));
 }
 
+TEST(EditTest, refusesWhatCannotBeStoredWithLineAndCharacter) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    const CommandResult typed = test.run({"edit", "MS2_Small.pdb", "--script", "-"},
+                                         "goto 1 Title\ntype \"J\xC3\xA1nos Ko\xC5\x91\"\nkey enter\nsave\n");
+    EXPECT_EQ(typed.code, 2);
+    EXPECT_EQ(typed.err, "standard input:2: Character 9, U+0151, cannot be stored in a Tallybook.\n");
+    const CommandResult answer =
+        test.run({"edit", "MS2_Small.pdb", "--script", "-"}, "answer yes \"\xE6\x97\xA5\"\n");
+    EXPECT_EQ(answer.err, "standard input:1: text 2: Character 1, U+65E5, cannot be stored in a Tallybook.\n");
+    EXPECT_EQ(test.bytes("MS2_Small.pdb"), smallDatabase());
+}
+
+TEST(EditTest, takesTheNearestCharactersWhenToldSoAndCountsThem) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    const CommandResult result = test.run(
+        {"edit", "MS2_Small.pdb", "--lossy", "--script", "-"},
+        "goto 1 Title\ntype \"\xC5\x81ukasz \xE6\x97\xA5\"\nkey enter\ngoto 1 Notes\nmemo \"\xC5\x91\"\nsave\n");
+    EXPECT_EQ(result.code, 0) << result.err;
+    EXPECT_EQ(result.err, "3 characters in 2 lines were replaced by the nearest that a Tallybook can hold, 1 of them "
+                          "by a question mark.\n");
+    const std::string cells = test.run({"cells", "MS2_Small.pdb", "--tsv"}).out;
+    EXPECT_NE(cells.find("\tLukasz ?\t"), std::string::npos) << cells;
+    EXPECT_NE(cells.find("\to\t"), std::string::npos) << cells;
+    EXPECT_EQ(test.run({"edit", "MS2_Small.pdb", "--lossy", "--script", "-"}, "goto 1 Title\n").err, "");
+}
+
+TEST(EditTest, refusesAMemoThatIsTooLong) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    const std::string start = "goto 1 Notes\nmemo \"";
+    const CommandResult tooLong =
+        test.run({"edit", "MS2_Small.pdb", "--script", "-"}, start + std::string(4097, 'x') + "\"\nsave\n");
+    EXPECT_EQ(tooLong.code, 1);
+    EXPECT_EQ(tooLong.err, "standard input:2: A memo field may not have more than 4096 characters\n");
+    EXPECT_EQ(test.bytes("MS2_Small.pdb"), smallDatabase());
+    const CommandResult longest =
+        test.run({"edit", "MS2_Small.pdb", "--script", "-"}, start + std::string(4096, 'x') + "\"\nsave\n");
+    EXPECT_EQ(longest.code, 0) << longest.err;
+    const CommandResult cell = test.run({"edit", "MS2_Small.pdb", "--script", "-"},
+                                        "goto 1 Title\nmemo \"" + std::string(255, 'x') + "\"\nsave\n");
+    EXPECT_EQ(cell.err, "standard input:2: a cell takes at most 254 characters\n");
+}
+
+TEST(EditTest, refusesAPasswordThatNoneCanBe) {
+    const CommandTest test;
+    test.put("MS2_Locked.pdb", lockedDatabase());
+    test.put("password", std::string("s\xE6\x97\xA5\n"));
+    for (const std::vector<std::string>& verb :
+         std::vector<std::vector<std::string>>{{"cells"}, {"edit", "--script", "-"}}) {
+        std::vector<std::string> arguments = verb;
+        arguments.insert(arguments.end(), {"MS2_Locked.pdb", "--password-file", "password"});
+        const CommandResult result = test.run(arguments);
+        EXPECT_NE(result.code, 0);
+        EXPECT_EQ(result.err, "The password: Character 2, U+65E5, cannot be stored in a Tallybook.\n");
+    }
+}
+
 TEST(EditTest, runsNothingOfAScriptThatMakesNoSense) {
     const CommandTest test;
     test.put("MS2_Small.pdb", smallDatabase());

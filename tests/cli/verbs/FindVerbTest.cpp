@@ -57,6 +57,16 @@ TEST(FindVerb, asksForAText) {
     EXPECT_EQ(result.err, "Please input a search text.\n");
 }
 
+// A question mark stands in many texts, and is no ideograph.
+TEST(FindVerb, looksForTheVeryCharacters) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    const CommandResult result = test.run({"find", "MS2_Small.pdb", "日"});
+    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "Character 1, U+65E5, cannot be stored in a Tallybook.\n");
+}
+
 TEST(FindVerb, findsNothingInAnEmptyDatabase) {
     const CommandTest test;
     test.put("MS2_Empty.pdb", samples::empty());

@@ -315,6 +315,9 @@ TEST(CellsTest, refusesUnknownViewsAndFilters) {
     EXPECT_EQ(view.code, 1);
     EXPECT_EQ(view.out, "");
     EXPECT_NE(view.err.find("There is no view \"Élans\"."), std::string::npos) << view.err;
+    const CommandResult like = test.run({"cells", "MS2_Small.pdb", "--filter", "Ｄone"}); // its first letter is wide
+    EXPECT_EQ(like.code, 1);
+    EXPECT_NE(like.err.find("There is no filter \"Ｄone\"."), std::string::npos) << like.err;
     const CommandResult filter = test.run({"cells", "MS2_Small.pdb", "--filter", "Edit Filters..."});
     EXPECT_EQ(filter.code, 1);
     EXPECT_NE(filter.err.find("There is no filter \"Edit Filters...\"."), std::string::npos) << filter.err;
