@@ -105,22 +105,9 @@ private:
 
 // Attribute blocks -------------------------------------------------------------------------------------------
 
-// A file gives the links of a conditional expression one place further on than it takes them.
-void straightenLinks(model::CondExprDef& condition) {
-    auto& links = condition.CondLinks;
-    if (links[0] == 0)
-        links = {links[1], links[2], 0};
-}
-
 Bytes attributeBytes(const DatabaseModel& db, int slot) {
     pdb::ByteWriter out;
-    if (db.Fields[static_cast<std::size_t>(slot)].Type == FieldType::ConditionalExpression) {
-        model::CondExprDef condition = db.CondExprs.at(slot);
-        straightenLinks(condition);
-        pdb::buildConditionalExp(condition, out);
-    } else {
-        pdb::buildAttribute(db, slot, out);
-    }
+    pdb::buildAttribute(db, slot, out);
     return out.take();
 }
 
@@ -209,8 +196,17 @@ void carryValues(const SchemaObject& carried, std::array<std::string, 3>& values
 
 } // namespace
 
+void straightenLinks(model::CondExprDef& condition) {
+    const auto& links = condition.CondLinks;
+    condition.CondLinks = {links[1], links[2], 0};
+}
+
 void clearSlot(DatabaseModel& db, int slot) {
     db.Fields[static_cast<std::size_t>(slot)] = {};
+    if (slot == 0) { // the categories are there whatever a description says
+        db.Fields[0].Type = FieldType::List;
+        db.Fields[0].Name = kCategoriesName;
+    }
     db.Lists.erase(slot);
     db.Expressions.erase(slot);
     db.Externals.erase(slot);

@@ -23,7 +23,14 @@ void carryFilter(const SchemaObject& carried, model::FilterDef& filter);
 Json carriedOfDatabase(const model::DatabaseModel& db, const model::DatabaseModel& made);
 void carryDatabase(const SchemaObject& carried, model::DatabaseModel& db);
 
-// Takes all that belongs to a slot out; the next value of an Auto Incremental is 1, as in a new database.
+// The reader puts the links of a conditional expression one place behind the one that the writer takes them from.
+// This moves those of one that was just read, once, so that it says what its file says.
+void straightenLinks(model::CondExprDef& condition);
+
+inline constexpr const char* kCategoriesName = "Categories"; // of slot 0, unless a description says another
+
+// Takes all that belongs to a slot out; the next value of an Auto Incremental is 1, as in a new database, and slot 0
+// is an empty list.
 void clearSlot(model::DatabaseModel& db, int slot);
 
 } // namespace tallybook::cli

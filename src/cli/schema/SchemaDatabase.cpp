@@ -62,6 +62,8 @@ nlohmann::json meaning(const Json& json) {
 void expectSame(const SchemaObject& given, int slot, const Json& described) {
     Json with = given.json();
     with["slot"] = slot;
+    if (slot == 0 && !given.has("name"))
+        with["name"] = kCategoriesName;
     if (meaning(with) != meaning(described))
         given.refuse("carried", std::string(kCarriedDiffers));
 }
@@ -242,7 +244,7 @@ bool hasViewsOfNewDatabase(const DatabaseModel& db) {
            db.Views[0].FilterMask == 0;
 }
 
-// The database as a save leaves it: nothing in slots that no record holds.
+// The database as its file has it: nothing in slots that no record holds, links where the file has them.
 DatabaseModel savedForm(const DatabaseModel& db) {
     DatabaseModel saved = db;
     for (std::size_t slot = static_cast<std::size_t>(std::max(1, model::highestField(db)));
@@ -252,6 +254,9 @@ DatabaseModel savedForm(const DatabaseModel& db) {
         saved.Filters[slot] = {};
     for (std::size_t slot = db.NumViews; slot < saved.Views.size(); ++slot)
         saved.Views[slot] = {};
+    for (int slot = 0; slot < model::MaxFieldSlots; ++slot)
+        if (saved.CondExprs.has(slot))
+            straightenLinks(saved.CondExprs[slot]);
     return saved;
 }
 
@@ -266,7 +271,9 @@ Json describeAll(const DatabaseModel& db, int first, int end, Describe describe,
 // The items alone where there is nothing else to say; nothing for none.
 void addCategories(Json described, Json& json) {
     described.erase("slot");
-    if (described.value("name", "") == "Categories")
+    // With "carried" alone nobody would ask the dialog, which made what the carried values are compared with.
+    const bool needsName = described.contains("carried") && described.size() == 2;
+    if (!needsName && described.value("name", "") == kCategoriesName)
         described.erase("name");
     if (described.size() == 1 && described.contains("items"))
         json["categories"] = described["items"];

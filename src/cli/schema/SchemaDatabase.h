@@ -9,8 +9,9 @@
 
 namespace tallybook::cli {
 
-// The description of a database. Making it gives the same structure again: what no dialog makes stands under
-// "carried". Passwords, records and spare filters are left out. `stem` is the name where the header has none.
+// The description of a database that was read from a file. Making it gives the same structure again: what no dialog
+// makes stands under "carried". Passwords, records and spare filters are left out. `stem` is the name where the
+// header has none.
 Json describeDatabase(const model::DatabaseModel& db, const std::string& stem, const platform::Services& services);
 
 // Makes a database in the document, by the decisions of the dialogs. Throws a SchemaFault when something is refused;

@@ -214,7 +214,8 @@ void announceField(const SchemaObject& field, DatabaseModel& db, int slot) {
     const FieldType type = typeOf(field, slot);
     model::FieldDef& announced = db.Fields[static_cast<std::size_t>(slot)];
     announced.Type = type;
-    announced.Name = slot == 0 && !field.has("name") ? "Categories" : field.text("name");
+    if (slot > 0 || field.has("name"))
+        announced.Name = field.text("name");
     if (const std::uint8_t resultType = describedResultType(field, type); resultType != 0)
         db.Expressions[slot].ResultType = resultType;
 }
@@ -255,8 +256,6 @@ Json describeField(const DatabaseModel& db, int slot, platform::Services& quiet)
     });
     if (!made) {
         clearSlot(trial->CurrDB20, slot);
-        if (slot == 0)
-            trial->CurrDB20.Fields[0].Type = FieldType::List;
         return carriedOnly(slot, carriedOfField(db, trial->CurrDB20, slot));
     }
     trial->CurrDB20.Fields[static_cast<std::size_t>(slot)].SearchField = words.contains("searched") ? 1 : 0;

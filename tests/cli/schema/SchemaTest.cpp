@@ -1,16 +1,21 @@
 // A description gives back the structure that it was made of, whatever a file holds.
+#include "SampleBuilder.h"
 #include "Samples.h"
 #include "cli/schema/SchemaDatabase.h"
 #include "core/pdb/Database.h"
 #include "support/AnyDatabase.h"
 #include "support/TestServices.h"
 
+#include <algorithm>
+#include <array>
 #include <gtest/gtest.h>
+#include <random>
 #include <string>
 
 namespace tallybook::cli {
 namespace {
 
+using model::FieldType;
 using platform::Bytes;
 
 class SchemaTest : public ::testing::Test {
@@ -94,6 +99,98 @@ TEST_F(SchemaTest, givesBackWhatNoDialogMakes) {
             ADD_FAILURE() << message.text;
         t.user.messages.clear();
     }
+}
+
+// Databases as people design them, with what a handheld leaves in them here and there.
+class PlainDatabase {
+public:
+    explicit PlainDatabase(std::uint32_t seed) : m_numbers(seed), m_sample("MS2_A") {
+        designCategories();
+        for (int fields = 1 + below(6); fields > 0; --fields)
+            addField();
+        if (below(2) == 0)
+            m_sample.addFilter("Some", {{1, '=', "5"}});
+        if (below(2) == 0)
+            m_sample.addView("Short", {1}, 1);
+    }
+
+    Bytes file() { return m_sample.build(); }
+
+private:
+    int below(int end) { return static_cast<int>(m_numbers() % static_cast<std::uint32_t>(end)); }
+    template <std::size_t n> const char* oneOf(const char* const (&texts)[n]) { return texts[below(n)]; }
+
+    void designCategories() {
+        model::FieldDef& categories = m_sample.field(0);
+        categories.Name = oneOf({"Categories", "Categories", "Rooms", ""});
+        categories.HandheldByte = static_cast<std::uint8_t>(below(2) * 3);
+        categories.Decimals = static_cast<std::uint8_t>(below(4) / 3);
+        categories.SearchField = static_cast<std::uint8_t>(below(4) / 3);
+        if (below(2) == 0)
+            m_sample.setCategories({"home", "work"});
+        if (below(4) == 0)
+            for (int item = 0; item < 70; ++item) // more than the list editor takes
+                m_sample.addItems(0, {std::to_string(item).c_str()});
+    }
+
+    void addField() {
+        static constexpr FieldType kTypes[] = {FieldType::Text,
+                                               FieldType::Long,
+                                               FieldType::Checkbox,
+                                               FieldType::List,
+                                               FieldType::ConditionalExpression,
+                                               FieldType::ConditionalExpression};
+        const int slot =
+            m_sample.addField(kTypes[below(6)], std::string("Field ") + static_cast<char>('A' + below(26)));
+        m_sample.field(slot).HandheldByte = static_cast<std::uint8_t>(below(3) / 2);
+        if (m_sample.field(slot).Type == FieldType::List)
+            m_sample.addItems(slot, {"one", "two"});
+        if (m_sample.field(slot).Type == FieldType::ConditionalExpression)
+            addConditions(m_sample.database().CondExprs[slot]);
+    }
+
+    void addConditions(model::CondExprDef& condition) {
+        const int count = 1 + below(3);
+        std::array<std::uint8_t, 6> operands{};
+        for (int n = 0; n < count; ++n) {
+            operands[static_cast<std::size_t>(n) * 2] = 1;
+            condition.CondOps[static_cast<std::size_t>(n)] = static_cast<std::uint8_t>("=!<>"[below(4)]);
+            condition.CondValues[static_cast<std::size_t>(n)] = std::to_string(below(10));
+            if (n > 0)
+                condition.CondLinks[static_cast<std::size_t>(n) - 1] = static_cast<std::uint8_t>("AO"[below(2)]);
+        }
+        if (below(4) == 0)
+            condition.CondLinks[0] = 0; // as after a second save
+        std::copy_n(operands.begin(), 3, condition.CondFields.begin());
+        std::copy_n(operands.begin() + 3, 3, condition.CondFields2.begin());
+        condition.TrueText = "yes";
+        condition.FalseKind = static_cast<std::uint8_t>(below(5));
+    }
+
+    std::mt19937 m_numbers;
+    samples::SampleBuilder m_sample;
+};
+
+TEST_F(SchemaTest, givesBackWhatPeopleDesign) {
+    for (std::uint32_t seed = 1; seed <= 40; ++seed) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        Bytes file = PlainDatabase(seed).file();
+        for (const char* saves : {"new", "saved once", "saved twice"}) {
+            SCOPED_TRACE(saves);
+            const Json description = describe(file);
+            ASSERT_NO_FATAL_FAILURE(expectSame(made(description), fixedRecords(file), description));
+            model::Document doc;
+            ASSERT_TRUE(pdb::readDatabase(doc, file, "MS2_A.pdb", t.regional).ok());
+            file = pdb::buildDatabase(doc, t).value().bytes;
+        }
+    }
+}
+
+TEST_F(SchemaTest, takesCategoriesThatCarrySomethingWithoutTheirName) {
+    const Json description = Json::parse(R"({"categories": {"items": ["work"], "carried": {"handheldByte": 3}}})");
+    EXPECT_EQ(made(description)[1], test::hex("01 01 00 00 03 00*9 'Categories' 00 00"));
+    const Json alone = Json::parse(R"({"categories": {"carried": {"handheldByte": 3}}})");
+    EXPECT_EQ(made(alone)[1], test::hex("01 01 00 00 03 00*9 'Categories' 00 00"));
 }
 
 TEST_F(SchemaTest, saysWhatStandsBesideCarriedValuesToo) {
