@@ -85,6 +85,9 @@ void checkList(ByteSpan file, const FileMap& map, Findings& findings) {
                                 "entry " + std::to_string(entry.entry) + " is marked deleted: a save leaves it out"});
             continue;
         }
+        if ((entry.attributes & layout::kDeletedEntry) != 0)
+            findings.push_back({entry.record, entry.position,
+                                "it is marked deleted: it is read all the same, a save takes that away"});
         checkEntry(entry, before, file.size(), listEnd, findings);
         before = &entry;
         ++records;

@@ -1,11 +1,13 @@
 // What check says about fields, lists, views, filters and forms.
 #include "cli/inspect/Findings.h"
 #include "cli/rows/ModelJson.h"
+#include "core/calc/expressions/ExpressionWords.h"
 #include "core/calc/values/Ansi.h"
 #include "core/pdb/Layout.h"
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <set>
 #include <span>
 #include <string_view>
@@ -22,6 +24,7 @@ constexpr int kStaticText = 255;     // a form's row without a field
 constexpr int kPreviousRecord = 100; // a token's slot in the record before is its code less this
 constexpr std::uint32_t kNow = 79;   // in the simple form the present time has the code of a field
 constexpr std::string_view kOperators = "=!<L>JhHsS";
+constexpr std::uint8_t kLastColour = 4;
 
 std::string fieldName(const DatabaseModel& db, int slot) {
     return "field " + std::to_string(slot) + " \"" +
@@ -53,6 +56,10 @@ public:
                 add(owner + " names filter " + std::to_string(filter) + ", which does not exist");
         }
     }
+    void needSource(const std::string& source, const std::string& owner) {
+        if (source.empty())
+            add(owner + " names no other Tallybook");
+    }
     void noNul(const std::string& text, std::size_t width, const std::string& owner) {
         if (text.size() >= width)
             add(owner + " has no NUL behind its name");
@@ -62,6 +69,19 @@ private:
     const ListEntry& m_entry;
     Findings& m_findings;
 };
+
+// Expressions, conditions and people name fields by their names.
+void checkFieldNames(const DatabaseModel& db, RecordFindings& out) {
+    std::map<std::string_view, int> slots;
+    for (int slot = 1; slot <= model::MaxUserFields; ++slot) {
+        const std::string& name = db.Fields[static_cast<std::size_t>(slot)].Name;
+        if (!isUsed(db, slot) || name.empty())
+            continue;
+        const auto [first, isNew] = slots.try_emplace(name, slot);
+        if (!isNew)
+            out.add(fieldName(db, slot) + " has the name of field " + std::to_string(first->second));
+    }
+}
 
 void checkFields(const DatabaseModel& db, RecordFindings& out) {
     if (db.NumFields != std::max(1, model::highestField(db)))
@@ -77,6 +97,7 @@ void checkFields(const DatabaseModel& db, RecordFindings& out) {
         if (slot > model::MaxUserFields && field.Type != FieldType::NotUsed)
             out.add(fieldName(db, slot) + " is beyond the last slot: a save leaves it out");
     }
+    checkFieldNames(db, out);
 }
 
 void checkListItems(const model::ListDef& list, const std::string& owner, RecordFindings& out) {
@@ -108,6 +129,8 @@ void checkViews(const DatabaseModel& db, RecordFindings& out) {
     for (std::size_t slot = 0; slot < db.NumViews; ++slot) {
         const model::ViewDef& view = db.Views[slot];
         const std::string owner = numbered("view", slot, view.Name);
+        if (view.Name.empty() && view != model::ViewDef{})
+            out.add(owner + " has no name");
         out.noNul(view.Name, layout::kViewNameWidth, owner);
         if (view.NumCols != model::highestColumn(view))
             out.add(owner + " has " + std::to_string(view.NumCols) + " columns, a save writes " +
@@ -142,6 +165,8 @@ void checkFilters(const DatabaseModel& db, RecordFindings& out) {
         const model::FilterDef& filter = db.Filters[slot];
         const std::string owner = numbered("filter", slot, filter.Name);
         out.noNul(filter.Name, layout::kConditionNameWidth, owner);
+        if (filter.Name.empty() && filter != model::FilterDef{})
+            out.add(owner + " has no name");
         if (!filter.Name.empty() && filter.CondFields[0] == 0)
             out.add(owner + " has no first condition");
         checkConditions(db, filter, owner, out);
@@ -157,6 +182,8 @@ void checkStartFilters(const DatabaseModel& db, RecordFindings& out) {
 }
 
 void checkForms(const DatabaseModel& db, RecordFindings& out) {
+    if (db.StartForm > db.NumForms)
+        out.add("StartForm is " + std::to_string(db.StartForm) + ", NumForms " + std::to_string(db.NumForms));
     for (std::size_t slot = 0; slot < db.NumForms; ++slot) {
         const model::FormDef& form = db.Forms[slot];
         for (const model::FormItem& item : std::span(form.Items).first(form.NumItems))
@@ -165,18 +192,80 @@ void checkForms(const DatabaseModel& db, RecordFindings& out) {
     }
 }
 
+// The slot that a token names, in this record or in the one before; 0 for none.
+int fieldOfToken(std::uint32_t token) {
+    const auto code = static_cast<int>(token);
+    if (code >= 1 && code <= model::MaxUserFields)
+        return code;
+    return code > kPreviousRecord && code <= kPreviousRecord + model::MaxUserFields ? code - kPreviousRecord : 0;
+}
+
+// Operands stand at even places of the simple form, operators at odd ones.
+bool isSimpleToken(std::uint32_t token, std::size_t at) {
+    namespace t = calc::token;
+    if (at % 2 == 1)
+        return token >= t::kPlus && token <= t::kDivide;
+    return fieldOfToken(token) > 0 || token == t::kToday || token == t::kNumber || token == t::kNow;
+}
+
+bool isAdvancedToken(std::uint32_t token, const std::string& text) {
+    namespace t = calc::token;
+    const unsigned code = calc::words::codeOf(text);
+    switch (token) {
+    case t::kColour:
+        return code <= kLastColour;
+    case t::kFunction:
+        return calc::words::functionOf(code) != nullptr;
+    case t::kOperator:
+        return code >= 1 && code <= calc::words::kOperators.size();
+    default:
+        return fieldOfToken(token) > 0 || token == t::kToday || (token >= t::kNumber && token <= t::kPrevIndex);
+    }
+}
+
+// Some tokens of the advanced form say nothing without their text.
+std::string tokenWords(std::uint32_t token, const std::string& text) {
+    namespace t = calc::token;
+    const bool hasCode = token == t::kColour || token == t::kFunction || token == t::kOperator;
+    return std::to_string(token) + (hasCode ? " with " + std::to_string(calc::words::codeOf(text)) : "");
+}
+
 void checkExpression(const DatabaseModel& db, int slot, RecordFindings& out) {
     const bool simple = db.Fields[static_cast<std::size_t>(slot)].Type == FieldType::Expression;
-    for (const std::uint32_t token : db.Expressions.at(slot).Tokens) {
-        if (token == 0)
-            return;
-        if (simple && token == kNow)
-            continue;
-        if (token <= model::MaxUserFields)
-            out.needField(db, static_cast<int>(token), fieldName(db, slot));
-        else if (token > kPreviousRecord && token <= kPreviousRecord + model::MaxUserFields)
-            out.needField(db, static_cast<int>(token) - kPreviousRecord, fieldName(db, slot));
+    const model::ExprDef& expression = db.Expressions.at(slot);
+    const std::string owner = fieldName(db, slot);
+    if (expression.ResultType > (simple ? calc::result::kHoursMinutes : calc::result::kText))
+        out.add(owner + " has the unknown result format " + std::to_string(expression.ResultType));
+    for (std::size_t at = 0; at < expression.Tokens.size() && expression.Tokens[at] != 0; ++at) {
+        const std::uint32_t token = expression.Tokens[at];
+        const int field = fieldOfToken(token);
+        if (field > 0 && !(simple && token == kNow))
+            out.needField(db, field, owner);
+        if (!(simple ? isSimpleToken(token, at) : isAdvancedToken(token, expression.TokenTexts[at])))
+            out.add(owner + ": token " + std::to_string(at + 1) + " is " +
+                    (simple ? std::to_string(token) : tokenWords(token, expression.TokenTexts[at])) +
+                    ", which means nothing there");
     }
+}
+
+void checkJoin(const DatabaseModel& db, int slot, RecordFindings& out) {
+    const model::ExternalDef& join = db.Externals.at(slot);
+    out.needSource(join.Source, fieldName(db, slot));
+    constexpr std::array kKeyTypes = {FieldType::Text, FieldType::Integer, FieldType::Long, FieldType::Key,
+                                      FieldType::AutoIncremental};
+    if (std::find(kKeyTypes.begin(), kKeyTypes.end(), static_cast<FieldType>(join.KeyType)) == kKeyTypes.end())
+        out.add(fieldName(db, slot) + " has the key type " + std::to_string(join.KeyType) + ", which no key has");
+}
+
+void checkLookup(const DatabaseModel& db, int slot, RecordFindings& out) {
+    const model::ExternalDef& lookup = db.Externals.at(slot);
+    out.needSource(lookup.Source, fieldName(db, slot));
+    const int join = lookup.SourceField;
+    if (join == 0)
+        out.add(fieldName(db, slot) + " follows no join");
+    else if (isUsed(db, join) && db.Fields[static_cast<std::size_t>(join)].Type != FieldType::DBJoin)
+        out.add(fieldName(db, slot) + " follows field " + std::to_string(join) + ", which is no join");
+    out.needField(db, join, fieldName(db, slot));
 }
 
 // The local join of a lookup, fields of expressions and conditions.
@@ -185,14 +274,26 @@ void checkAttributeReferences(const DatabaseModel& db, int slot, RecordFindings&
     case FieldType::Expression:
     case FieldType::AdvExpression:
         return checkExpression(db, slot, out);
+    case FieldType::DBJoin:
+        return checkJoin(db, slot, out);
     case FieldType::DBLookup:
+        return checkLookup(db, slot, out);
     case FieldType::AddressBookLookup:
         return out.needField(db, db.Externals.at(slot).SourceField, fieldName(db, slot));
+    case FieldType::OneToMany:
+        return out.needSource(db.OneToManys.at(slot).Source, fieldName(db, slot));
+    case FieldType::AutoIncremental:
+        if (db.AutoIncNext.at(slot) == 0)
+            out.add(fieldName(db, slot) + " has the next value 0, which no record keeps");
+        return;
     case FieldType::ConditionalExpression: {
         const model::CondExprDef& condition = db.CondExprs.at(slot);
         checkConditions(db, condition, fieldName(db, slot), out);
         out.needField(db, condition.TrueField, fieldName(db, slot));
         out.needField(db, condition.FalseField, fieldName(db, slot));
+        for (const std::uint8_t colour : {condition.TrueKind, condition.FalseKind})
+            if (colour > kLastColour)
+                out.add(fieldName(db, slot) + " has the unknown colour " + std::to_string(colour));
         return;
     }
     default:

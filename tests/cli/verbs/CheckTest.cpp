@@ -136,6 +136,13 @@ TEST(CheckContainerTest, findsADeletedEntry) {
     EXPECT_EQ(victim.lines(), Lines{"byte 782: entry 88 is marked deleted: a save leaves it out"});
 }
 
+TEST(CheckContainerTest, findsAFixedRecordThatIsMarkedDeleted) {
+    Victim victim;
+    victim.file[victim.entry(5) + 4] = 0x80;
+    EXPECT_EQ(victim.lines(), Lines{place(5, victim.entry(5)) +
+                                    "it is marked deleted: it is read all the same, a save takes that away"});
+}
+
 TEST(CheckContainerTest, findsBytesOfNoRecord) {
     Victim victim;
     victim.file[799] = 7;
@@ -343,6 +350,103 @@ TEST(CheckReferencesTest, findsLookupsWithoutTheirJoin) {
                   db.Externals[2].SourceField = 3;
               }),
               Lines{"record 4: field 2 \"Town\" names field 3, which is not used"});
+}
+
+TEST(CheckReferencesTest, findsViewsAndFiltersWithoutAName) {
+    EXPECT_EQ(linesAfter([](model::DatabaseModel& db) {
+                  db.Views[0].Name.clear();
+                  db.Filters[0].Name.clear();
+              }),
+              (Lines{"record 85: view 0 \"\" has no name", "record 86: filter 0 \"\" has no name"}));
+    EXPECT_EQ(linesAfter([](model::DatabaseModel& db) { // a slot that is free is no fault
+                  db.Views[1] = db.Views[0];
+                  db.Views[0] = {};
+                  db.NumViews = 2;
+              }),
+              Lines{});
+}
+
+TEST(CheckReferencesTest, findsJoinsWithoutSourceOrKey) {
+    EXPECT_EQ(linesAfter([](model::DatabaseModel& db) {
+                  db.Fields[2].Type = FieldType::DBJoin;
+                  db.Fields[2].Name = "Town";
+                  db.Externals[2].KeyType = 7;
+                  db.Fields[3].Type = FieldType::OneToMany;
+                  db.Fields[3].Name = "Loans";
+              }),
+              (Lines{"record 4: field 2 \"Town\" names no other Tallybook",
+                     "record 4: field 2 \"Town\" has the key type 7, which no key has",
+                     "record 5: field 3 \"Loans\" names no other Tallybook"}));
+}
+
+TEST(CheckReferencesTest, findsLookupsThatFollowNoJoin) {
+    EXPECT_EQ(linesAfter([](model::DatabaseModel& db) {
+                  for (const int slot : {2, 3}) {
+                      db.Fields[static_cast<std::size_t>(slot)].Type = FieldType::DBLookup;
+                      db.Fields[static_cast<std::size_t>(slot)].Name = "Town " + std::to_string(slot);
+                      db.Externals[slot].Source = "MS2_Towns";
+                  }
+                  db.Externals[3].SourceField = 1;
+              }),
+              (Lines{"record 4: field 2 \"Town 2\" follows no join",
+                     "record 5: field 3 \"Town 3\" follows field 1, which is no join"}));
+}
+
+TEST(CheckReferencesTest, findsTokensAndFormatsThatMeanNothing) {
+    EXPECT_EQ(linesAfter([](model::DatabaseModel& db) {
+                  db.Fields[2].Type = FieldType::Expression;
+                  db.Fields[2].Name = "Sum";
+                  db.Expressions[2].ResultType = 13; // texts are for advanced ones
+                  db.Expressions[2].Tokens = {1, 94, 88, 91, 86};
+                  db.Fields[3].Type = FieldType::AdvExpression;
+                  db.Fields[3].Name = "Adv";
+                  db.Expressions[3].ResultType = 14;
+                  db.Expressions[3].Tokens = {94, 1, 98, 85, 89, 200};
+                  db.Expressions[3].TokenTexts[0] = "\x12"; // functions have codes to 17
+                  db.Expressions[3].TokenTexts[2] = "\x0D"; // operators to 12
+                  db.Expressions[3].TokenTexts[4] = "\x05"; // colours to 4
+              }),
+              (Lines{"record 4: field 2 \"Sum\" has the unknown result format 13",
+                     "record 4: field 2 \"Sum\": token 2 is 94, which means nothing there",
+                     "record 4: field 2 \"Sum\": token 3 is 88, which means nothing there",
+                     "record 5: field 3 \"Adv\" has the unknown result format 14",
+                     "record 5: field 3 \"Adv\": token 1 is 94 with 18, which means nothing there",
+                     "record 5: field 3 \"Adv\": token 3 is 98 with 13, which means nothing there",
+                     "record 5: field 3 \"Adv\": token 4 is 85, which means nothing there",
+                     "record 5: field 3 \"Adv\": token 5 is 89 with 5, which means nothing there",
+                     "record 5: field 3 \"Adv\": token 6 is 200, which means nothing there"}));
+}
+
+TEST(CheckReferencesTest, findsColoursOfConditionsThatAreNone) {
+    EXPECT_EQ(linesAfter([](model::DatabaseModel& db) {
+                  db.Fields[2].Type = FieldType::ConditionalExpression;
+                  db.Fields[2].Name = "If";
+                  db.CondExprs[2].TrueKind = 9;
+                  db.CondExprs[2].FalseKind = 4;
+              }),
+              Lines{"record 4: field 2 \"If\" has the unknown colour 9"});
+}
+
+TEST(CheckReferencesTest, findsANextValueOfZero) {
+    EXPECT_EQ(linesAfter([](model::DatabaseModel& db) {
+                  db.Fields[2].Type = FieldType::AutoIncremental;
+                  db.Fields[2].Name = "No";
+                  db.AutoIncNext[2] = 0;
+              }),
+              Lines{"record 4: field 2 \"No\" has the next value 0, which no record keeps"});
+}
+
+TEST(CheckReferencesTest, findsAStartFormThatIsNotThere) {
+    EXPECT_EQ(linesAfter([](model::DatabaseModel& db) { db.StartForm = 16; }),
+              Lines{"record 84: StartForm is 16, NumForms 1"});
+}
+
+TEST(CheckReferencesTest, findsTwoFieldsOfOneName) {
+    EXPECT_EQ(linesAfter([](model::DatabaseModel& db) {
+                  db.Fields[2].Type = FieldType::Text;
+                  db.Fields[2].Name = "Title";
+              }),
+              Lines{"record 1: field 2 \"Title\" has the name of field 1"});
 }
 
 // The data records -------------------------------------------------------------------------------------------
