@@ -29,6 +29,9 @@ std::string complaintAbout(const Result<Bitmap>& read) {
     if (!read)
         return isKnown(read.error().number) ? "" : "a refusal without a code";
     const Bitmap& bitmap = read.value();
+    constexpr int kMostCompared = 1 << 16; // larger pictures are read alone: the search is to go on
+    if (std::int64_t{bitmap.width} * bitmap.height > kMostCompared)
+        return "";
     const auto asBmp = forms::readBmp(forms::writeBmp(bitmap));
     if (!asBmp || !sameColours(asBmp.value(), bitmap))
         return "the Windows bitmap differs";

@@ -40,9 +40,12 @@ Bitmap blankBitmap(int width, int height, int depth) {
 
 int highestIndex(const Bitmap& bitmap) {
     int highest = 0;
-    for (int y = 0; y < bitmap.height; ++y)
-        for (int x = 0; x < bitmap.width; ++x)
+    for (int y = 0; y < bitmap.height; ++y) {
+        if (bitmap.depth == kByteBits)
+            highest = std::max<int>(highest, *std::max_element(bitmap.row(y), bitmap.row(y) + bitmap.width));
+        for (int x = 0; bitmap.depth != kByteBits && x < bitmap.width; ++x)
             highest = std::max<int>(highest, bitmap.pixel(x, y));
+    }
     return highest;
 }
 
