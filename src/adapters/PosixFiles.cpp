@@ -233,6 +233,12 @@ Result<std::unique_ptr<platform::OutputFile>> PosixFiles::create(const Path& pat
     return std::unique_ptr<platform::OutputFile>(std::make_unique<PosixOutputFile>(std::move(file), path));
 }
 
+Status PosixFiles::keepPrivate(const Path& path) {
+    if (chmod(path.c_str(), S_IRUSR | S_IWUSR) != 0)
+        return systemError("write", path, errno);
+    return {};
+}
+
 Status PosixFiles::rename(const Path& from, const Path& to) {
     if (::rename(from.c_str(), to.c_str()) != 0)
         return systemError("replace", to, errno);

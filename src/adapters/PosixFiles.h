@@ -16,6 +16,7 @@ public:
     platform::Bytes buffer(std::size_t size) const override;
     platform::Result<std::unique_ptr<platform::OutputFile>> create(const std::filesystem::path& path,
                                                                    const std::filesystem::path& like) override;
+    platform::Status keepPrivate(const std::filesystem::path& path) override;
     platform::Status rename(const std::filesystem::path& from, const std::filesystem::path& to) override;
     platform::Status remove(const std::filesystem::path& path) override;
     // The trash of the desktop, in the user's data folder or on the file's volume.

@@ -57,6 +57,9 @@ public:
                 std::make_unique<Output>(*this, path, std::move(made).value()));
         });
     }
+    platform::Status keepPrivate(const Path& path) override {
+        return pass("keepPrivate", path, [&] { return m_under.keepPrivate(path); });
+    }
     platform::Status rename(const Path& from, const Path& to) override {
         return pass("rename", to, [&] { return m_under.rename(from, to); });
     }

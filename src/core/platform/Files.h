@@ -64,6 +64,11 @@ public:
     // A new file that did not exist, with the permissions of `like` when that exists.
     virtual Result<std::unique_ptr<OutputFile>> create(const std::filesystem::path& path,
                                                        const std::filesystem::path& like) = 0;
+    // Takes every permission of others than the owner off a file. Where files have none there is nothing to do.
+    virtual Status keepPrivate(const std::filesystem::path& path) {
+        static_cast<void>(path);
+        return {};
+    }
     virtual Status rename(const std::filesystem::path& from, const std::filesystem::path& to) = 0;
     virtual Status remove(const std::filesystem::path& path) = 0; // a file; a missing one is an error
     // A file to the user's trash, from where it can be had back. Where there is no trash this is an error; a file is

@@ -210,6 +210,77 @@ inline constexpr std::string_view kNoDuration =
     "A time of less than 0 seconds, or of a day and more, cannot be shown.";
 inline constexpr std::string_view kNotComparable = "A date and a time cannot be compared.";
 
+// Conversions.
+inline constexpr std::string_view kSpecTooShort = "The conversion spec ends too early.";
+inline std::string specLineTooShort(int line) {
+    return "Line " + std::to_string(line) + " of the conversion spec is too short.";
+}
+inline std::string specNumberOutOfRange(int line) {
+    return "Line " + std::to_string(line) + " of the conversion spec holds a number that is out of range.";
+}
+inline std::string specHoldsQuote(std::string_view key) {
+    return "A conversion spec cannot hold a double quote; there is one in " + std::string(key.substr(0, 3)) + '.';
+}
+inline constexpr std::string_view kSpecRowTooLarge = "A row of a conversion spec holds numbers up to 99.";
+inline constexpr std::string_view kSpecNameEmpty = "Enter the Conversion Specs name.";
+// A line of the log. `fate` as "left out".
+inline std::string valueLine(std::uint64_t record, std::string_view field, std::string_view value,
+                             std::string_view fate, std::string_view reason) {
+    return "Record " + std::to_string(record) + ", " + std::string(field) + ": " + quoted(value) + ' ' +
+           std::string(fate) + ": " + std::string(reason);
+}
+inline std::string exportingRecord(int record, int total) {
+    return "Exporting record " + std::to_string(record) + " of " + std::to_string(total);
+}
+inline std::string importingRecord(std::uint64_t record, std::uint64_t total) {
+    return "Importing record " + std::to_string(record) + " of " + std::to_string(total);
+}
+inline constexpr std::string_view kTextCut = "a text may have at most 254 characters";
+inline constexpr std::string_view kRounded = "rounded to a whole number";
+inline std::string becomes(std::string_view text) {
+    return "the field shows it as " + quoted(text);
+}
+inline std::string unclosedRecord(std::uint64_t record) {
+    return "Record " + std::to_string(record) +
+           " begins where a double quote is opened that nothing closes: it holds the rest of the file.";
+}
+inline std::string recordTooLarge(std::uint64_t record, std::size_t most) {
+    return "Record " + std::to_string(record) + " has more than " + std::to_string(most) +
+           " bytes. Is there a double quote that nothing closes?";
+}
+inline std::string noText(std::string_view path) {
+    return quoted(path) + " is no text: it holds bytes of 0.";
+}
+inline std::string columnsPassedOver(std::string_view field, std::string_view type) {
+    return std::string(field) + ": the column was passed over, as nothing is imported into a field of type " +
+           std::string(type) + '.';
+}
+inline std::string recordHasMore(std::uint64_t record, std::size_t items, std::size_t columns) {
+    return "Record " + std::to_string(record) + " has " + std::to_string(items) + " values for " +
+           std::to_string(columns) + " columns.";
+}
+inline std::string dataWithoutField(std::uint64_t record, std::size_t column) {
+    return "Record " + std::to_string(record) + " has a value in column " + std::to_string(column) +
+           ", which belongs to no field.";
+}
+inline std::string unknownTypeWord(std::string_view word) {
+    return quoted(word) + " is no type of a field.";
+}
+inline constexpr std::string_view kStopped = "Stopped. Nothing was changed.";
+inline std::string nothingChanged(std::string_view cause) {
+    return std::string(cause) + " Nothing was changed.";
+}
+inline std::string noSuchColumn(std::string_view name) {
+    return "There is no column " + quoted(name) + '.';
+}
+inline constexpr std::string_view kNoColumnMatches = "No column is called like a field.";
+inline std::string columnIgnored(std::string_view name) {
+    return "Column " + quoted(name) + " is called like no field and was passed over.";
+}
+inline std::string moreLines(std::uint64_t count) {
+    return "and " + std::to_string(count) + " more";
+}
+
 // The designers. `what` begins a sentence, as "The name".
 inline std::string tooManyCharacters(std::string_view what, std::size_t most) {
     return std::string(what) + " may have at most " + std::to_string(most) + " characters.";

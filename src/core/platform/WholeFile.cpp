@@ -68,22 +68,31 @@ Status writeAll(OutputFile& file, ByteSpan bytes) {
             return written.error();
         bytes = bytes.subspan(written.value());
     }
-    if (Status synced = file.sync(); !synced)
-        return synced;
-    return file.close();
+    return {};
 }
 
+// What a file must read back as: its size and its first bytes.
+struct Written {
+    std::uint64_t size = 0;
+    Bytes front;
+
+    void add(ByteSpan bytes) {
+        size += bytes.size();
+        const ByteSpan kept = bytes.first(std::min(bytes.size(), kReadBack - front.size()));
+        front.insert(front.end(), kept.begin(), kept.end());
+    }
+};
+
 // Compares size and first bytes of a file with what was written to it.
-Status readBack(Files& files, const Path& path, ByteSpan bytes) {
+Status readBack(Files& files, const Path& path, const Written& written) {
     const Result<FileState> state = files.state(path);
     if (!state)
         return state.error();
-    const ByteSpan front = bytes.first(std::min(bytes.size(), kReadBack));
-    const Result<Bytes> read = files.readPart(path, 0, front.size());
+    const Result<Bytes> read = files.readPart(path, 0, written.front.size());
     if (!read)
         return read.error();
-    const bool same = state.value().kind == FileKind::Regular && state.value().size == bytes.size() &&
-                      std::ranges::equal(read.value(), front);
+    const bool same = state.value().kind == FileKind::Regular && state.value().size == written.size &&
+                      std::ranges::equal(read.value(), written.front);
     if (!same)
         return fileError(std::string(texts::kReadBackDiffers), static_cast<int>(std::errc::io_error));
     return {};
@@ -102,43 +111,86 @@ Status checkTarget(Files& files, const Path& path) {
     return {};
 }
 
-// Everything up to the rename. After a failure the target is what it was.
-Status replaceTarget(Files& files, const Path& target, ByteSpan bytes) {
-    Result<Created> created = createBeside(files, target);
-    if (!created)
-        return created.error();
-    TemporaryFile temporary(files, std::move(created.value().path));
-    const std::unique_ptr<OutputFile> file = std::move(created.value().file);
-    if (Status written = writeAll(*file, bytes); !written)
-        return written;
-    if (Status checked = readBack(files, temporary.path(), bytes); !checked)
-        return checked;
-    if (Status renamed = files.rename(temporary.path(), target); !renamed)
-        return renamed;
-    temporary.keep();
-    return {};
-}
-
-// The name becomes durable, and the disk is asked once more what it holds.
-Status confirmTarget(Files& files, const Path& target, ByteSpan bytes) {
-    if (Status synced = files.syncFolder(target.parent_path()); !synced)
-        return synced;
-    return readBack(files, target, bytes);
+// A failure ahead of the rename: the target is what it was.
+Error notSaved(const Path& path, const Error& cause) {
+    return fileError(texts::notSaved(shownPath(path), cause.text), cause.number);
 }
 
 } // namespace
 
-Status writeWholeFile(Files& files, const Path& path, ByteSpan bytes) {
+struct GrowingFile::Parts {
+    Files& files;
+    Path path;   // as the caller names it
+    Path target; // with links followed
+    std::unique_ptr<TemporaryFile> temporary;
+    std::unique_ptr<OutputFile> file;
+    Written written{};
+
+    // Everything up to the rename.
+    Status replaceTarget() {
+        if (Status synced = file->sync(); !synced)
+            return synced;
+        if (Status closed = file->close(); !closed)
+            return closed;
+        if (Status checked = readBack(files, temporary->path(), written); !checked)
+            return checked;
+        if (Status renamed = files.rename(temporary->path(), target); !renamed)
+            return renamed;
+        temporary->keep();
+        return {};
+    }
+
+    // The name becomes durable, and the disk is asked once more what it holds.
+    Status confirmTarget() {
+        if (Status synced = files.syncFolder(target.parent_path()); !synced)
+            return synced;
+        return readBack(files, target, written);
+    }
+};
+
+GrowingFile::GrowingFile(std::unique_ptr<Parts> parts) : m_parts(std::move(parts)) {}
+GrowingFile::~GrowingFile() = default;
+
+Result<std::unique_ptr<GrowingFile>> GrowingFile::begin(Files& files, const Path& path, Privacy privacy) {
     const Result<Path> target = files.resolve(path);
     if (!target)
         return target.error();
     if (Status allowed = checkTarget(files, path); !allowed)
-        return allowed;
-    if (Status replaced = replaceTarget(files, target.value(), bytes); !replaced)
-        return fileError(texts::notSaved(shownPath(path), replaced.error().text), replaced.error().number);
-    if (Status confirmed = confirmTarget(files, target.value(), bytes); !confirmed)
-        return fileError(texts::savedUnsafely(shownPath(path), confirmed.error().text), confirmed.error().number);
+        return allowed.error();
+    Result<Created> created = createBeside(files, target.value());
+    if (!created)
+        return notSaved(path, created.error());
+    auto temporary = std::make_unique<TemporaryFile>(files, created.value().path);
+    if (privacy == Privacy::OwnerOnly)
+        if (Status kept = files.keepPrivate(temporary->path()); !kept)
+            return notSaved(path, kept.error());
+    return std::unique_ptr<GrowingFile>(new GrowingFile(std::unique_ptr<Parts>(
+        new Parts{files, path, target.value(), std::move(temporary), std::move(created.value().file)})));
+}
+
+Status GrowingFile::write(ByteSpan bytes) {
+    if (Status written = writeAll(*m_parts->file, bytes); !written)
+        return notSaved(m_parts->path, written.error());
+    m_parts->written.add(bytes);
     return {};
+}
+
+Status GrowingFile::commit() {
+    if (Status replaced = m_parts->replaceTarget(); !replaced)
+        return notSaved(m_parts->path, replaced.error());
+    if (Status confirmed = m_parts->confirmTarget(); !confirmed)
+        return fileError(texts::savedUnsafely(shownPath(m_parts->path), confirmed.error().text),
+                         confirmed.error().number);
+    return {};
+}
+
+Status writeWholeFile(Files& files, const Path& path, ByteSpan bytes, Privacy privacy) {
+    const auto file = GrowingFile::begin(files, path, privacy);
+    if (!file)
+        return file.error();
+    if (Status written = file.value()->write(bytes); !written)
+        return written;
+    return file.value()->commit();
 }
 
 Status copyWholeFile(Files& files, const Path& from, const Path& to) {

@@ -3,7 +3,13 @@
 
 #include "core/platform/Files.h"
 
+#include <memory>
+
 namespace tallybook::platform {
+
+// Who may look into a file: whoever the permissions of the old one or the system's usual ones let, or its owner
+// alone.
+enum class Privacy : std::uint8_t { Usual, OwnerOnly };
 
 // Puts `bytes` at `path`: written under another name beside it ("name.tmp-1" and so on), every count, sync and
 // size checked and the first bytes read back, renamed over the target, the folder synced, and size and first bytes
@@ -14,7 +20,28 @@ namespace tallybook::platform {
 // error says so, names the path and what failed. After the rename the new file stands whole in its place: when the
 // folder cannot be synced or the file not be read back, that is an error too, with a text that says that the new
 // file is there but not confirmed; the caller treats it as a failed save, so that the user keeps what is in memory.
-Status writeWholeFile(Files& files, const std::filesystem::path& path, ByteSpan bytes);
+Status writeWholeFile(Files& files, const std::filesystem::path& path, ByteSpan bytes,
+                      Privacy privacy = Privacy::Usual);
+
+// The same for a file that is too large to be complete in memory first: it grows piece by piece under its temporary
+// name and takes its place with commit(). Without that it goes with this object, and the old file stays.
+class GrowingFile {
+public:
+    static Result<std::unique_ptr<GrowingFile>> begin(Files& files, const std::filesystem::path& path,
+                                                      Privacy privacy = Privacy::Usual);
+    ~GrowingFile();
+    GrowingFile(const GrowingFile&) = delete;
+    GrowingFile& operator=(const GrowingFile&) = delete;
+
+    Status write(ByteSpan bytes);
+    Status commit();
+
+private:
+    struct Parts;
+    explicit GrowingFile(std::unique_ptr<Parts> parts);
+
+    std::unique_ptr<Parts> m_parts;
+};
 
 // The same with the bytes of another file, for copies.
 Status copyWholeFile(Files& files, const std::filesystem::path& from, const std::filesystem::path& to);
