@@ -1,6 +1,7 @@
 #include "Targets.h"
 
 #include "ContainerMutator.h"
+#include "ConvertProbe.h"
 #include "ExpressionProbe.h"
 #include "PictureProbe.h"
 #include "ReaderProbe.h"
@@ -165,7 +166,7 @@ std::string dataRecord(ByteSpan input) {
     return probeReader(putTogether(file)).complaint;
 }
 
-constexpr std::array<Target, 19> kTargets = {{{"database", database},
+constexpr std::array<Target, 22> kTargets = {{{"database", database},
                                               {"older", older},
                                               {"header_values", headerValues},
                                               {"field_table", fieldTable},
@@ -183,7 +184,10 @@ constexpr std::array<Target, 19> kTargets = {{{"database", database},
                                               {"compile", probeCompile},
                                               {"evaluate", probeEvaluate},
                                               {"palm_bitmap", probePalmBitmap},
-                                              {"bmp", probeBmp}}};
+                                              {"bmp", probeBmp},
+                                              {"specs", probeSpecs},
+                                              {"delimited", probeDelimited},
+                                              {"import", probeImport}}};
 
 } // namespace
 
