@@ -47,11 +47,15 @@ std::string textOf(Retyping kind, int record) {
 } // namespace
 
 platform::Answer AgreeingUser::message(const platform::Message& message) {
-    return message.buttons == platform::Buttons::YesNo ? platform::Answer::Yes : SilentUser::message(message);
+    return message.buttons == platform::Buttons::YesNo ? platform::Answer::Yes : QuietUser::message(message);
 }
 
 TypeChange::TypeChange(Workbench& bench, model::Document& doc, Retyping kind)
-    : m_doc(doc), m_services{m_user, bench.services().files, bench.services().clock, bench.services().regional,
+    : m_doc(doc), m_services{m_user,
+                             bench.services().screen,
+                             bench.services().files,
+                             bench.services().clock,
+                             bench.services().regional,
                              bench.services().applicationFolder},
       m_kind(kind), m_slot(slotFor(doc)) {
     for (int record = 0; record < doc.NumDataRecs; ++record)

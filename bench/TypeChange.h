@@ -17,8 +17,9 @@ enum class Retyping : std::uint8_t {
 };
 
 // Answers every question with Yes; a message or an error throws.
-class AgreeingUser : public SilentUser {
+class AgreeingUser : public platform::QuietUser {
 public:
+    AgreeingUser() : QuietUser(Said::Thrown) {}
     platform::Answer message(const platform::Message& message) override;
 };
 

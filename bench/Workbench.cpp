@@ -31,16 +31,8 @@ std::vector<int> columnsWithTexts(const model::Document& doc) {
 
 } // namespace
 
-platform::Answer SilentUser::message(const platform::Message& message) {
-    throw std::runtime_error(message.text);
-}
-
-platform::ErrorAnswer SilentUser::showError(const platform::Error& error) {
-    throw std::runtime_error(error.tag + ": " + error.description());
-}
-
 Workbench::Workbench(std::filesystem::path folder)
-    : m_services{m_user, m_files, m_clock, m_regional, std::move(folder)} {
+    : m_services{m_user, m_screen, m_files, m_clock, m_regional, std::move(folder)} {
     std::filesystem::create_directories(m_services.applicationFolder / platform::kTempFolder);
 }
 

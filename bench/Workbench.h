@@ -3,6 +3,7 @@
 
 #include "adapters/PosixFiles.h"
 #include "core/model/Document.h"
+#include "core/platform/QuietUser.h"
 #include "core/platform/Services.h"
 
 #include <chrono>
@@ -23,23 +24,6 @@ template <class Work> Nanoseconds timed(Work&& work) {
     return std::chrono::duration_cast<Nanoseconds>(std::chrono::steady_clock::now() - start);
 }
 
-// Shows nothing; a message or an error throws, since a measure of something that was refused is worth nothing.
-class SilentUser : public platform::UserInterface {
-public:
-    platform::Answer message(const platform::Message& message) override;
-    void beep() override {}
-    std::optional<std::string> askPassword(const std::string&, const std::string&) override { return std::nullopt; }
-    platform::ErrorAnswer showError(const platform::Error& error) override;
-    std::optional<std::filesystem::path> askSaveName(const std::string&, const std::string&,
-                                                     const std::filesystem::path&) override {
-        return std::nullopt;
-    }
-    void progress(const std::string&, int, int) override {}
-    Pointer pointer() const override { return Pointer::Default; }
-    void setPointer(Pointer) override {}
-    void setGridRepainting(bool) override {}
-};
-
 // What the operations need of the computer. The clock stands still, so that the same table is the same file.
 class Workbench {
 public:
@@ -54,7 +38,9 @@ public:
     void save(model::Document& doc, const std::filesystem::path& file);
 
 private:
-    SilentUser m_user;
+    // A measure of something that was refused is worth nothing.
+    platform::QuietUser m_user{platform::QuietUser::Said::Thrown};
+    platform::Screen m_screen;
     adapters::PosixFiles m_files;
     platform::FixedClock m_clock{{2003, 1, 17, 12, 0, 0}};
     platform::Regional m_regional;

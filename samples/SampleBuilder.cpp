@@ -5,8 +5,8 @@
 #include "core/calc/values/Ansi.h"
 #include "core/pdb/Database.h"
 #include "core/platform/Clock.h"
+#include "core/platform/QuietUser.h"
 #include "core/platform/Services.h"
-#include "core/platform/UserInterface.h"
 
 #include <algorithm>
 #include <fstream>
@@ -22,28 +22,6 @@ using model::FieldType;
 
 constexpr platform::LocalTime kNow{2004, 3, 1, 9, 30, 0};
 constexpr std::uint8_t kColumnWidth = 60;
-
-// Nobody sits before a program that makes files: whatever is said or asked is a fault of the sample.
-class NoUser : public platform::UserInterface {
-public:
-    platform::Answer message(const platform::Message& shown) override { throw std::runtime_error(shown.text); }
-    void beep() override {}
-    std::optional<std::string> askPassword(const std::string&, const std::string&) override { return std::nullopt; }
-    platform::ErrorAnswer showError(const platform::Error& error) override {
-        throw std::runtime_error(error.tag + ": " + error.description());
-    }
-    std::optional<std::filesystem::path> askSaveName(const std::string&, const std::string&,
-                                                     const std::filesystem::path&) override {
-        return std::nullopt;
-    }
-    void progress(const std::string&, int, int) override {}
-    Pointer pointer() const override { return m_pointer; }
-    void setPointer(Pointer pointer) override { m_pointer = pointer; }
-    void setGridRepainting(bool) override {}
-
-private:
-    Pointer m_pointer = Pointer::Default;
-};
 
 // Where a new picture waits for the save that takes it in.
 std::filesystem::path waitingPicture(const std::filesystem::path& applicationFolder, std::size_t number) {
@@ -180,11 +158,13 @@ platform::Bytes SampleBuilder::build() {
     const adapters::TemporaryFolder folder;
     if (!m_pictures.empty())
         putPictures(m_pictures, folder.path());
-    NoUser user;
+    // Whatever is said or asked is a fault of the sample.
+    platform::QuietUser user(platform::QuietUser::Said::Thrown);
+    platform::Screen screen;
     adapters::PosixFiles files;
     const platform::FixedClock clock(kNow);
     const platform::Regional regional;
-    platform::Services services{user, files, clock, regional, folder.path()};
+    platform::Services services{user, screen, files, clock, regional, folder.path()};
     auto built = pdb::buildDatabase(m_doc, services);
     if (!built)
         throw std::runtime_error(built.error().tag + ": " + built.error().description());

@@ -162,7 +162,7 @@ TEST(FolderDesktopFaults, neverLeaveHalfAFileInTheQueue) {
 
 TEST_F(FolderDesktopTest, theInstallOfADatabaseGoesThroughAllOfIt) {
     test::TestServices t;
-    platform::Services services{t.user, files, t.clock, t.regional, folder.path()};
+    platform::Services services{t.user, t.user, files, t.clock, t.regional, folder.path()};
     handheld::UserList users;
     ASSERT_TRUE(handheld::GetUserIDs(services, desktop, users));
     putFile(folder / "Ann/Install/MS2_A.pdb", "waited");
@@ -177,7 +177,7 @@ TEST_F(FolderDesktopTest, theInstallOfADatabaseGoesThroughAllOfIt) {
 // The user's copy of the name is a link to somewhere else.
 TEST_F(FolderDesktopTest, nothingIsWrittenThroughALinkInTheUsersFolder) {
     test::TestServices t;
-    platform::Services services{t.user, files, t.clock, t.regional, folder.path()};
+    platform::Services services{t.user, t.user, files, t.clock, t.regional, folder.path()};
     handheld::UserList users;
     ASSERT_TRUE(handheld::GetUserIDs(services, desktop, users));
     putFile(elsewhere / "victim", "precious");

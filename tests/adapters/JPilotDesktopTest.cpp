@@ -78,7 +78,7 @@ protected:
 
 TEST_F(JPilotDesktopTest, hasOneUserWhoseDatabasesAreInTheBackup) {
     test::TestServices t;
-    platform::Services services{t.user, files, t.clock, t.regional, folder.path()};
+    platform::Services services{t.user, t.user, files, t.clock, t.regional, folder.path()};
     handheld::UserList users;
     ASSERT_TRUE(handheld::GetUserIDs(services, desktop, users));
     EXPECT_THAT(users.UserNames, testing::ElementsAre("Ann Smith"));
@@ -87,7 +87,7 @@ TEST_F(JPilotDesktopTest, hasOneUserWhoseDatabasesAreInTheBackup) {
 
 TEST_F(JPilotDesktopTest, followsTheBackupWhenItMoves) {
     test::TestServices t;
-    platform::Services services{t.user, files, t.clock, t.regional, folder.path()};
+    platform::Services services{t.user, t.user, files, t.clock, t.regional, folder.path()};
     handheld::UserList users;
     ASSERT_TRUE(handheld::GetUserIDs(services, desktop, users));
     putFile(folder / ".jpilot/backup0/MS2_Old Books.pdb", "");

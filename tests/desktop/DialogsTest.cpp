@@ -326,7 +326,7 @@ protected:
     platform::FixedClock clock{{2003, 3, 5, 13, 5, 9}};
     platform::Regional regional;
     desktop::QtUserInterface user;
-    platform::Services services{user, files, clock, regional, "/app"};
+    platform::Services services{user, user, files, clock, regional, "/app"};
     std::unique_ptr<desktop::frmPwd> dialog;
     ModalScript script;
 };

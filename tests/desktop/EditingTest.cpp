@@ -244,7 +244,7 @@ TEST_F(Editing, anUnexpectedErrorIsShownUnderItsOperation) {
     putSample();
     show();
     StoppedClock watch;
-    platform::Services timeless{user, files, watch, regional, "/app"};
+    platform::Services timeless{user, user, files, watch, regional, "/app"};
     desktop::frmMain frame(timeless, user, settings);
     frame.resize(1000, 600);
     frame.show();

@@ -96,7 +96,7 @@ TEST_F(Interface, putsTheSplashAwayBeforeItAsks) {
 }
 
 TEST_F(Interface, theWaitPointerIsOffWhileSomethingIsAsked) {
-    user.setPointer(platform::UserInterface::Pointer::Wait);
+    user.setPointer(platform::Screen::Pointer::Wait);
     ASSERT_NE(QApplication::overrideCursor(), nullptr);
     script.expect([](QWidget& window) {
         EXPECT_EQ(QApplication::overrideCursor(), nullptr);
@@ -104,7 +104,7 @@ TEST_F(Interface, theWaitPointerIsOffWhileSomethingIsAsked) {
     });
     user.message({.text = "Hello", .title = {}});
     EXPECT_NE(QApplication::overrideCursor(), nullptr);
-    user.setPointer(platform::UserInterface::Pointer::Default);
+    user.setPointer(platform::Screen::Pointer::Default);
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 

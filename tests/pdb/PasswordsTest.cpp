@@ -164,7 +164,7 @@ TEST_F(Authorize, aChangedPasswordIsAskedForAgain) {
 }
 
 TEST_F(Authorize, thePointerComesBack) {
-    using Pointer = platform::UserInterface::Pointer;
+    using Pointer = platform::Screen::Pointer;
     protect(PasswordKind::Login, "secret");
     m_test.user.setPointer(Pointer::Wait);
     m_test.user.passwords = {std::nullopt};

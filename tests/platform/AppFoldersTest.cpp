@@ -80,7 +80,7 @@ protected:
     test::ScriptedUser ui;
     FixedClock clock{LocalTime{}};
     Regional regional;
-    Services services{ui, files, clock, regional, folder.path()};
+    Services services{ui, ui, files, clock, regional, folder.path()};
 };
 
 TEST_F(WorkingFolders, areMadeWhereTheyAreAbsent) {

@@ -8,7 +8,7 @@
 namespace tallybook::platform {
 namespace {
 
-using Pointer = UserInterface::Pointer;
+using Pointer = Screen::Pointer;
 
 struct Guards : testing::Test {
     test::ScriptedUser user;

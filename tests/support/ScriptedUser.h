@@ -2,6 +2,7 @@
 // without a scripted answer fails the test, and so does an answer that nobody asked for.
 #pragma once
 
+#include "core/platform/Screen.h"
 #include "core/platform/UserInterface.h"
 
 #include <deque>
@@ -12,7 +13,7 @@
 
 namespace tallybook::test {
 
-class ScriptedUser : public platform::UserInterface {
+class ScriptedUser : public platform::UserInterface, public platform::Screen {
 public:
     struct Progress {
         std::string caption;
@@ -46,6 +47,7 @@ public:
     std::vector<platform::Error> errors;
     std::vector<SaveQuestion> saveQuestions;
     std::vector<Progress> progresses;
+    int stopsAfter = -1; // looks at stopWanted() before it says so; -1: never
     int beeps = 0;
     int waits = 0;   // times that the wait pointer was set
     int freezes = 0; // times that repainting was stopped
@@ -70,16 +72,14 @@ public:
     // True when pointer, repainting and progress are as they were before an operation.
     bool atRest() const {
         const bool barHidden = progresses.empty() || progresses.back().maximum == 0;
-        return m_pointer == Pointer::Default && gridRepaints && barHidden;
+        return m_pointer == Pointer::Default && gridRepaints && barHidden && !m_stoppable;
     }
 
     platform::Answer message(const platform::Message& shown) override {
         messages.push_back(shown);
         if (shown.buttons == platform::Buttons::Ok)
             return platform::Answer::Ok;
-        const auto closed =
-            shown.buttons == platform::Buttons::YesNo ? platform::Answer::No : platform::Answer::Cancel;
-        return next(answers, closed, "message: " + shown.text);
+        return next(answers, platform::closingOf(shown.buttons), "message: " + shown.text);
     }
 
     void beep() override { ++beeps; }
@@ -110,6 +110,14 @@ public:
         progresses.push_back({caption, value, maximum});
     }
 
+    void setStoppable(bool stoppable) override { m_stoppable = stoppable; }
+    bool stopWanted() override {
+        EXPECT_TRUE(m_stoppable) << "an operation that cannot be stopped asks whether to";
+        if (stopsAfter > 0)
+            --stopsAfter;
+        return stopsAfter == 0;
+    }
+
     Pointer pointer() const override { return m_pointer; }
     void setPointer(Pointer pointer) override {
         m_pointer = pointer;
@@ -132,6 +140,7 @@ private:
     }
 
     Pointer m_pointer = Pointer::Default;
+    bool m_stoppable = false;
 };
 
 } // namespace tallybook::test

@@ -13,7 +13,7 @@ struct TestServices {
     MemoryFiles files;
     platform::FixedClock clock{{2003, 3, 5, 13, 5, 9}};
     platform::Regional regional;
-    platform::Services services{user, files, clock, regional, "/app"};
+    platform::Services services{user, user, files, clock, regional, "/app"};
 
     TestServices() { files.addFolder("/app"); }
     operator platform::Services&() { return services; }

@@ -43,11 +43,8 @@ void addUserOption(Verb& verb, HandheldOptions& options) {
 }
 
 HandheldSession::HandheldSession(Terminal& terminal, const HandheldOptions& options)
-    : m_user(terminal, {}),
-      m_regional(regionNamed(options.region).value_or(platform::Regional{})), m_services{m_user, m_files, m_clock,
-                                                                                         m_regional,
-                                                                                         folderOf(m_files, options)},
-      m_wanted(options.user) {
+    : m_user(terminal, {}), m_regional(regionNamed(options.region).value_or(platform::Regional{})),
+      m_services{m_user, m_screen, m_files, m_clock, m_regional, folderOf(m_files, options)}, m_wanted(options.user) {
     const platform::Surroundings around = adapters::surroundings();
     const adapters::IniSettings settings(m_files, platform::configFolder(around) / adapters::kSettingsFile);
     m_users.CurrentUser = storedText(shell::loadUserId(settings)).value_or("");

@@ -44,6 +44,7 @@ public:
 
 private:
     TerminalUser m_user;
+    platform::Screen m_screen;
     adapters::PosixFiles m_files;
     adapters::SystemClock m_clock;
     platform::Regional m_regional;

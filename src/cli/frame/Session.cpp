@@ -14,8 +14,8 @@ std::filesystem::path Session::applicationFolder(const CommonOptions& options, c
 
 Session::Session(Terminal& terminal, const CommonOptions& options)
     : m_user(terminal, {options.yes, options.password()}),
-      m_regional(options.regional()), m_services{m_user, m_files, m_clock, m_regional,
-                                                 applicationFolder(options, m_folder)} {}
+      m_regional(options.regional()), m_services{m_user,  m_screen,   m_files,
+                                                 m_clock, m_regional, applicationFolder(options, m_folder)} {}
 
 bool Session::prepareFolders() {
     if (m_services.applicationFolder.empty()) {

@@ -42,6 +42,7 @@ private:
                                                    const adapters::TemporaryFolder& own);
 
     TerminalUser m_user;
+    platform::Screen m_screen;
     adapters::PosixFiles m_files;
     adapters::SystemClock m_clock;
     platform::Regional m_regional;

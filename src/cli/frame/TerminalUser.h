@@ -47,17 +47,12 @@ public:
     void prepareAnswer(std::string_view start, platform::Answer answer);
 
     platform::Answer message(const platform::Message& message) override;
-    void beep() override {}
     std::optional<std::string> askPassword(const std::string& actionWord, const std::string& fileName) override;
     std::optional<std::string> askText(const std::string& title, const std::string& prompt,
                                        const std::string& preset) override;
     platform::ErrorAnswer showError(const platform::Error& error) override;
     std::optional<std::filesystem::path> askSaveName(const std::string& title, const std::string& filter,
                                                      const std::filesystem::path& suggestion) override;
-    void progress(const std::string&, int, int) override {}
-    Pointer pointer() const override { return m_pointer; }
-    void setPointer(Pointer pointer) override { m_pointer = pointer; }
-    void setGridRepainting(bool) override {}
 
 private:
     platform::Answer ask(const platform::Message& message);
@@ -73,7 +68,6 @@ private:
     Answers m_answers;
     std::vector<Prepared> m_prepared;
     std::string m_passwordGivenFor; // action word that the password file has answered already
-    Pointer m_pointer = Pointer::Default;
     bool m_spoke = false;
     bool m_leftUnanswered = false;
 };

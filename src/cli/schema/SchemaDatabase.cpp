@@ -5,6 +5,7 @@
 #include "cli/schema/SchemaParts.h"
 #include "core/document/file/OpenSave.h"
 #include "core/platform/OwnTexts.h"
+#include "core/platform/QuietUser.h"
 
 #include <algorithm>
 #include <array>
@@ -193,8 +194,9 @@ private:
     }
 
     void checkCarried() {
-        QuietUser user;
-        platform::Services quiet{user, m_services.files, m_services.clock, m_services.regional, {}};
+        platform::QuietUser user;
+        platform::Screen screen;
+        platform::Services quiet{user, screen, m_services.files, m_services.clock, m_services.regional, {}};
         check(m_fields, describeField, quiet);
         check(m_filters, describeFilter, quiet);
         check(m_views, describeView, quiet);
@@ -328,8 +330,9 @@ std::string shownJson(const Json& json) {
 }
 
 Json describeDatabase(const DatabaseModel& db, const std::string& stem, const platform::Services& services) {
-    QuietUser user;
-    platform::Services quiet{user, services.files, services.clock, services.regional, {}};
+    platform::QuietUser user;
+    platform::Screen screen;
+    platform::Services quiet{user, screen, services.files, services.clock, services.regional, {}};
     const DatabaseModel saved = savedForm(db);
     Json json = describeProperties(saved, stem, quiet);
     const Json carried = json.value("carried", Json());

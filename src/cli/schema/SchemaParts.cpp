@@ -187,17 +187,6 @@ Json filterNames(const DatabaseModel& db, std::uint16_t mask) {
 
 } // namespace
 
-platform::Answer QuietUser::message(const platform::Message& message) {
-    switch (message.buttons) {
-    case platform::Buttons::Ok:
-        return platform::Answer::Ok;
-    case platform::Buttons::YesNo:
-        return platform::Answer::No;
-    default:
-        return platform::Answer::Cancel;
-    }
-}
-
 std::string freeSlotName(int slot) {
     return "Fld" + calc::zeroPadded(static_cast<std::uint64_t>(slot), 2);
 }

@@ -10,23 +10,6 @@
 
 namespace tallybook::cli {
 
-// Says nothing, and turns every question down.
-class QuietUser : public platform::UserInterface {
-public:
-    platform::Answer message(const platform::Message& message) override;
-    void beep() override {}
-    std::optional<std::string> askPassword(const std::string&, const std::string&) override { return std::nullopt; }
-    platform::ErrorAnswer showError(const platform::Error&) override { return platform::ErrorAnswer::Leave; }
-    std::optional<std::filesystem::path> askSaveName(const std::string&, const std::string&,
-                                                     const std::filesystem::path&) override {
-        return std::nullopt;
-    }
-    void progress(const std::string&, int, int) override {}
-    Pointer pointer() const override { return Pointer::Default; }
-    void setPointer(Pointer) override {}
-    void setGridRepainting(bool) override {}
-};
-
 // Name, type and result type of a field, so that others can name it before it is made. Everything else of the slot
 // is taken out.
 void announceField(const SchemaObject& field, model::DatabaseModel& db, int slot);

@@ -34,24 +34,18 @@ public:
     bool takeSpoke();
 
     platform::Answer message(const platform::Message& message) override;
-    void beep() override {}
     std::optional<std::string> askPassword(const std::string& actionWord, const std::string& fileName) override;
     std::optional<std::string> askText(const std::string& title, const std::string& prompt,
                                        const std::string& preset) override;
     platform::ErrorAnswer showError(const platform::Error& error) override;
     std::optional<std::filesystem::path> askSaveName(const std::string& title, const std::string& filter,
                                                      const std::filesystem::path& suggestion) override;
-    void progress(const std::string&, int, int) override {}
-    Pointer pointer() const override { return m_pointer; }
-    void setPointer(Pointer pointer) override { m_pointer = pointer; }
-    void setGridRepainting(bool) override {}
 
 private:
     void fail(std::string text);
 
     std::string m_failure;
     std::string m_passwordGivenFor;
-    Pointer m_pointer = Pointer::Default;
     bool m_spoke = false;
 };
 

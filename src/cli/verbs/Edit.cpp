@@ -104,7 +104,8 @@ ExitCode edit(const EditOptions& options, Terminal& terminal) {
     if (const std::optional<std::string> password = options.common.password())
         user.passwordForAll = checkedText(*password);
     platform::Services& opened = session.services();
-    platform::Services services{user, opened.files, opened.clock, opened.regional, opened.applicationFolder};
+    platform::Services services{user,         opened.screen,   opened.files,
+                                opened.clock, opened.regional, opened.applicationFolder};
     std::optional<std::filesystem::path> saveTo;
     if (!options.out.empty())
         saveTo = std::filesystem::absolute(options.out);

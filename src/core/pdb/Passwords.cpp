@@ -78,7 +78,7 @@ bool AuthorizeDB(model::Document& doc, platform::Services& services, model::Pass
     const std::string& stored = doc.CurrDB20.Passwords[index];
     if (!passwordExists20(stored))
         return true;
-    const platform::DefaultCursor pointer(services.ui);
+    const platform::DefaultCursor pointer(services.screen);
     return matchPassword20(doc.SessionPwd[index], stored) || askFor(kind, doc, services);
 }
 

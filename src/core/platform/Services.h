@@ -4,6 +4,7 @@
 #include "core/platform/Clock.h"
 #include "core/platform/Files.h"
 #include "core/platform/Regional.h"
+#include "core/platform/Screen.h"
 #include "core/platform/UserInterface.h"
 
 #include <filesystem>
@@ -12,6 +13,7 @@ namespace tallybook::platform {
 
 struct Services {
     UserInterface& ui;
+    Screen& screen;
     Files& files;
     const Clock& clock;
     const Regional& regional;

@@ -1,4 +1,4 @@
-// What the core asks of whoever sits before the program: questions, messages, passwords, progress. The windows,
+// What the core asks of whoever sits before the program: questions, messages, passwords. The windows,
 // the command and the tests each have their own.
 #pragma once
 
@@ -14,6 +14,13 @@ namespace tallybook::platform {
 enum class Icon : std::uint8_t { None, Information, Question, Warning, Critical };
 enum class Buttons : std::uint8_t { Ok, OkCancel, YesNo, YesNoCancel };
 enum class Answer : std::uint8_t { Ok, Cancel, Yes, No };
+
+// What closing a box with these buttons stands for: Cancel, or No, or Ok, whichever exists.
+constexpr Answer closingOf(Buttons buttons) {
+    if (buttons == Buttons::Ok)
+        return Answer::Ok;
+    return buttons == Buttons::YesNo ? Answer::No : Answer::Cancel;
+}
 
 // A message box. All texts are Windows-1252.
 struct Message {
@@ -35,11 +42,8 @@ class UserInterface {
 public:
     virtual ~UserInterface() = default;
 
-    // Shows a message and gives the button pressed; closing the box is Cancel, or No, or Ok, whichever exists.
+    // Shows a message and gives the button pressed; closing the box is `closingOf` its buttons.
     virtual Answer message(const Message& message) = 0;
-
-    // The sound that goes with a refusal.
-    virtual void beep() = 0;
 
     // The password prompt frmLogin with the action word as its caption; nothing when cancelled.
     virtual std::optional<std::string> askPassword(const std::string& actionWord, const std::string& fileName) = 0;
@@ -59,17 +63,6 @@ public:
     // The file dialog for a new name; nothing when cancelled. The suggestion may be a folder or a whole path.
     virtual std::optional<std::filesystem::path> askSaveName(const std::string& title, const std::string& filter,
                                                              const std::filesystem::path& suggestion) = 0;
-
-    // The progress bar of the status line: value of maximum with a caption. A maximum of 0 hides it.
-    virtual void progress(const std::string& caption, int value, int maximum) = 0;
-
-    // The screen's mouse pointer. Used by the guards HourGlass and DefaultCursor alone.
-    enum class Pointer : std::uint8_t { Default, Wait };
-    virtual Pointer pointer() const = 0;
-    virtual void setPointer(Pointer pointer) = 0;
-
-    // Stops or allows repainting of the document's grid. Used by the guard Freeze alone.
-    virtual void setGridRepainting(bool repaints) = 0;
 };
 
 } // namespace tallybook::platform

@@ -242,7 +242,7 @@ void frmFieldProp::accept() {
     take();
     design::FieldPropResult outcome;
     {
-        const platform::HourGlass wait(m_services.ui);
+        const platform::HourGlass wait(m_services.screen);
         outcome =
             design::fieldPropertiesOK(m_doc, m_services, m_slot, m_draft, m_mode, [this](design::DialogShown shown) {
                 setVisible(shown == design::DialogShown::Visible);

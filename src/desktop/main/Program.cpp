@@ -56,7 +56,7 @@ int run() {
     const platform::Regional regional = regionalFrom(QLocale::system());
     const platform::Surroundings surroundings = adapters::surroundings();
     QtUserInterface ui;
-    platform::Services services{ui, files, clock, regional, platform::applicationFolder(files, surroundings)};
+    platform::Services services{ui, ui, files, clock, regional, platform::applicationFolder(files, surroundings)};
     platform::makeFolders(services);
 
     const Instance instance(platform::lockFolder(files, surroundings), ui);

@@ -73,13 +73,6 @@ Answer firstOf(Buttons buttons) {
     return buttons == Buttons::Ok || buttons == Buttons::OkCancel ? Answer::Ok : Answer::Yes;
 }
 
-// What closing the box stands for.
-Answer closingOf(Buttons buttons) {
-    if (buttons == Buttons::Ok)
-        return Answer::Ok;
-    return buttons == Buttons::YesNo ? Answer::No : Answer::Cancel;
-}
-
 Answer answerOf(int button, Buttons buttons) {
     for (const Answer answer : {Answer::Ok, Answer::Cancel, Answer::Yes, Answer::No})
         if (button == buttonOf(answer) && buttonsOf(buttons).testFlag(buttonOf(answer)))

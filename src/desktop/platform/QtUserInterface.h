@@ -1,6 +1,7 @@
 // What the core asks of its user, with windows.
 #pragma once
 
+#include "core/platform/Screen.h"
 #include "core/platform/UserInterface.h"
 #include "desktop/grid/GridView.h"
 #include "desktop/platform/CProgressBar.h"
@@ -14,7 +15,7 @@ class QWidget;
 
 namespace tallybook::desktop {
 
-class QtUserInterface : public platform::UserInterface {
+class QtUserInterface : public platform::UserInterface, public platform::Screen {
 public:
     QtUserInterface() = default;
     ~QtUserInterface() override { QtUserInterface::setPointer(Pointer::Default); }

@@ -42,9 +42,10 @@ public:
 
     test::MemoryFiles files;
     ScriptUser user;
+    platform::Screen screen;
     platform::FixedClock clock{{2003, 3, 5, 13, 5, 9}};
     platform::Regional regional;
-    platform::Services services{user, files, clock, regional, "/app"};
+    platform::Services services{user, screen, files, clock, regional, "/app"};
     std::unique_ptr<model::Document> doc = std::make_unique<model::Document>();
     std::ostringstream out;
     std::optional<std::filesystem::path> saveTo;

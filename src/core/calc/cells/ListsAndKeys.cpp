@@ -52,7 +52,7 @@ std::optional<int> itemId(ListDef& list, std::string_view text) {
 }
 
 // Fills the list from the column and gives the records their ids. False at the first text too many.
-bool collectItems(Document& doc, platform::UserInterface& ui, int slot) {
+bool collectItems(Document& doc, platform::Screen& screen, int slot) {
     ListDef& list = doc.CurrDB20.Lists[slot];
     list = {};
     std::string scratch;
@@ -63,7 +63,7 @@ bool collectItems(Document& doc, platform::UserInterface& ui, int slot) {
         if (!id)
             return false;
         doc.CellLongs.set(record, slot, *id);
-        ui.progress(kCreating, record + 1, doc.NumDataRecs);
+        screen.progress(kCreating, record + 1, doc.NumDataRecs);
     }
     return true;
 }
@@ -129,23 +129,24 @@ bool takeKeys(Document& doc, platform::Services& services, int slot) {
 
 bool createList(Document& doc, platform::Services& services, int slot) {
     platform::UserInterface& ui = services.ui;
-    const platform::Freeze freeze(ui, doc);
-    const platform::HourGlass hourGlass(ui);
-    ui.progress(kCreating, 0, doc.NumDataRecs);
+    platform::Screen& screen = services.screen;
+    const platform::Freeze freeze(screen, doc);
+    const platform::HourGlass hourGlass(screen);
+    screen.progress(kCreating, 0, doc.NumDataRecs);
     moveToColumn(doc, slot);
     const bool stands =
-        (doc.CurrDB20.Lists.at(slot).Count() > 0 && keepsExistingList(ui)) || collectItems(doc, ui, slot);
+        (doc.CurrDB20.Lists.at(slot).Count() > 0 && keepsExistingList(ui)) || collectItems(doc, screen, slot);
     if (!stands)
         ui.message({.text = "More than 60 unique items found.  Some items could not be included.\n"
                             "Convert this field back to text, reduce the number of unique items and try again.",
                     .icon = platform::Icon::Critical});
-    ui.progress({}, 0, 0);
+    screen.progress({}, 0, 0);
     return stands;
 }
 
 bool CreateKeys(Document& doc, platform::Services& services, int slot, KeepPosition keep) {
-    const platform::Freeze freeze(services.ui, doc);
-    const platform::HourGlass hourGlass(services.ui);
+    const platform::Freeze freeze(services.screen, doc);
+    const platform::HourGlass hourGlass(services.screen);
     const model::GridPlace before = doc.grd.place();
     moveToColumn(doc, slot);
     const bool done = takeKeys(doc, services, slot);

@@ -215,7 +215,7 @@ void SetCondValue(model::Tallybook& doc, bool result, int field, int row) {
 void CalcCondExppression(model::Tallybook& doc, platform::Services& services, int field) {
     const model::CondExprDef& def = doc.CurrDB20.CondExprs.at(field);
     const std::string caption = "Calculating " + doc.CurrDB20.Fields[static_cast<std::size_t>(field)].Name + " ...";
-    services.ui.progress(caption, 0, doc.NumDataRecs);
+    services.screen.progress(caption, 0, doc.NumDataRecs);
     doc.grd.touch();
     if (def.CondFields[0] == 0) {
         doc.grd.column(model::columnOfSlot(field)).clear();
@@ -228,7 +228,7 @@ void CalcCondExppression(model::Tallybook& doc, platform::Services& services, in
     std::string scratch;
     for (int record = 0; record < doc.NumDataRecs; ++record) {
         if (record % kRecordsAStep == 0)
-            services.ui.progress(caption, record + 1, doc.NumDataRecs);
+            services.screen.progress(caption, record + 1, doc.NumDataRecs);
         const std::uint32_t row = doc.grd.order().id(record);
         writeBranch(doc, branches[conditions.holds(row) ? 1 : 0], field, row, scratch);
     }

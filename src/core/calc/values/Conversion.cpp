@@ -118,17 +118,17 @@ struct Column {
 };
 
 // Calls `convert` with every record, the bar following when there is more than one.
-template <class Convert> void eachRecord(const Document& doc, platform::UserInterface& ui, Convert convert) {
+template <class Convert> void eachRecord(const Document& doc, platform::Screen& screen, Convert convert) {
     const int records = doc.NumDataRecs;
     const bool shown = records > 1;
     if (shown)
-        ui.progress(kConverting, records, records);
+        screen.progress(kConverting, records, records);
     for (int record = 0; record < records; ++record) {
         convert(record);
         if (shown)
-            ui.progress(kConverting, record + 1, records);
+            screen.progress(kConverting, record + 1, records);
     }
-    ui.progress({}, 0, 0);
+    screen.progress({}, 0, 0);
 }
 
 void clearColours(Document& doc, int slot) {
@@ -170,8 +170,8 @@ std::string_view getListText(const model::DatabaseModel& db, int slot, int id) {
 
 void convertType(Document& doc, platform::Services& services, int slot, FieldType oldType, FieldType newType,
                  int decimalsChoice) {
-    const platform::Freeze freeze(services.ui, doc);
-    const platform::HourGlass hourGlass(services.ui);
+    const platform::Freeze freeze(services.screen, doc);
+    const platform::HourGlass hourGlass(services.screen);
     const Column column{doc, slot};
     const Rules rules{services.regional, services.clock.now().year};
     std::string scratch;
@@ -183,23 +183,23 @@ void convertType(Document& doc, platform::Services& services, int slot, FieldTyp
 
     switch (newType) {
     case FieldType::List:
-        eachRecord(doc, services.ui, [&](int record) { column.setText(record, {}); });
+        eachRecord(doc, services.screen, [&](int record) { column.setText(record, {}); });
         break;
     case FieldType::Checkbox:
-        eachRecord(doc, services.ui, [&](int record) {
+        eachRecord(doc, services.screen, [&](int record) {
             const bool checked = toBoolean(column.text(record, scratch), rules.regional).value_or(false);
             column.setText(record, {});
             column.setPicture(record, checked ? model::Picture::CheckOn : model::Picture::CheckOff);
         });
         break;
     case FieldType::Key:
-        eachRecord(doc, services.ui,
+        eachRecord(doc, services.screen,
                    [&](int record) { column.setText(record, std::to_string(doc.RecKeys[record])); });
         break;
     default: {
         const Formatter format = formatterOf(newType);
         const bool digits = newType == FieldType::Float && decimalsChoice >= 1 && decimalsChoice <= 3;
-        eachRecord(doc, services.ui, [&](int record) {
+        eachRecord(doc, services.screen, [&](int record) {
             const std::string text = format(column.text(record, scratch), rules);
             column.setText(record, digits ? formatDecimals(text, decimalsChoice, rules.regional) : text);
         });

@@ -41,7 +41,7 @@ EditAction nothing(Cell&) {
 }
 
 EditAction notEditable(Cell& cell, std::string_view text) {
-    cell.services.ui.beep();
+    cell.services.screen.beep();
     cell.services.ui.message({.text = std::string(text), .icon = Icon::Information, .title = "Information."});
     return {};
 }

@@ -159,8 +159,8 @@ bool deleteRecord(model::Document& doc, platform::Services& services) {
     saveCell(doc, services);
     if (!confirms(services, "Delete current record.  Are you sure?") || !ModifyRecord(doc, services))
         return false;
-    const platform::HourGlass wait(services.ui);
-    const platform::Freeze freeze(services.ui, doc);
+    const platform::HourGlass wait(services.screen);
+    const platform::Freeze freeze(services.screen, doc);
     removeCurrentRow(doc);
     doc.DocModified = true;
     return true;
@@ -177,8 +177,8 @@ bool deleteAllRecords(model::Document& doc, platform::Services& services) {
     if (!confirms(services, "WARNING: Delete all records in this Tallybook. Are you sure?") ||
         !ModifyRecord(doc, services))
         return false;
-    const platform::HourGlass wait(services.ui);
-    const platform::Freeze freeze(services.ui, doc);
+    const platform::HourGlass wait(services.screen);
+    const platform::Freeze freeze(services.screen, doc);
     while (!model::hasNoRecords(doc)) // from the end, where taking out a row moves no other
         model::removeRecord(doc, doc.grd.rows() - 1);
     doc.grd.setCell(model::kFirstDataRow, 1);

@@ -7,7 +7,7 @@
 namespace tallybook::document {
 
 void CreateNewDatabase(model::Document& doc, platform::Services& services) {
-    const platform::HourGlass wait(services.ui);
+    const platform::HourGlass wait(services.screen);
     model::clearDocument(doc);
     pdb::initDB(doc.CurrDB20);
     doc.CurrFilePath.clear();

@@ -95,7 +95,7 @@ void nameDocument(model::Document& doc, const Path& path) {
 }
 
 platform::Status parse(model::Document& doc, Services& services, platform::ByteSpan bytes) {
-    ProgressBar bar(services.ui, "Reading record ");
+    ProgressBar bar(services.screen, "Reading record ");
     bar.show("Opening...", 0, 1);
     pdb::ReadSteps steps;
     steps.onFormat099 = [&] { sayFormat099(services); };
@@ -165,7 +165,7 @@ Opened readBytes(model::Document& doc, Services& services, ReadMode mode, Bytes 
 }
 
 Opened readInto(model::Document& doc, Services& services, const Path& path, ReadMode mode) {
-    const platform::HourGlass wait(services.ui);
+    const platform::HourGlass wait(services.screen);
     forget(doc);
     const model::FileMark mark = markOf(services.files, path);
     auto bytes = readWhole(services, path);
@@ -181,7 +181,7 @@ Opened readInto(model::Document& doc, Services& services, const Path& path, Read
 
 // Older files have no pictures that a temporary copy would be needed for.
 Opened readOlderInto(model::Document& doc, Services& services, const Path& path, ReadMode mode) {
-    const platform::HourGlass wait(services.ui);
+    const platform::HourGlass wait(services.screen);
     forget(doc);
     const model::FileMark mark = markOf(services.files, path);
     auto bytes = readWhole(services, path);

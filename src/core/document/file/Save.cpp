@@ -169,9 +169,9 @@ Path savedPath(const Path& target) {
 }
 
 Outcome savePDBFile20(model::Document& doc, Services& services, const Path& target) {
-    const platform::HourGlass wait(services.ui);
-    const platform::Freeze freeze(services.ui, doc);
-    ProgressBar bar(services.ui, "Building record ");
+    const platform::HourGlass wait(services.screen);
+    const platform::Freeze freeze(services.screen, doc);
+    ProgressBar bar(services.screen, "Building record ");
     const Path path = savedPath(target);
     doc.FileOK = false;
     if (doc.CurrDB20.DBName.empty())

@@ -82,7 +82,7 @@ int fittingWidth(const model::Document& doc, int column, const CharacterWidths& 
 
 void bestFit1(model::Document& doc, platform::Services& services, const TextMeasure& measure) {
     saveCell(doc, services);
-    const platform::Freeze freeze(services.ui, doc);
+    const platform::Freeze freeze(services.screen, doc);
     const CharacterWidths widths = widthsOf(measure);
     for (int column = 1; column < model::kScratchColumn; ++column)
         if (fieldOfColumn(doc, column).Type != FieldType::NotUsed)

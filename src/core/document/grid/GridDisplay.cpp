@@ -87,8 +87,8 @@ void gridResized(model::Document& doc) {
 }
 
 std::string CopyGridCells(model::Document& doc, platform::Services& services) {
-    const platform::HourGlass wait(services.ui);
-    const platform::Freeze freeze(services.ui, doc);
+    const platform::HourGlass wait(services.screen);
+    const platform::Freeze freeze(services.screen, doc);
     const model::GridPlace& place = shownGrid(doc).place();
     const auto [top, bottom] = std::minmax(place.Row, place.RowSel);
     const auto [left, right] = std::minmax(place.Col, place.ColSel);

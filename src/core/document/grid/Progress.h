@@ -2,7 +2,7 @@
 #pragma once
 
 #include "core/calc/values/Digits.h"
-#include "core/platform/UserInterface.h"
+#include "core/platform/Screen.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -15,8 +15,8 @@ namespace tallybook::document {
 class ProgressBar {
 public:
     // `verb` stands before the numbers of each step, as "Reading record ".
-    ProgressBar(platform::UserInterface& ui, std::string_view verb) : m_ui(ui), m_verb(verb) {}
-    ~ProgressBar() { m_ui.progress({}, 0, 0); }
+    ProgressBar(platform::Screen& screen, std::string_view verb) : m_screen(screen), m_verb(verb) {}
+    ~ProgressBar() { m_screen.progress({}, 0, 0); }
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
 
@@ -27,7 +27,7 @@ public:
     void show(std::string_view caption, int value, int maximum) {
         m_caption = caption;
         m_digits = 0;
-        m_ui.progress(m_caption, value, maximum);
+        m_screen.progress(m_caption, value, maximum);
     }
 
     // "Reading record 10 of 250". A save says so for each of its records, so only the digits change where they can.
@@ -38,7 +38,7 @@ public:
             std::copy(digits.begin(), digits.end(), m_caption.begin() + static_cast<std::ptrdiff_t>(m_verb.size()));
         else
             makeCaption(digits, total);
-        m_ui.progress(m_caption, number, maximum);
+        m_screen.progress(m_caption, number, maximum);
     }
 
 private:
@@ -52,7 +52,7 @@ private:
         m_total = total;
     }
 
-    platform::UserInterface& m_ui;
+    platform::Screen& m_screen;
     std::string_view m_verb;
     std::string m_caption;
     std::size_t m_digits = 0; // of the number in a caption that step() has made; 0 for any other caption

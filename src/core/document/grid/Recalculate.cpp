@@ -23,7 +23,7 @@ constexpr int kRecordsAStep = 256; // between two movements of the bar
 // The bar of the whole recalculation: one field after the other from 0 to the last record.
 class FieldProgress {
 public:
-    FieldProgress(Services& services, int records) : m_bar(services.ui, {}), m_records(records) {
+    FieldProgress(Services& services, int records) : m_bar(services.screen, {}), m_records(records) {
         m_bar.show("Calculating...", 0, records);
     }
 
@@ -124,8 +124,8 @@ void calcOlderField(Document& doc, const Services& services, int field, FieldPro
 void calcOlderExpressions(Document& doc, Services& services) {
     if (doc.NumDataRecs < 1)
         return;
-    const platform::Freeze freeze(services.ui, doc);
-    const platform::HourGlass wait(services.ui);
+    const platform::Freeze freeze(services.screen, doc);
+    const platform::HourGlass wait(services.screen);
     FieldProgress progress(services, doc.NumDataRecs);
     const CheckLongs checks(doc);
     for (int field = 1; field < model::highestField(doc.CurrDB20); ++field) {
@@ -140,8 +140,8 @@ void calcOlderExpressions(Document& doc, Services& services) {
 void recalcExpressions(Document& doc, Services& services) {
     if (doc.NumDataRecs < 1)
         return;
-    const platform::Freeze freeze(services.ui, doc);
-    const platform::HourGlass wait(services.ui);
+    const platform::Freeze freeze(services.screen, doc);
+    const platform::HourGlass wait(services.screen);
     FieldProgress progress(services, doc.NumDataRecs);
     const int last = model::highestField(doc.CurrDB20) - 1;
     for (int field = 1; field <= last; ++field)

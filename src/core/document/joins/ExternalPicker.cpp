@@ -48,7 +48,7 @@ std::vector<ExtViewColumn> columnsOf(const DatabaseModel& other, std::size_t vie
 ExtView::ExtView(const model::Document& doc) : m_row(doc.grd.row()), m_slot(model::slotOfColumn(doc.grd.col())) {}
 
 void ExtView::AddRecordsToView(model::Document& doc, platform::Services& services) {
-    const platform::HourGlass wait(services.ui);
+    const platform::HourGlass wait(services.screen);
     const model::ExternalDef& external = doc.CurrDB20.Externals.at(m_slot);
     const auto path = findExternalFile(services.files, doc.CurrFolder, external.Source,
                                        doc.Is2xFormat ? OlderFiles::No : OlderFiles::Yes);

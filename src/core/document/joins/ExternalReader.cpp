@@ -110,7 +110,7 @@ platform::Status readBytes(model::Document& other, Services& services, const Pat
 platform::Result<ExternalDatabase> readRecords(Services& services, const Path& path, const Bytes& bytes,
                                                const WantedFields& wanted) {
     auto other = std::make_unique<model::Document>();
-    ProgressBar bar(services.ui, {});
+    ProgressBar bar(services.screen, {});
     pdb::ReadSteps steps;
     steps.onlyFields = wanted;
     steps.onRecord = [&](int record, int total) { bar.show("Reading external references...", record, total); };

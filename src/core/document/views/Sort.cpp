@@ -332,7 +332,7 @@ bool sortSlot(model::Document& doc, platform::Services& services, int slot, Sort
     const SortMode mode = modeOf(typeOfSlot(doc, slot));
     if (mode == SortMode::None)
         return true;
-    const platform::Freeze freeze(services.ui, doc);
+    const platform::Freeze freeze(services.screen, doc);
     doc.grd.permuteRows(ColumnSort(doc, services, model::columnOfSlot(slot), direction).orderBy(mode));
     return true;
 }

@@ -92,7 +92,7 @@ std::vector<RowBits> passingRows(const model::Document& doc, ProgressBar& bar,
 
 void hideRows(model::Document& doc, platform::Services& services, const std::vector<calc::ConditionSet>& filters) {
     const int rows = doc.grd.rows();
-    ProgressBar bar(services.ui, "Filtering record ");
+    ProgressBar bar(services.screen, "Filtering record ");
     bar.show("Filtering...", 0, rows - 1);
     if (model::hasNoRecords(doc))
         return;
@@ -157,7 +157,7 @@ void SetViewFilter(model::Document& doc, platform::Services& services, std::stri
     const model::ViewDef* view = findView(doc.CurrDB20, viewName);
     if (view)
         sortByView(doc, services, *view);
-    const platform::Freeze freeze(services.ui, doc);
+    const platform::Freeze freeze(services.screen, doc);
     hideRows(doc, services, filtersInForce(doc, services, filterSlot));
     fillView(doc, view);
     doc.ViewShown = !viewName.empty();
