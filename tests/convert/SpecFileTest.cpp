@@ -309,7 +309,7 @@ TEST(SpecOnDiskTest, isForItsOwnerAloneAndNeverWaitsForAPipe) {
     test::TempFolder folder;
     test::TestServices t;
     adapters::PosixFiles posix;
-    platform::Services services{t.user, posix, t.clock, t.regional, folder.path()};
+    platform::Services services{t.user, t.user, posix, t.clock, t.regional, folder.path()};
     test::putFile(folder / "Books.mcs", "old");
     ConversionSpec spec = booksSpec();
     ASSERT_TRUE(writeSpecs(services, spec, folder / "Books.mcs"));
@@ -332,7 +332,7 @@ TEST(SpecOnDiskTest, standsOldOrNewWhateverCallFails) {
     test::TestServices t;
     adapters::PosixFiles posix;
     test::FailingFiles files(posix);
-    platform::Services services{t.user, files, t.clock, t.regional, folder.path()};
+    platform::Services services{t.user, t.user, files, t.clock, t.regional, folder.path()};
     const auto path = folder / "Books.mcs";
     ConversionSpec spec = booksSpec();
     ASSERT_TRUE(writeSpecs(services, spec, path));

@@ -98,7 +98,7 @@ TEST_F(TextExportTest, refusesArgumentsFilesAndFormats) {
 TEST_F(TextExportTest, keepsTheOldTextWhateverFails) {
     ASSERT_EQ(create("A\nx\n"), 0);
     test::FailingFiles files(t.files);
-    platform::Services services{t.user, files, t.clock, t.regional, "/app"};
+    platform::Services services{t.user, t.user, files, t.clock, t.regional, "/app"};
     const auto run = [&] {
         BridgeCall failing{.services = services};
         return numberOf(Tiny2Text(failing, kPdb, "/books/out.csv", 0, flags));

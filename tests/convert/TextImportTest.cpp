@@ -443,7 +443,7 @@ TEST_F(TextImportTest, leavesOldOrNewWholeWhateverFails) {
     const auto before = t.files.bytes(kPdb);
     putText("A\ny\n");
     test::FailingFiles files(t.files);
-    platform::Services services{t.user, files, t.clock, t.regional, "/app"};
+    platform::Services services{t.user, t.user, files, t.clock, t.regional, "/app"};
     const auto run = [&] {
         BridgeCall failing{.services = services};
         return numberOf(Text2Tiny(failing, kCsv, kPdb, 1, flags));

@@ -160,8 +160,8 @@ Path existingPath(platform::Files& files, const Path& path) {
 
 BridgeCode openForBridge(BridgeCall& call, model::Document& doc, const Path& pdbPath,
                          const platform::Regional& regional) {
-    Services services{call.services.ui, call.services.files, call.services.clock, regional,
-                      call.services.applicationFolder};
+    Services services{call.services.ui, call.services.screen,           call.services.files, call.services.clock,
+                      regional,         call.services.applicationFolder};
     const Path path = existingPath(services.files, pdbPath);
     model::clearDocument(doc);
     const auto bytes = services.files.read(path);
