@@ -2,6 +2,7 @@
 #include "core/pdb/Passwords.h"
 #include "desktop/DialogChecks.h"
 #include "desktop/ModalScript.h"
+#include "desktop/dialogs/QtUserInterface.h"
 #include "desktop/dialogs/dlgError.h"
 #include "desktop/dialogs/dlgMulFilter.h"
 #include "desktop/dialogs/dlgRadio.h"
@@ -12,7 +13,6 @@
 #include "desktop/dialogs/frmMemoAw.h"
 #include "desktop/dialogs/frmPwd.h"
 #include "desktop/dialogs/frmSplash.h"
-#include "desktop/platform/QtUserInterface.h"
 #include "support/MemoryFiles.h"
 
 #include <QAbstractButton>

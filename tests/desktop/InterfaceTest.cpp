@@ -1,9 +1,9 @@
 // The core's questions, asked with real windows.
 #include "desktop/ModalScript.h"
+#include "desktop/dialogs/QtUserInterface.h"
 #include "desktop/grid/GridView.h"
+#include "desktop/grid/QtTextMeasure.h"
 #include "desktop/platform/CProgressBar.h"
-#include "desktop/platform/QtTextMeasure.h"
-#include "desktop/platform/QtUserInterface.h"
 
 #include <QApplication>
 #include <QFileDialog>

@@ -1,7 +1,7 @@
 #include "desktop/main/Program.h"
 
 #include "desktop/ModalScript.h"
-#include "desktop/platform/QtUserInterface.h"
+#include "desktop/dialogs/QtUserInterface.h"
 
 #include <QTemporaryDir>
 

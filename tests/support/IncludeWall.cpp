@@ -15,6 +15,18 @@ namespace {
 constexpr std::array<std::string_view, 11> kRooms = {"shell",    "convert", "print", "design",   "forms", "handheld",
                                                      "document", "pdb",     "calc",  "platform", "model"};
 
+// The folders inside a large room from the bottom up: each may include those before it. What lies in the room itself
+// stands above them all.
+struct Alcoves {
+    std::string_view room;
+    std::vector<std::string_view> folders;
+};
+const std::array kAlcoves = {
+    Alcoves{"core/calc", {"values", "cells", "expressions", "conditions"}},
+    Alcoves{"cli", {"frame", "rows", "inspect", "schema", "script", "verbs"}},
+    Alcoves{"desktop", {"platform", "grid", "dialogs", "document", "main"}},
+};
+
 std::string_view firstPart(std::string_view path) {
     return path.substr(0, path.find('/'));
 }
@@ -29,6 +41,30 @@ std::optional<std::size_t> levelOf(std::string_view room) {
     if (found == kRooms.end())
         return std::nullopt;
     return static_cast<std::size_t>(found - kRooms.begin());
+}
+
+// The floor of a file's alcove in a room; one above the highest for a file of the room itself. Nothing for a file of
+// another room or of an alcove that is not listed.
+std::optional<std::size_t> floorOf(const Alcoves& alcoves, std::string_view file) {
+    if (!file.starts_with(alcoves.room) || file.substr(alcoves.room.size(), 1) != "/")
+        return std::nullopt;
+    const std::string_view inside = file.substr(alcoves.room.size() + 1);
+    if (inside.find('/') == std::string_view::npos)
+        return alcoves.folders.size();
+    const auto found = std::find(alcoves.folders.begin(), alcoves.folders.end(), firstPart(inside));
+    if (found == alcoves.folders.end())
+        return std::nullopt;
+    return static_cast<std::size_t>(found - alcoves.folders.begin());
+}
+
+std::string faultInRoom(std::string_view file, const Include& include) {
+    for (const Alcoves& alcoves : kAlcoves) {
+        const auto own = floorOf(alcoves, file);
+        const auto other = floorOf(alcoves, include.name);
+        if (own && other && *other > *own)
+            return include.name + " stands above";
+    }
+    return "";
 }
 
 // Qt's own headers begin with a capital Q, or lie in a folder that does; ours and the standard's never do.
@@ -144,7 +180,8 @@ std::vector<Include> includesOf(std::string_view text) {
 }
 
 std::string faultOfInclude(std::string_view file, const Include& include) {
-    return firstPart(file) == "core" ? faultInCore(file, include) : faultAroundCore(file, include);
+    const std::string fault = firstPart(file) == "core" ? faultInCore(file, include) : faultAroundCore(file, include);
+    return fault.empty() ? faultInRoom(file, include) : fault;
 }
 
 std::vector<std::string> faultsBelow(const std::filesystem::path& sourceFolder) {

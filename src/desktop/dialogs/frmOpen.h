@@ -2,7 +2,7 @@
 #pragma once
 
 #include "core/handheld/OpenDialog.h"
-#include "desktop/platform/QtUserInterface.h"
+#include "desktop/dialogs/QtUserInterface.h"
 
 #include <QDialog>
 

@@ -7,7 +7,7 @@
 #include "core/model/Document.h"
 #include "core/platform/Operation.h"
 #include "core/platform/Services.h"
-#include "desktop/platform/QtTextMeasure.h"
+#include "desktop/grid/QtTextMeasure.h"
 
 #include <QWidget>
 

@@ -9,7 +9,7 @@
 #include "core/platform/Settings.h"
 #include "core/shell/Commands.h"
 #include "core/shell/RecentFiles.h"
-#include "desktop/platform/QtUserInterface.h"
+#include "desktop/dialogs/QtUserInterface.h"
 
 #include <QMainWindow>
 

@@ -1,4 +1,4 @@
-#include "desktop/platform/QtUserInterface.h"
+#include "desktop/dialogs/QtUserInterface.h"
 
 #include "core/platform/Ansi.h"
 #include "core/platform/Guards.h"

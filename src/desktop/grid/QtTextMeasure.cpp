@@ -1,4 +1,4 @@
-#include "desktop/platform/QtTextMeasure.h"
+#include "desktop/grid/QtTextMeasure.h"
 
 #include "desktop/platform/Twips.h"
 
