@@ -1,19 +1,51 @@
 #include "cli/Program.h"
 
+#include "cli/frame/NearestWord.h"
+#include "cli/frame/Texts.h"
 #include "cli/verbs/Verbs.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <exception>
+#include <optional>
 #include <ostream>
 
 namespace tallybook::cli {
 
 namespace {
 
+std::vector<std::string> verbNames(const CLI::App& app) {
+    std::vector<std::string> names;
+    for (const CLI::App* verb : app.get_subcommands([](const CLI::App*) { return true; }))
+        names.push_back(verb->get_name());
+    return names;
+}
+
+// The verb, when the command line begins with a word that is none.
+std::optional<std::string> unknownVerb(const CLI::App& app, const std::vector<std::string>& arguments) {
+    if (arguments.empty() || arguments.front().starts_with('-'))
+        return std::nullopt;
+    const std::vector<std::string> names = verbNames(app);
+    const bool known = std::find(names.begin(), names.end(), arguments.front()) != names.end();
+    return known ? std::nullopt : std::optional(arguments.front());
+}
+
 // Help is an answer and goes to standard output; what is wrong with a command line goes to standard error.
-ExitCode explain(const CLI::App& app, const CLI::ParseError& error, Terminal& terminal) {
-    const int code = app.exit(error, terminal.out, terminal.err);
-    return code == 0 ? ExitCode::Done : ExitCode::Usage;
+ExitCode explain(const CLI::App& app, const CLI::ParseError& error, const std::vector<std::string>& arguments,
+                 Terminal& terminal) {
+    if (error.get_exit_code() == 0) {
+        app.exit(error, terminal.out, terminal.err);
+        return ExitCode::Done;
+    }
+    if (const auto verb = unknownVerb(app, arguments)) {
+        terminal.say(noSuchVerb(*verb, nearestWord(*verb, verbNames(app))));
+        return ExitCode::Usage;
+    }
+    const bool hasVerb = !arguments.empty() && !arguments.front().starts_with('-');
+    if (hasVerb)
+        terminal.setSubject(arguments.front());
+    terminal.say(std::string(error.what()) + helpTells(hasVerb ? arguments.front() : ""));
+    return ExitCode::Usage;
 }
 
 } // namespace
@@ -21,7 +53,9 @@ ExitCode explain(const CLI::App& app, const CLI::ParseError& error, Terminal& te
 ExitCode run(const std::vector<std::string>& arguments, Terminal& terminal) {
     CLI::App app("Looks into, checks, saves and edits Tallybook databases.", "tallybook");
     app.set_version_flag("--version", "tallybook " TALLYBOOK_VERSION);
-    app.footer("Exit code: 0 done, 1 refused (the reason on standard error), 2 wrong command line.");
+    app.footer("Exit code: 0 done or found; 1 nothing found, or something to complain of; 2 wrong command line; 3 "
+               "refused or "
+               "not readable, the reason on standard error.");
     ExitCode code = ExitCode::Done;
     Verb command(app);
     addInfo(command, terminal, code);
@@ -44,14 +78,15 @@ ExitCode run(const std::vector<std::string>& arguments, Terminal& terminal) {
         // The parser takes its arguments from the back.
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::ParseError& error) {
-        return explain(app, error, terminal);
+        return explain(app, error, arguments, terminal);
     } catch (const std::exception& error) { // no memory, no current folder
-        terminal.err << error.what() << '\n';
+        terminal.say(error.what());
         return ExitCode::Refused;
     }
     terminal.out.flush();
-    if (!terminal.out) {
-        terminal.err << "The output could not be written.\n";
+    if (!terminal.out && code == ExitCode::Done) {
+        terminal.setSubject({});
+        terminal.say(kOutputNotWritten);
         return ExitCode::Refused;
     }
     return code;

@@ -38,11 +38,12 @@ void redirect(const std::filesystem::path& path, int flags, int descriptor) {
     _exit(127);
 }
 
-int exitCode(pid_t process) {
+int exitCode(pid_t process, int* signal = nullptr) {
     int status = 0;
-    if (waitpid(process, &status, 0) != process || !WIFEXITED(status))
-        return -1;
-    return WEXITSTATUS(status);
+    const bool ended = waitpid(process, &status, 0) == process;
+    if (ended && signal != nullptr && WIFSIGNALED(status))
+        *signal = WTERMSIG(status);
+    return ended && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 // The side of a new terminal that the process gets; the other one is given back.
@@ -99,6 +100,25 @@ CommandResult CommandTest::run(const std::vector<std::string>& arguments, const 
     result.code = exitCode(process);
     if (output.empty())
         result.out = readText(out);
+    result.err = readText(err);
+    return result;
+}
+
+CommandResult CommandTest::runWithoutReader(const std::vector<std::string>& arguments) const {
+    const std::filesystem::path err = m_folder.path() / "err";
+    int ends[2];
+    if (pipe(ends) != 0)
+        return {};
+    close(ends[0]);
+    const pid_t process = fork();
+    if (process == 0) {
+        dup2(ends[1], STDOUT_FILENO);
+        redirect(err, O_WRONLY | O_CREAT | O_TRUNC, STDERR_FILENO);
+        execute(arguments, m_folder.path());
+    }
+    close(ends[1]);
+    CommandResult result;
+    result.code = exitCode(process, &result.signal);
     result.err = readText(err);
     return result;
 }

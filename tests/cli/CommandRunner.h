@@ -11,10 +11,16 @@
 namespace tallybook::cli {
 
 struct CommandResult {
-    int code = -1; // exit code, or -1 when the process did not end by itself
+    int code = -1;  // exit code, or -1 when the process did not end by itself
+    int signal = 0; // that ended it
     std::string out;
     std::string err;
 };
+
+// The line on standard error that says a text about a file.
+inline std::string said(const std::string& subject, const std::string& text) {
+    return "tallybook: " + subject + (subject.empty() ? "" : ": ") + text + '\n';
+}
 
 // A folder for a test's files. The command finds its temporary files in a folder of their own beside them.
 class CommandTest {
@@ -31,6 +37,9 @@ public:
     // Runs the command in the folder, its standard input no terminal. With `output` that file gets its output.
     CommandResult run(const std::vector<std::string>& arguments, const std::string& input = {},
                       const std::filesystem::path& output = {}) const;
+
+    // Runs it with an output that nobody reads any more.
+    CommandResult runWithoutReader(const std::vector<std::string>& arguments) const;
 
     // Runs it behind a terminal that types `typed` once the prompt has appeared, each line as it is asked for.
     // Output and messages come together in `out`.

@@ -1,5 +1,6 @@
 #include "cli/frame/Session.h"
 
+#include "cli/frame/FileFault.h"
 #include "cli/frame/Texts.h"
 #include "core/document/file/OpenSave.h"
 
@@ -29,6 +30,11 @@ bool Session::prepareFolders() {
 }
 
 bool Session::open(const std::filesystem::path& file) {
+    m_user.setSubject(file.string());
+    if (const std::string fault = faultOfFile(file); !fault.empty()) {
+        m_user.sayUtf8(fault);
+        return false;
+    }
     if (!prepareFolders())
         return false;
     const bool yes = m_user.setYes(false); // a question now is about another file: whether it may be thrown away

@@ -1,5 +1,7 @@
 #include "cli/frame/Terminal.h"
 
+#include "cli/frame/VisibleText.h"
+
 #include <csignal>
 #include <iostream>
 #include <sys/select.h>
@@ -80,17 +82,38 @@ std::optional<std::string> readLine(const InterruptEndsWait& interrupt) {
     return std::nullopt;
 }
 
+volatile std::sig_atomic_t g_readerIsGone = 0; // a signal has no other place to leave its mark
+
 } // namespace
 
 Terminal Terminal::standard() {
-    return {std::cin, std::cout, std::cerr, isatty(STDIN_FILENO) != 0};
+    std::signal(SIGPIPE, [](int) { g_readerIsGone = 1; });
+    return {std::cin, std::cout, std::cerr, isatty(STDIN_FILENO) != 0, isatty(STDOUT_FILENO) != 0};
+}
+
+bool Terminal::readerIsGone() {
+    return g_readerIsGone != 0;
+}
+
+void Terminal::endByReader() {
+    std::signal(SIGPIPE, SIG_DFL);
+    std::raise(SIGPIPE);
+}
+
+void Terminal::say(std::string_view text) const {
+    if (readerIsGone())
+        return;
+    err << "tallybook: ";
+    if (!m_subject.empty())
+        err << visibleText(m_subject) << ": ";
+    err << visibleLine(text) << '\n';
 }
 
 std::optional<std::string> Terminal::ask(std::string_view prompt) {
     if (!m_interactive)
         return std::nullopt;
     const InterruptEndsWait interrupt;
-    err << prompt << std::flush;
+    err << visibleText(prompt) << std::flush;
     return readLine(interrupt);
 }
 

@@ -65,8 +65,7 @@ std::string shownText(const std::string& text) {
 }
 
 std::string shownError(const platform::Error& error) {
-    std::string text = error.tag.empty() ? "Tallybook Pocket Error" : error.tag;
-    return text + "\n" + error.description();
+    return error.description() + (error.tag.empty() ? "" : " (" + error.tag + ')');
 }
 
 TerminalUser::TerminalUser(Terminal& terminal, Answers answers)
@@ -74,12 +73,12 @@ TerminalUser::TerminalUser(Terminal& terminal, Answers answers)
 
 void TerminalUser::say(const std::string& text) {
     m_spoke = true;
-    m_terminal.err << shownText(text) << '\n';
+    m_terminal.say(calc::ansi::toUtf8(text));
 }
 
 void TerminalUser::sayUtf8(const std::string& text) {
     m_spoke = true;
-    m_terminal.err << text << '\n';
+    m_terminal.say(text);
 }
 
 Answer TerminalUser::message(const Message& message) {
@@ -109,7 +108,7 @@ Answer TerminalUser::ask(const Message& message) {
                 return choice.answer;
     }
     m_leftUnanswered = true;
-    m_terminal.err << kQuestionUnanswered << '\n';
+    m_terminal.say(kQuestionUnanswered);
     return refusal(message.buttons);
 }
 
@@ -123,7 +122,7 @@ std::optional<std::string> TerminalUser::askPassword(const std::string& actionWo
     }
     if (!m_terminal.interactive()) {
         m_spoke = true;
-        m_terminal.err << kPasswordNeeded << '\n';
+        m_terminal.say(kPasswordNeeded);
         return std::nullopt;
     }
     const std::optional<std::string> typed =
@@ -145,7 +144,7 @@ std::optional<std::string> TerminalUser::askText(const std::string&, const std::
                                                  const std::string& preset) {
     if (!m_terminal.interactive()) {
         say(prompt);
-        m_terminal.err << kQuestionUnanswered << '\n';
+        m_terminal.say(kQuestionUnanswered);
         return std::nullopt;
     }
     const std::string shown = preset.empty() ? prompt : prompt + " [" + preset + ']';

@@ -20,7 +20,7 @@ bool isComplaint(const platform::Message& message);
 // A message box's text as it leaves the command: UTF-8, one message a line.
 std::string shownText(const std::string& text);
 
-// What the error dialog would show, on two lines.
+// What the error dialog would show: the description, and the operation that failed in brackets.
 std::string shownError(const platform::Error& error);
 
 class TerminalUser : public platform::UserInterface {
@@ -42,6 +42,9 @@ public:
 
     void say(const std::string& text);     // Windows-1252
     void sayUtf8(const std::string& text); // what the command says in words of its own
+
+    // The file that what is said is about.
+    void setSubject(std::string subject) { m_terminal.setSubject(std::move(subject)); }
 
     // The answer to a question whose text begins so; nobody is asked then.
     void prepareAnswer(std::string_view start, platform::Answer answer);

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tallybook::cli {
 
@@ -29,6 +30,7 @@ inline std::string replacedCharacters(std::size_t replaced, std::size_t lines, s
 inline std::string passwordFault(std::string_view fault) {
     return "The password: " + std::string(fault);
 }
+inline constexpr std::string_view kScriptNotRead = "The script could not be read.";
 inline constexpr std::string_view kMemoTooLong = "A memo field may not have more than 4096 characters";
 inline constexpr std::string_view kChangesNotSaved = "Changes were not saved.";
 inline constexpr std::string_view kNoTemporaryFolder = "A temporary folder could not be made.";
@@ -61,12 +63,45 @@ inline std::string nothingWritten(std::string_view place) {
 }
 
 // The names are Windows-1252.
-inline std::string noSuchView(std::string_view name) {
-    return "There is no view \"" + std::string(name) + "\".";
+// Names as a list: "a", "b" and 3 more.
+inline std::string listed(const std::vector<std::string>& names) {
+    constexpr std::size_t kMost = 20;
+    std::string all;
+    for (std::size_t i = 0; i < names.size() && i < kMost; ++i)
+        all += (all.empty() ? "\"" : ", \"") + names[i] + '"';
+    return names.size() > kMost ? all + " and " + std::to_string(names.size() - kMost) + " more" : all;
+}
+// `what` as "view"; the names that there are instead.
+inline std::string noSuchName(std::string_view what, std::string_view name, const std::vector<std::string>& names) {
+    return "There is no " + std::string(what) + " \"" + std::string(name) + "\"; there " +
+           (names.empty()       ? "is none"
+            : names.size() == 1 ? "is " + listed(names)
+                                : "are " + listed(names)) +
+           '.';
+}
+inline std::string ambiguousName(std::string_view what, std::string_view name) {
+    return "More than one " + std::string(what) + " is called \"" + std::string(name) + "\" but for its case.";
 }
 inline std::string noSuchFilter(std::string_view name) {
     return "There is no filter \"" + std::string(name) + "\".";
 }
+inline std::string noFilterAmongOthers(std::string_view name) {
+    return "\"" + std::string(name) + "\" stands for no filter and cannot be among others.";
+}
+inline std::string noSuchVerb(std::string_view verb, std::string_view nearest) {
+    return "There is no verb \"" + std::string(verb) + "\"" +
+           (nearest.empty() ? "; tallybook --help lists them."
+                            : "; \"" + std::string(nearest) + "\" is the nearest.");
+}
+inline std::string helpTells(std::string_view verb) {
+    return " (tallybook " + std::string(verb) + (verb.empty() ? "" : " ") + "--help tells more)";
+}
+inline std::string cannotBeOpened(std::string_view reason) {
+    return "It cannot be opened: " + std::string(reason) + '.';
+}
+inline constexpr std::string_view kOutputNotWritten = "The output could not be written.";
+inline constexpr std::string_view kNoPrefix =
+    "The name of a Tallybook begins with MS2_, this one does not: rename the file.";
 
 inline std::string noSuchUser(std::string_view name) {
     return "There is no user \"" + std::string(name) + "\".";

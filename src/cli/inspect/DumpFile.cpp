@@ -1,5 +1,6 @@
 #include "cli/inspect/DumpFile.h"
 
+#include "cli/frame/VisibleText.h"
 #include "cli/inspect/FileMap.h"
 #include "cli/inspect/FixedRecords.h"
 #include "cli/inspect/RecordJson.h"
@@ -61,12 +62,12 @@ Json recordJson(const ListEntry& entry, ByteSpan file, FixedRecords& fixed) {
 // A record a line, written as it is made: a whole file as one value would take many times its size.
 void writeDump(ByteSpan file, const std::string& name, std::ostream& out) {
     const FileMap map = mapFile(file);
-    out << "{\"file\": {\"name\": " << Json(name).dump() << ", \"size\": " << file.size()
-        << "},\n\"header\": " << headerJson(map.header.of(file)).dump() << ",\n\"records\": [";
+    out << "{\"file\": {\"name\": " << visibleJson(Json(name).dump()) << ", \"size\": " << file.size()
+        << "},\n\"header\": " << visibleJson(headerJson(map.header.of(file)).dump()) << ",\n\"records\": [";
     FixedRecords fixed(file, map);
     const char* separator = "\n";
     for (const ListEntry& entry : map.entries) {
-        out << separator << recordJson(entry, file, fixed).dump();
+        out << separator << visibleJson(recordJson(entry, file, fixed).dump());
         separator = ",\n";
     }
     out << "\n],\n\"gaps\": [";

@@ -1,5 +1,6 @@
 #include "cli/inspect/Findings.h"
 
+#include "cli/frame/VisibleText.h"
 #include "cli/inspect/FixedRecords.h"
 #include "core/calc/values/Ansi.h"
 #include "core/model/Document.h"
@@ -83,12 +84,13 @@ std::string byteCount(std::size_t count) {
 }
 
 std::string findingLine(const Finding& finding) {
+    const std::string text = visibleText(finding.text); // names and texts of the file among it
     std::string line;
     if (finding.record)
         line += "record " + std::to_string(*finding.record);
     if (finding.byte)
         line += (line.empty() ? "byte " : ", byte ") + std::to_string(*finding.byte);
-    return line.empty() ? finding.text : line + ": " + finding.text;
+    return line.empty() ? text : line + ": " + text;
 }
 
 Findings checkFile(ByteSpan file, const platform::Regional& regional) {

@@ -1,7 +1,9 @@
 #include "cli/rows/FieldNames.h"
 
 #include "cli/frame/IncomingText.h"
+#include "cli/frame/Texts.h"
 #include "cli/rows/GridRows.h"
+#include "core/calc/values/Ansi.h"
 #include "core/calc/values/Text.h"
 
 #include <charconv>
@@ -42,6 +44,26 @@ std::variant<int, std::string> columnNamed(const model::Document& doc, const std
     if (matches > 1)
         return "more than one field has this name but for its case: " + name;
     return found;
+}
+
+std::optional<std::size_t> placeNamed(const std::vector<std::string>& names, const std::string& name,
+                                      std::string_view what, std::string& why) {
+    const std::optional<std::string> sought = storedText(name);
+    std::vector<std::size_t> like;
+    for (std::size_t i = 0; sought && i < names.size(); ++i) {
+        if (names[i] == *sought)
+            return i;
+        if (calc::equalText(names[i], *sought, calc::TextCase::Folded))
+            like.push_back(i);
+    }
+    if (like.size() == 1)
+        return like.front();
+    std::vector<std::string> shown;
+    for (const std::string& one : names)
+        if (!one.empty())
+            shown.push_back(calc::ansi::toUtf8(one));
+    why = like.empty() ? noSuchName(what, name, shown) : ambiguousName(what, name);
+    return std::nullopt;
 }
 
 std::variant<int, std::string> columnNamedOrNumbered(const model::Document& doc, const std::string& name) {

@@ -52,10 +52,10 @@ void addRecord(const GridModel& grid, const std::vector<PrintedColumn>& columns,
     }
 }
 
-void writeTable(const Document& doc, RowForm form, RecordNumbers numbers, std::ostream& out) {
+void writeTable(const Document& doc, RowForm form, RecordNumbers numbers, std::ostream& out, Audience audience) {
     const GridModel& grid = document::shownGrid(doc);
     const std::vector<PrintedColumn> columns = printedColumns(doc);
-    RowText line(form);
+    RowText line(form, audience);
     if (numbers == RecordNumbers::Yes)
         line.add("#");
     for (const PrintedColumn& printed : columns)
@@ -113,11 +113,11 @@ std::string_view utf8(std::string_view text, std::string& scratch) {
     return scratch;
 }
 
-void writeRows(const Document& doc, RowForm form, RecordNumbers numbers, std::ostream& out) {
+void writeRows(const Document& doc, RowForm form, RecordNumbers numbers, std::ostream& out, Audience audience) {
     if (form == RowForm::Json)
         writeJson(doc, numbers, out);
     else
-        writeTable(doc, form, numbers, out);
+        writeTable(doc, form, numbers, out, audience);
 }
 
 } // namespace tallybook::cli

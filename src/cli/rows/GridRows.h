@@ -25,6 +25,7 @@ std::string_view utf8(std::string_view text, std::string& scratch);
 // members "fields" (slot, name, type) and "records" (an array of texts for each). With numbers, each row begins
 // with the number of its record, under the header "#"; in JSON there is no field for it.
 enum class RecordNumbers : std::uint8_t { No, Yes };
-void writeRows(const model::Document& doc, RowForm form, RecordNumbers numbers, std::ostream& out);
+void writeRows(const model::Document& doc, RowForm form, RecordNumbers numbers, std::ostream& out,
+               Audience audience = Audience::Program);
 
 } // namespace tallybook::cli

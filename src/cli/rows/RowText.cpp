@@ -1,11 +1,34 @@
 #include "cli/rows/RowText.h"
 
+#include "cli/frame/VisibleText.h"
+
 namespace tallybook::cli {
 
 namespace {
 
-void appendEscaped(char c, std::string& out) {
+constexpr unsigned char kDelete = 0x7F;
+
+bool isControl(char c) {
+    const auto code = static_cast<unsigned char>(c);
+    return code < 0x20 || code == kDelete;
+}
+
+// The control character from 128 to 159 that two bytes of UTF-8 at a place stand for; 0 for anything else.
+int upperControl(std::string_view text, std::size_t at) {
+    if (text[at] != '\xC2' || at + 1 == text.size())
+        return 0;
+    const auto code = static_cast<unsigned char>(text[at + 1]);
+    return code < 0xA0 ? code : 0;
+}
+
+void appendHex(std::string_view start, int code, std::string& out) {
     static constexpr std::string_view kHex = "0123456789abcdef";
+    out += start;
+    out += kHex[static_cast<std::size_t>(code) >> 4];
+    out += kHex[static_cast<std::size_t>(code) & 15];
+}
+
+void appendEscaped(char c, std::string& out) {
     switch (c) {
     case '"':
         out += "\\\"";
@@ -25,22 +48,23 @@ void appendEscaped(char c, std::string& out) {
     default:
         break;
     }
-    const auto code = static_cast<unsigned char>(c);
-    if (code >= 0x20) {
+    if (isControl(c))
+        appendHex("\\u00", static_cast<unsigned char>(c), out);
+    else
         out += c;
-        return;
-    }
-    out += "\\u00";
-    out += kHex[code >> 4];
-    out += kHex[code & 15];
 }
 
 } // namespace
 
 void appendJsonString(std::string_view text, std::string& out) {
     out += '"';
-    for (const char c : text)
-        appendEscaped(c, out);
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const int upper = upperControl(text, at);
+        if (upper != 0)
+            appendHex("\\u00", upper, out), ++at;
+        else
+            appendEscaped(text[at], out);
+    }
     out += '"';
 }
 
@@ -54,7 +78,10 @@ void RowText::add(std::string_view cell) {
         m_row += m_form == RowForm::Tsv ? '\t' : ',';
     switch (m_form) {
     case RowForm::Csv:
-        addCsv(cell);
+        if (m_audience == Audience::Terminal)
+            addCsv(visibleBlock(cell));
+        else
+            addCsv(cell);
         break;
     case RowForm::Tsv:
         addTsv(cell);
@@ -93,7 +120,9 @@ void RowText::addCsv(std::string_view cell) {
 }
 
 void RowText::addTsv(std::string_view cell) {
-    for (const char c : cell) {
+    for (std::size_t at = 0; at < cell.size(); ++at) {
+        const char c = cell[at];
+        const int upper = upperControl(cell, at);
         if (c == '\t')
             m_row += "\\t";
         else if (c == '\n')
@@ -102,6 +131,10 @@ void RowText::addTsv(std::string_view cell) {
             m_row += "\\r";
         else if (c == '\\')
             m_row += "\\\\";
+        else if (upper != 0)
+            appendHex("\\x", upper, m_row), ++at;
+        else if (isControl(c))
+            appendHex("\\x", static_cast<unsigned char>(c), m_row);
         else
             m_row += c;
     }

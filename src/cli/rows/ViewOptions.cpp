@@ -1,7 +1,7 @@
 #include "cli/rows/ViewOptions.h"
 
-#include "cli/frame/IncomingText.h"
 #include "cli/frame/Texts.h"
+#include "cli/rows/FieldNames.h"
 #include "core/document/views/Views.h"
 
 #include <algorithm>
@@ -11,21 +11,16 @@ namespace tallybook::cli {
 
 namespace {
 
-// The place of a UTF-8 name among entries of which the last `commands` are none; nothing when it is not there. A view
-// may have the name of the first entry, and is meant then.
-std::optional<int> entryNamed(std::vector<std::string> entries, std::size_t commands, const std::string& utf8) {
-    const std::optional<std::string> name = storedText(utf8);
-    if (!name)
-        return std::nullopt;
+// The place of a name among the entries of a list, of which the last `commands` are none. A view may have the name of
+// the first entry, and is meant then.
+std::optional<int> entryNamed(std::vector<std::string> entries, std::size_t commands, const std::string& name,
+                              std::string_view what, std::string& why) {
     entries.resize(entries.size() - commands);
-    const auto found = std::find(entries.begin() + 1, entries.end(), *name);
-    if (found != entries.end())
-        return static_cast<int>(found - entries.begin());
-    return entries[0] == *name ? std::optional(0) : std::nullopt;
-}
-
-std::optional<int> filterEntry(const model::Document& doc, const std::string& name) {
-    return entryNamed(document::filterEntries(doc.CurrDB20), 2, name); // "Multiple" and "Edit Filters..."
+    std::rotate(entries.begin(), entries.begin() + 1, entries.end());
+    const std::optional<std::size_t> place = placeNamed(entries, name, what, why);
+    if (!place)
+        return std::nullopt;
+    return static_cast<int>((*place + 1) % entries.size());
 }
 
 // The first slot of a filter that is there.
@@ -39,9 +34,10 @@ std::size_t slotOfFilter(const model::DatabaseModel& db, const std::string& name
 
 std::optional<std::string> applyViewNamed(model::Document& doc, platform::Services& services,
                                           const std::string& name) {
-    const auto entry = entryNamed(document::viewEntries(doc.CurrDB20), 1, name); // "Edit Views..."
+    std::string why;
+    const auto entry = entryNamed(document::viewEntries(doc.CurrDB20), 1, name, "view", why); // "Edit Views..."
     if (!entry)
-        return noSuchView(name);
+        return why;
     document::chooseView(doc, services, *entry);
     return std::nullopt;
 }
@@ -50,12 +46,16 @@ std::optional<std::string> applyFiltersNamed(model::Document& doc, platform::Ser
                                              const std::vector<std::string>& names) {
     std::bitset<model::MaxFilters> slots;
     std::optional<int> entry;
+    std::string why;
     for (const std::string& name : names) {
-        entry = filterEntry(doc, name);
-        if (!entry || (*entry == 0 && names.size() > 1))
-            return noSuchFilter(name);
+        const std::vector<std::string> entries = document::filterEntries(doc.CurrDB20);
+        entry = entryNamed(entries, 2, name, "filter", why); // "Multiple" and "Edit Filters..."
+        if (!entry)
+            return why;
+        if (*entry == 0 && names.size() > 1)
+            return noFilterAmongOthers(name);
         if (*entry > 0)
-            slots.set(slotOfFilter(doc.CurrDB20, checkedText(name)));
+            slots.set(slotOfFilter(doc.CurrDB20, entries[static_cast<std::size_t>(*entry)]));
     }
     if (names.size() == 1)
         document::chooseFilter(doc, services, *entry);

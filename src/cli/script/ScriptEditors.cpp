@@ -1,6 +1,7 @@
 // The commands of a script that open, fill and close the editor of a cell.
 #include "cli/frame/IncomingText.h"
 #include "cli/frame/Texts.h"
+#include "cli/rows/FieldNames.h"
 #include "cli/script/ScriptRunner.h"
 #include "core/calc/values/Ansi.h"
 #include "core/calc/values/Dates.h"
@@ -270,12 +271,12 @@ ScriptRunner::Failure ScriptRunner::doPick(const Words& words) {
         return failure;
     if (!m_doc.editor.open())
         return std::nullopt;
-    const std::string item = checkedText(words[0].text);
     const std::vector<std::string>& entries = m_doc.editor.entries;
-    const auto found = std::find(entries.begin(), entries.end(), item);
-    if (found == entries.end())
-        return "no such item: " + words[0].text;
-    if (document::chooseEntry(m_doc, m_services, static_cast<int>(found - entries.begin())))
+    std::string why;
+    const std::optional<std::size_t> found = placeNamed(entries, words[0].text, "item", why);
+    if (!found)
+        return why;
+    if (document::chooseEntry(m_doc, m_services, static_cast<int>(*found)))
         return "the list's own editor cannot be used by a script";
     return std::nullopt;
 }
@@ -285,12 +286,12 @@ ScriptRunner::Failure ScriptRunner::doRadio(const Words& words) {
         return failure;
     if (m_modal.open != EditAction::Open::RadioDialog)
         return std::nullopt;
-    const std::string item = checkedText(words[0].text);
     const std::vector<std::string>& items = m_doc.CurrDB20.Lists.at(m_doc.CurrField).Items;
-    const auto found = std::find(items.begin(), items.end(), item);
-    if (found == items.end())
-        return "no such option: " + words[0].text;
-    if (document::acceptRadio(m_doc, m_services, static_cast<int>(found - items.begin())))
+    std::string why;
+    const std::optional<std::size_t> found = placeNamed(items, words[0].text, "option", why);
+    if (!found)
+        return why;
+    if (document::acceptRadio(m_doc, m_services, static_cast<int>(*found)))
         m_modal = {};
     return std::nullopt;
 }

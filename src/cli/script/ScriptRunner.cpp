@@ -2,6 +2,8 @@
 
 #include "cli/frame/IncomingText.h"
 #include "cli/frame/TerminalUser.h"
+#include "cli/frame/Texts.h"
+#include "cli/frame/VisibleText.h"
 #include "cli/rows/FieldNames.h"
 #include "cli/rows/GridRows.h"
 #include "core/calc/values/Ansi.h"
@@ -38,8 +40,8 @@ std::optional<int> wholeNumber(std::string_view text) {
 } // namespace
 
 ScriptRunner::ScriptRunner(model::Document& doc, platform::Services& services, ScriptUser& user, std::ostream& out,
-                           std::optional<std::filesystem::path> saveTo)
-    : m_doc(doc), m_services(services), m_user(user), m_out(out), m_saveTo(std::move(saveTo)) {}
+                           std::optional<std::filesystem::path> saveTo, Audience audience)
+    : m_doc(doc), m_services(services), m_user(user), m_out(out), m_saveTo(std::move(saveTo)), m_audience(audience) {}
 
 ScriptRunner::Handler ScriptRunner::handlerOf(const std::string& command) {
     struct Row {
@@ -270,7 +272,8 @@ ScriptRunner::Failure ScriptRunner::doCopy(const Words&) {
         return "no cell is current";
     const std::string copied = document::hasBlock(m_doc) ? document::CopyGridCells(m_doc, m_services)
                                                          : cellText(grid.row(), model::columnOfSlot(slot));
-    m_out << calc::ansi::toUtf8(copied) << '\n';
+    const std::string text = calc::ansi::toUtf8(copied);
+    m_out << (m_audience == Audience::Terminal ? visibleBlock(text) : text) << '\n';
     return std::nullopt;
 }
 
@@ -366,7 +369,14 @@ ScriptRunner::Failure ScriptRunner::doPassword(const Words& words) {
 
 // Saving ---------------------------------------------------------------------------------------------------
 
+ScriptRunner::Failure ScriptRunner::needOutput() {
+    m_out.flush();
+    return m_out ? Failure() : std::string(kOutputNotWritten);
+}
+
 std::optional<std::string> ScriptRunner::save() {
+    if (Failure failure = needOutput())
+        return failure;
     m_user.takeSpoke();
     Outcome outcome = Outcome::Done;
     if (m_saveTo) {
@@ -392,6 +402,8 @@ ScriptRunner::Failure ScriptRunner::doSave(const Words&) {
 
 ScriptRunner::Failure ScriptRunner::doSaveAs(const Words& words) {
     if (Failure failure = noModal())
+        return failure;
+    if (Failure failure = needOutput())
         return failure;
     m_user.saveName = std::filesystem::absolute(words[0].text);
     const Outcome outcome = document::saveAsSub(m_doc, m_services);

@@ -1,6 +1,7 @@
 // Runs an edit script over the operations that the windows use.
 #pragma once
 
+#include "cli/rows/RowText.h"
 #include "cli/script/Script.h"
 #include "cli/script/ScriptUser.h"
 #include "core/document/edit/CellEditing.h"
@@ -20,9 +21,10 @@ namespace tallybook::cli {
 class ScriptRunner {
 public:
     // `services` must carry `user` as its user. What show and copy print goes to `out`, as UTF-8. With `saveTo` the
-    // command save writes there; otherwise it saves as the window's Save does.
+    // command save writes there; otherwise it saves as the window's Save does. Nothing is saved once `out` has
+    // refused to take what was printed.
     ScriptRunner(model::Document& doc, platform::Services& services, ScriptUser& user, std::ostream& out,
-                 std::optional<std::filesystem::path> saveTo);
+                 std::optional<std::filesystem::path> saveTo, Audience audience = Audience::Program);
 
     // Nothing when the script ran to its end. The document is as the last command left it either way.
     std::optional<ScriptError> run(const Script& script);
@@ -36,7 +38,8 @@ private:
     using Handler = Failure (ScriptRunner::*)(const Words&);
     static Handler handlerOf(const std::string& command);
     Failure runLine(const ScriptLine& line);
-    Failure settle(); // what the user was told or asked by the command that just ran
+    Failure needOutput(); // what was printed so far must have gone out
+    Failure settle();     // what the user was told or asked by the command that just ran
 
     // Places
     struct Place {
@@ -103,6 +106,7 @@ private:
     ScriptUser& m_user;
     std::ostream& m_out;
     std::optional<std::filesystem::path> m_saveTo;
+    Audience m_audience;
     document::FindMemory m_find;
     document::EditAction m_modal; // the window that is open over the grid, if any
 };

@@ -42,7 +42,7 @@ bool sortRecords(Session& session, std::string field, Terminal& terminal) {
     }
     const auto column = columnNamedOrNumbered(session.document(), field);
     if (const auto* reason = std::get_if<std::string>(&column)) {
-        terminal.err << *reason << '\n';
+        terminal.say(*reason);
         return false;
     }
     document::SortGrid(session.document(), session.services(), model::slotOfColumn(std::get<int>(column)), direction);
@@ -56,11 +56,12 @@ ExitCode cells(const CellsOptions& options, Terminal& terminal) {
     if (!options.sort.empty() && !sortRecords(session, options.sort, terminal))
         return ExitCode::Refused;
     if (const auto reason = applyView(session.document(), session.services(), options.view, options.filters)) {
-        terminal.err << *reason << '\n';
+        terminal.say(*reason);
         return ExitCode::Refused;
     }
     const RecordNumbers numbers = options.numbers ? RecordNumbers::Yes : RecordNumbers::No;
-    writeRows(session.document(), options.form(), numbers, terminal.out);
+    const Audience audience = terminal.outputIsTerminal() ? Audience::Terminal : Audience::Program;
+    writeRows(session.document(), options.form(), numbers, terminal.out, audience);
     return ExitCode::Done;
 }
 

@@ -1,5 +1,6 @@
 // tallybook check FILE: what is wrong with a file, a line for each.
 #include "adapters/PosixFiles.h"
+#include "cli/frame/FileFault.h"
 #include "cli/frame/Options.h"
 #include "cli/frame/TerminalUser.h"
 #include "cli/inspect/Findings.h"
@@ -18,16 +19,21 @@ struct CheckOptions {
 };
 
 ExitCode check(const CheckOptions& options, Terminal& terminal) {
+    terminal.setSubject(options.file.string());
+    if (const std::string fault = faultOfAccess(options.file); !fault.empty()) {
+        terminal.say(fault);
+        return ExitCode::Refused;
+    }
     adapters::PosixFiles files;
     const auto bytes = files.read(options.file);
     if (!bytes) {
-        terminal.err << shownText(bytes.error().description()) << '\n';
+        terminal.say(shownText(bytes.error().description()));
         return ExitCode::Refused;
     }
     const Findings findings = checkFile(bytes.value(), options.common.regional());
     for (const Finding& finding : findings)
         terminal.out << findingLine(finding) << '\n';
-    return findings.empty() ? ExitCode::Done : ExitCode::Refused;
+    return findings.empty() ? ExitCode::Done : ExitCode::Complaint;
 }
 
 } // namespace

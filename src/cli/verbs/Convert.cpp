@@ -1,4 +1,5 @@
 // tallybook convert OLD NEW: a file of the older format as one of the present format.
+#include "cli/frame/FileFault.h"
 #include "cli/frame/Session.h"
 #include "cli/verbs/Verbs.h"
 #include "core/document/file/OpenSave.h"
@@ -17,10 +18,16 @@ struct ConvertOptions {
 
 ExitCode convert(const ConvertOptions& options, Terminal& terminal) {
     Session session(terminal, options.common);
+    terminal.setSubject(options.present.string());
     const std::filesystem::path target = std::filesystem::absolute(options.present);
     const std::string fault = document::faultOfFileName(document::savedPath(target).filename().string());
     if (!fault.empty()) {
         session.user().say(fault);
+        return ExitCode::Refused;
+    }
+    terminal.setSubject(options.older.string());
+    if (const std::string missing = faultOfFile(options.older); !missing.empty()) {
+        terminal.say(missing);
         return ExitCode::Refused;
     }
     const document::Outcome outcome =

@@ -1,4 +1,5 @@
 // tallybook dump FILE: every byte of a file, and what it means.
+#include "cli/frame/FileFault.h"
 #include "cli/frame/Session.h"
 #include "cli/inspect/DumpFile.h"
 #include "cli/inspect/FileMap.h"
@@ -37,6 +38,11 @@ bool login(Session& session, ByteSpan file, const FileMap& map, const std::files
 
 ExitCode dump(const DumpOptions& options, Terminal& terminal) {
     Session session(terminal, options.common);
+    terminal.setSubject(options.file.string());
+    if (const std::string fault = faultOfAccess(options.file); !fault.empty()) {
+        terminal.say(fault);
+        return ExitCode::Refused;
+    }
     const auto bytes = session.services().files.read(options.file);
     if (!bytes) {
         session.user().say(bytes.error().description());

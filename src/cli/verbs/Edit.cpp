@@ -2,6 +2,7 @@
 #include "cli/frame/IncomingText.h"
 #include "cli/frame/Session.h"
 #include "cli/frame/Texts.h"
+#include "cli/rows/RowText.h"
 #include "cli/script/Script.h"
 #include "cli/script/ScriptRunner.h"
 #include "cli/script/ScriptUser.h"
@@ -24,6 +25,7 @@ struct EditOptions {
     std::string out;
     std::string script;
     bool lossy = false;
+    bool discard = false;
 
     std::string scriptName() const { return script == "-" ? "standard input" : script; }
 };
@@ -39,19 +41,21 @@ std::optional<std::string> scriptText(const EditOptions& options, Terminal& term
 }
 
 void say(Terminal& terminal, const EditOptions& options, const ScriptError& error) {
-    terminal.err << options.scriptName() << ':' << error.line << ": " << error.text << '\n';
+    terminal.setSubject(options.scriptName() + ':' + std::to_string(error.line));
+    terminal.say(error.text);
 }
 
 void tellReplaced(const Replaced& replaced, Terminal& terminal) {
     if (replaced.characters > 0)
-        terminal.err << replacedCharacters(replaced.characters, replaced.lines, replaced.questionMarks) << '\n';
+        terminal.say(replacedCharacters(replaced.characters, replaced.lines, replaced.questionMarks));
 }
 
 // The script's lines, or nothing after what is wrong with them was said.
 std::optional<Script> readScript(const EditOptions& options, Terminal& terminal) {
+    terminal.setSubject(options.scriptName());
     const std::optional<std::string> text = scriptText(options, terminal);
     if (!text) {
-        terminal.err << options.scriptName() << ": the script could not be read\n";
+        terminal.say(kScriptNotRead);
         return std::nullopt;
     }
     const std::variant<Script, ScriptError> parsed = parseScript(*text);
@@ -77,14 +81,17 @@ bool finish(ScriptRunner& runner, const EditOptions& options, Session& session, 
         std::optional<std::string> failure = runner.save();
         if (!failure && !user.messages.empty())
             failure = shownText(user.messages.front());
+        terminal.setSubject(options.out);
         if (failure)
-            terminal.err << *failure << '\n';
+            terminal.say(*failure);
         return !failure;
     }
     document::saveCell(session.document(), session.services()); // an edit that is still open counts as well
-    if (session.document().DocModified)
-        terminal.err << kChangesNotSaved << '\n';
-    return true;
+    if (!session.document().DocModified || options.discard)
+        return true;
+    terminal.setSubject(options.file.string());
+    terminal.say(kChangesNotSaved);
+    return false;
 }
 
 ExitCode edit(const EditOptions& options, Terminal& terminal) {
@@ -92,7 +99,8 @@ ExitCode edit(const EditOptions& options, Terminal& terminal) {
     if (!script)
         return ExitCode::Usage;
     if (const std::string fault = faultOfText(options.common.password().value_or("")); !fault.empty()) {
-        terminal.err << passwordFault(fault) << '\n';
+        terminal.setSubject(options.file.string());
+        terminal.say(passwordFault(fault));
         return ExitCode::Refused;
     }
     Session session(terminal, options.common);
@@ -109,7 +117,8 @@ ExitCode edit(const EditOptions& options, Terminal& terminal) {
     std::optional<std::filesystem::path> saveTo;
     if (!options.out.empty())
         saveTo = std::filesystem::absolute(options.out);
-    ScriptRunner runner(session.document(), services, user, terminal.out, saveTo);
+    ScriptRunner runner(session.document(), services, user, terminal.out, saveTo,
+                        terminal.outputIsTerminal() ? Audience::Terminal : Audience::Program);
     if (const std::optional<ScriptError> error = runner.run(*script)) {
         say(terminal, options, *error);
         return ExitCode::Refused;
@@ -125,6 +134,7 @@ void addEdit(Verb& command, Terminal& terminal, ExitCode& code) {
     addFileArgument(verb, options->file);
     verb.option("--script", options->script, "The script, or - for standard input").required();
     verb.option("--out", options->out, "Save the result there and leave FILE alone");
+    verb.flag("--discard", options->discard, "Changes that the script does not save are no failure");
     verb.flag("--lossy", options->lossy,
               "Take the nearest for characters of the script that a database cannot hold, and tell how many");
     addOpenOptions(verb, options->common);

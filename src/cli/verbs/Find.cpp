@@ -57,21 +57,21 @@ ExitCode find(const FindOptions& options, Terminal& terminal) {
     Session session(terminal, options.common);
     document::FindSettings settings = options.settings;
     if (const std::string fault = faultOfText(options.text); !fault.empty()) {
-        terminal.err << fault << '\n';
-        return ExitCode::Refused;
+        terminal.say(fault);
+        return ExitCode::Usage;
     }
     settings.text = checkedText(options.text);
     settings.optForward = !options.backward;
     if (settings.text.empty()) {
         session.user().say(std::string(document::kNoSearchText));
-        return ExitCode::Refused;
+        return ExitCode::Usage;
     }
     if (!session.open(options.file))
         return ExitCode::Refused;
     if (writeHits(session.document(), settings, terminal.out))
         return ExitCode::Done;
     session.user().say(std::string(document::kSearchTextNotFound));
-    return ExitCode::Refused;
+    return ExitCode::Complaint;
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // tallybook info FILE: what a database is made of.
 #include "cli/frame/Session.h"
+#include "cli/frame/VisibleText.h"
 #include "cli/rows/GridRows.h"
 #include "cli/rows/ModelJson.h"
 #include "cli/verbs/Verbs.h"
@@ -78,6 +79,11 @@ Json infoJson(const model::Document& doc) {
 
 // Text ------------------------------------------------------------------------------------------------------
 
+// A text of the file on a line of its own.
+std::string shown(std::string_view text) {
+    return visibleText(calc::ansi::toUtf8(text));
+}
+
 std::string plural(int count, const std::string& one, const std::string& many) {
     return std::to_string(count) + ' ' + (count == 1 ? one : many);
 }
@@ -94,7 +100,7 @@ std::string fieldNotes(const DatabaseModel& db, int slot) {
     if (field.Type == FieldType::AutoIncremental)
         notes.push_back("next " + std::to_string(db.AutoIncNext.at(slot)));
     if (!db.Externals.at(slot).Source.empty())
-        notes.push_back("from " + calc::ansi::toUtf8(db.Externals.at(slot).Source));
+        notes.push_back("from " + shown(db.Externals.at(slot).Source));
     if ((field.Type == FieldType::Integer || field.Type == FieldType::Long) && field.IncDec != 0)
         notes.emplace_back("buttons");
     if (field.SearchField != 0)
@@ -102,7 +108,7 @@ std::string fieldNotes(const DatabaseModel& db, int slot) {
     if ((field.FieldFlags & 0x80) != 0)
         notes.emplace_back("barcode");
     if (!field.Default.empty())
-        notes.push_back("default " + calc::ansi::toUtf8(field.Default));
+        notes.push_back("default " + shown(field.Default));
     std::string all;
     for (const std::string& note : notes)
         all += (all.empty() ? "" : ", ") + note;
@@ -113,7 +119,7 @@ void writeField(const DatabaseModel& db, int slot, std::ostream& out) {
     const FieldDef& field = db.Fields[static_cast<std::size_t>(slot)];
     const std::string notes = fieldNotes(db, slot);
     out << "  " << std::setw(2) << slot << "  " << std::left << std::setw(22) << model::fieldTypeName(field.Type)
-        << std::right << "  " << calc::ansi::toUtf8(field.Name);
+        << std::right << "  " << shown(field.Name);
     if (!notes.empty())
         out << "  (" << notes << ')';
     out << '\n';
@@ -123,8 +129,7 @@ template <class Slots> void writeNames(const char* heading, const Slots& slots, 
     const std::vector<int> named = namedSlots(slots);
     out << heading << ": " << named.size() << '\n';
     for (const int slot : named)
-        out << "  " << std::setw(2) << slot << "  " << calc::ansi::toUtf8(slots[static_cast<std::size_t>(slot)].Name)
-            << '\n';
+        out << "  " << std::setw(2) << slot << "  " << shown(slots[static_cast<std::size_t>(slot)].Name) << '\n';
 }
 
 void writeForms(const DatabaseModel& db, std::ostream& out) {
@@ -132,14 +137,14 @@ void writeForms(const DatabaseModel& db, std::ostream& out) {
     out << "Forms: " << count << '\n';
     for (int slot = 0; slot < count; ++slot) {
         const model::FormDef& form = db.Forms[static_cast<std::size_t>(slot)];
-        out << "  " << std::setw(2) << slot << "  " << calc::ansi::toUtf8(form.Name)
-            << (form.Name.empty() ? "" : "  ") << '(' << plural(form.NumItems, "item", "items") << ")\n";
+        out << "  " << std::setw(2) << slot << "  " << shown(form.Name) << (form.Name.empty() ? "" : "  ") << '('
+            << plural(form.NumItems, "item", "items") << ")\n";
     }
 }
 
 void writeInfo(const model::Document& doc, std::ostream& out) {
     const DatabaseModel& db = doc.CurrDB20;
-    out << "Name: " << calc::ansi::toUtf8(db.DBName) << '\n'
+    out << "Name: " << shown(db.DBName) << '\n'
         << "Format version: " << static_cast<int>(db.FormatVersion) << '\n'
         << "Records: " << doc.NumDataRecs << '\n'
         << "Last key: " << db.LastKey << '\n'
@@ -163,7 +168,7 @@ ExitCode info(const InfoOptions& options, Terminal& terminal) {
     if (!session.open(options.file))
         return ExitCode::Refused;
     if (options.json)
-        terminal.out << infoJson(session.document()).dump(2) << '\n';
+        terminal.out << visibleJson(infoJson(session.document()).dump(2)) << '\n';
     else
         writeInfo(session.document(), terminal.out);
     return ExitCode::Done;

@@ -2,6 +2,7 @@
 #include "cli/frame/HandheldSession.h"
 #include "cli/frame/Options.h"
 #include "cli/frame/Texts.h"
+#include "cli/frame/VisibleText.h"
 #include "cli/verbs/Verbs.h"
 #include "core/calc/values/Ansi.h"
 #include "core/handheld/SaveInstall.h"
@@ -34,6 +35,7 @@ std::optional<int> target(HandheldSession& session, const InstallOptions& option
 
 ExitCode install(const InstallOptions& options, Terminal& terminal) {
     HandheldSession session(terminal, options.handheld);
+    terminal.setSubject(options.file.string());
     const std::filesystem::path file = std::filesystem::absolute(options.file);
     const std::string name = platform::shownPath(file.filename());
     if (!shell::isTallybookName(name)) {
@@ -49,7 +51,7 @@ ExitCode install(const InstallOptions& options, Terminal& terminal) {
         handheld::installToUser(session.services(), session.desktop(), session.users(), file, name, *user,
                                 options.all ? handheld::ForUsers::All : handheld::ForUsers::One);
     if (!names.empty())
-        terminal.out << calc::ansi::toUtf8(handheld::installedText(name, names)) << '\n';
+        terminal.out << visibleLine(calc::ansi::toUtf8(handheld::installedText(name, names))) << '\n';
     return session.terminalUser().spoke() ? ExitCode::Refused : ExitCode::Done;
 }
 

@@ -28,11 +28,11 @@ Json readDescription(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios::binary);
     const std::string text{std::istreambuf_iterator<char>(file), {}};
     if (!file)
-        throw SchemaFault{ExitCode::Refused, path.string(), std::string(kNoDescription)};
+        throw SchemaFault{ExitCode::Refused, {}, std::string(kNoDescription)};
     try {
         return Json::parse(text);
     } catch (const Json::parse_error& error) {
-        throw SchemaFault{ExitCode::Usage, path.string(), error.what()};
+        throw SchemaFault{ExitCode::Usage, {}, error.what()};
     }
 }
 
@@ -45,11 +45,10 @@ std::string nameOf(const std::filesystem::path& file) {
 }
 
 void explain(const SchemaFault& fault, Terminal& terminal) {
-    const std::string place = fault.place.empty() ? "the description" : fault.place;
     if (!fault.text.empty())
-        terminal.err << place << ": " << fault.text << '\n';
+        terminal.say((fault.place.empty() ? "" : fault.place + ": ") + fault.text);
     if (fault.code == ExitCode::Refused)
-        terminal.err << nothingWritten(place) << '\n';
+        terminal.say(nothingWritten(fault.place.empty() ? "the description" : fault.place));
 }
 
 // The name and what lies there already are judged as the dialog for a new file does.
@@ -72,14 +71,18 @@ ExitCode make(const NewOptions& options, Terminal& terminal) {
     if (!session.prepareFolders())
         return ExitCode::Refused;
     try {
+        terminal.setSubject(options.schema.string());
         const Json description = readDescription(options.schema);
+        terminal.setSubject(options.file.string());
         if (!mayWrite(session, target))
             return ExitCode::Refused;
+        terminal.setSubject(options.schema.string()); // what is refused now is a part of it
         makeDatabase(SchemaObject(description, {}), session.document(), session.services(), nameOf(options.file));
     } catch (const SchemaFault& fault) {
         explain(fault, terminal);
         return fault.code;
     }
+    terminal.setSubject(options.file.string());
     return session.saveTo(target);
 }
 

@@ -103,7 +103,7 @@ ExitCode retype(const RetypeOptions& options, Terminal& terminal) {
             return ExitCode::Refused;
         }
     } catch (const SchemaFault& fault) {
-        terminal.err << (fault.place.empty() ? "" : fault.place + ": ") << fault.text << '\n';
+        terminal.say((fault.place.empty() ? "" : fault.place + ": ") + fault.text);
         return fault.code;
     }
     document::recalcExpressions(session.document(), session.services());

@@ -1,6 +1,7 @@
 // tallybook schema FILE: the structure of a database as a description that `new` makes it from again.
 #include "cli/frame/Session.h"
 #include "cli/frame/Texts.h"
+#include "cli/frame/VisibleText.h"
 #include "cli/schema/SchemaDatabase.h"
 #include "cli/verbs/Verbs.h"
 #include "core/calc/values/Ansi.h"
@@ -22,9 +23,9 @@ struct SchemaOptions {
 // What a description leaves out is said, so that nobody takes the new file for a copy.
 void tellWhatIsMissing(const model::DatabaseModel& db, Terminal& terminal) {
     if (!passwordKindsJson(db).empty())
-        terminal.err << kNotDescribedPasswords << '\n';
+        terminal.say(kNotDescribedPasswords);
     if (db.SpareFilters != decltype(db.SpareFilters){})
-        terminal.err << kNotDescribedSpareFilters << '\n';
+        terminal.say(kNotDescribedSpareFilters);
 }
 
 ExitCode schema(const SchemaOptions& options, Terminal& terminal) {
@@ -33,7 +34,7 @@ ExitCode schema(const SchemaOptions& options, Terminal& terminal) {
         return ExitCode::Refused;
     const model::DatabaseModel& db = session.document().CurrDB20;
     const std::string stem = calc::ansi::fromUtf8(options.file.stem().string());
-    terminal.out << shownJson(describeDatabase(db, stem, session.services()));
+    terminal.out << visibleJson(shownJson(describeDatabase(db, stem, session.services())));
     tellWhatIsMissing(db, terminal);
     return ExitCode::Done;
 }

@@ -200,14 +200,18 @@ INSTANTIATE_TEST_SUITE_P(
         ScriptCase{"pickNone", "goto 1 Kind\npick none\nexpect-cell 1 Kind \"\"", ""},
         ScriptCase{"pickCategory", "goto 2 @0\npick \"home\"\nexpect-cell 2 @0 \"home\"", ""},
         ScriptCase{"pickUnfiled", "goto 1 @0\npick \"Unfiled\"\nexpect-cell 1 @0 \"Unfiled\"", ""},
-        ScriptCase{"pickUnknown", "goto 1 Kind\npick \"pink\"", "2: no such item: pink"},
+        ScriptCase{
+            "pickUnknown", "goto 1 Kind\npick \"pink\"",
+            "2: There is no item \"pink\"; there are \"none\", \"red\", \"green\", \"blue\", \"Edit Items...\"."},
+        ScriptCase{"pickInEitherCase", "goto 1 Kind\npick \"RED\"\nexpect-cell 1 Kind \"red\"", ""},
         ScriptCase{"pickWithoutAList", "goto 1 Title\npick \"red\"", "2: this cell has no list to pick from"},
         ScriptCase{"pickTheEditor", "goto 1 Kind\npick \"Edit Items...\"",
                    "2: the list's own editor cannot be used by a script"},
         ScriptCase{"listShowsItsItem", "goto 1 Kind\nclick\nexpect-editor \"green\"\nkey escape\nexpect-modified no",
                    ""},
         ScriptCase{"radio", "goto 1 Size\nradio \"small\"\nexpect-cell 1 Size \"small\"", ""},
-        ScriptCase{"radioUnknown", "goto 1 Size\nradio \"huge\"", "2: no such option: huge"},
+        ScriptCase{"radioUnknown", "goto 1 Size\nradio \"huge\"",
+                   "2: There is no option \"huge\"; there are \"small\", \"large\"."},
         ScriptCase{"radioElsewhere", "goto 1 Title\nradio \"huge\"", "2: this cell has no radio button"},
         ScriptCase{"radioOpenHoldsTheRest", "goto 1 Size\nclick\ngoto 2 Title",
                    "3: the choice of the radio button is open: give it a radio, or key escape"},
@@ -461,10 +465,14 @@ TEST(ScriptViewsTest, whatIsSelectedInAViewIsCopied) {
 
 TEST(ScriptViewsTest, whatIsNotThereIsRefused) {
     ScriptSession session(databaseWithViews());
-    EXPECT_EQ(session.run("view Nowhere"), "1: There is no view \"Nowhere\".");
-    EXPECT_EQ(session.run("view \"Edit Views...\""), "1: There is no view \"Edit Views...\".");
-    EXPECT_EQ(session.run("filter Multiple"), "1: There is no filter \"Multiple\".");
-    EXPECT_EQ(session.run("filter Some \"No Filter\""), "1: There is no filter \"No Filter\".");
+    EXPECT_EQ(session.run("view Nowhere"),
+              "1: There is no view \"Nowhere\"; there are \"Counts\", \"Show All Fields\".");
+    EXPECT_EQ(session.run("view \"Edit Views...\""),
+              "1: There is no view \"Edit Views...\"; there are \"Counts\", \"Show All Fields\".");
+    EXPECT_EQ(session.run("filter Multiple"),
+              "1: There is no filter \"Multiple\"; there are \"Some\", \"Below\", \"No Filter\".");
+    EXPECT_EQ(session.run("filter Some \"No Filter\""),
+              "1: \"No Filter\" stands for no filter and cannot be among others.");
     EXPECT_EQ(session.run("edit"), "1: no view is shown");
     EXPECT_EQ(session.run("done"), "1: no record of a view is being edited");
     EXPECT_EQ(session.run("view Counts\ngoto 1 Price"), "2: the view does not show this field: Price");

@@ -599,7 +599,7 @@ TEST(CheckVerbTest, needsNoPassword) {
 TEST(CheckVerbTest, saysWhenThereIsNoFile) {
     const CommandTest test;
     const CommandResult result = test.run({"check", "none.pdb"});
-    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.code, 3);
     EXPECT_EQ(result.out, "");
     EXPECT_NE(result.err.find("none.pdb"), std::string::npos);
 }

@@ -11,8 +11,8 @@ namespace {
 
 using test::OlderFile;
 
-constexpr const char* kFailed = "Failed to load PDB File\n";
-constexpr const char* kOldFormat = "Old Format\n";
+constexpr const char* kFailed = "Failed to load PDB File";
+constexpr const char* kOldFormat = "tallybook: MSA_Books.pdb: Old Format\n";
 constexpr const char* kRows = "Categories,Title,Count,Twice\r\nwork,Ada,12,24\r\nUnfiled,Bob,-5,-10\r\n";
 
 OlderFile books() {
@@ -55,21 +55,22 @@ TEST(ConvertTest, replacesAFileWhenToldToOnly) {
     test.put("MS2_Books.pdb", std::string("old"));
     const std::vector<std::string> arguments = {"convert", "MSA_Books.pdb", "MS2_Books.pdb"};
     const CommandResult refused = test.run(arguments);
-    EXPECT_EQ(refused.code, 1);
-    EXPECT_EQ(refused.err, "File already exist, do you want to overwrite it?\n"
-                           "Nobody is there to answer: run the command at a terminal or use --yes.\n");
+    EXPECT_EQ(refused.code, 3);
+    EXPECT_EQ(refused.err,
+              said("MSA_Books.pdb", "File already exist, do you want to overwrite it?") +
+                  said("MSA_Books.pdb", "Nobody is there to answer: run the command at a terminal or use --yes."));
     EXPECT_EQ(test.text("MS2_Books.pdb"), "old");
     EXPECT_EQ(test.run({"convert", "MSA_Books.pdb", "MS2_Books.pdb", "--yes"}).code, 0);
     EXPECT_EQ(test.run({"cells", "MS2_Books.pdb"}).out, kRows);
-    EXPECT_EQ(test.runAtTerminal(arguments, "(yes/no) ", "no\n").code, 1);
+    EXPECT_EQ(test.runAtTerminal(arguments, "(yes/no) ", "no\n").code, 3);
 }
 
 TEST(ConvertTest, wantsANameOfThePresentFormat) {
     const CommandTest test;
     test.put("MSA_Books.pdb", books().bytes());
     const CommandResult result = test.run({"convert", "MSA_Books.pdb", "Books.pdb"});
-    EXPECT_EQ(result.code, 1);
-    EXPECT_EQ(result.err, "Filename not valid.  Tallybook file name must start with \"MS2_\".\n");
+    EXPECT_EQ(result.code, 3);
+    EXPECT_EQ(result.err, said("Books.pdb", "Filename not valid.  Tallybook file name must start with \"MS2_\"."));
     EXPECT_FALSE(std::filesystem::exists(test.path("Books.pdb")));
 }
 
@@ -82,14 +83,15 @@ TEST(ConvertTest, saysWhyAFileIsNotConverted) {
         std::string said;
     };
     const Case cases[] = {
-        {"MS2_Small.pdb", "The selected file MS2_Small.pdb is not a Tallybook\n"},
-        {"MSA_None.pdb", "Error opening file " + test.path("MSA_None.pdb").string() + "\n"},
-        {"MSA_Cut.pdb", ""},
+        {"MS2_Small.pdb", said("MS2_Small.pdb", "The selected file MS2_Small.pdb is not a Tallybook") +
+                              said("MS2_Small.pdb", kFailed)},
+        {"MSA_None.pdb", said("MSA_None.pdb", "It cannot be opened: No such file or directory.")},
+        {"MSA_Cut.pdb", said("MSA_Cut.pdb", kFailed)},
     };
     for (const Case& c : cases) {
         const CommandResult result = test.run({"convert", c.older, "MS2_Out.pdb"});
-        EXPECT_EQ(result.code, 1) << c.older;
-        EXPECT_EQ(result.err, c.said + kFailed) << c.older;
+        EXPECT_EQ(result.code, 3) << c.older;
+        EXPECT_EQ(result.err, c.said) << c.older;
         EXPECT_FALSE(std::filesystem::exists(test.path("MS2_Out.pdb"))) << c.older;
     }
 }
@@ -102,15 +104,16 @@ TEST(ConvertTest, needsThePassword) {
     test.put("right", std::string("secret\n"));
     test.put("wrong", std::string("secre\n"));
     const CommandResult none = test.run({"convert", "MSA_Books.pdb", "MS2_Out.pdb"});
-    EXPECT_EQ(none.code, 1);
+    EXPECT_EQ(none.code, 3);
     EXPECT_EQ(none.err,
-              std::string("A password is needed: run the command at a terminal or use --password-file.\n") + kFailed);
+              said("MSA_Books.pdb", "A password is needed: run the command at a terminal or use --password-file.") +
+                  said("MSA_Books.pdb", kFailed));
     const CommandResult wrong = test.run({"convert", "MSA_Books.pdb", "MS2_Out.pdb", "--password-file", "wrong"});
-    EXPECT_EQ(wrong.code, 1);
-    EXPECT_EQ(wrong.err, std::string("Incorrect password\n") + kFailed);
+    EXPECT_EQ(wrong.code, 3);
+    EXPECT_EQ(wrong.err, said("MSA_Books.pdb", "Incorrect password") + said("MSA_Books.pdb", kFailed));
     EXPECT_EQ(test.run({"convert", "MSA_Books.pdb", "MS2_Out.pdb", "--password-file", "right"}).code, 0);
     // The new file has the password, too.
-    EXPECT_EQ(test.run({"cells", "MS2_Out.pdb"}).code, 1);
+    EXPECT_EQ(test.run({"cells", "MS2_Out.pdb"}).code, 3);
     EXPECT_EQ(test.run({"cells", "MS2_Out.pdb", "--password-file", "right"}).out, kRows);
 }
 
@@ -121,7 +124,8 @@ TEST(ConvertTest, warnsOfFormat099) {
     test.put("MSA_Books.pdb", file.bytes());
     const CommandResult result = test.run({"convert", "MSA_Books.pdb", "MS2_Books.pdb"});
     EXPECT_EQ(result.code, 0);
-    EXPECT_TRUE(result.err.starts_with("This Tallybook is saved in Tallybook Pocket 0.99 format.\n\nIf you choose"))
+    EXPECT_TRUE(result.err.starts_with(
+        "tallybook: MSA_Books.pdb: This Tallybook is saved in Tallybook Pocket 0.99 format. If you choose"))
         << result.err;
     EXPECT_EQ(test.run({"cells", "MS2_Books.pdb"}).out, kRows);
 }

@@ -39,8 +39,35 @@ TEST(EditTest, saysWhatWasNotSaved) {
     const CommandTest test;
     test.put("MS2_Small.pdb", smallDatabase());
     const CommandResult result = test.run({"edit", "MS2_Small.pdb", "--script", "-"}, "add\n");
+    EXPECT_EQ(result.code, 3);
+    EXPECT_EQ(result.err, said("MS2_Small.pdb", "Changes were not saved."));
+    EXPECT_EQ(test.bytes("MS2_Small.pdb"), smallDatabase());
+}
+
+TEST(EditTest, leavesChangesUnsavedWhenToldSo) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    const CommandResult result = test.run({"edit", "MS2_Small.pdb", "--discard", "--script", "-"}, "add\n");
     EXPECT_EQ(result.code, 0);
-    EXPECT_EQ(result.err, "Changes were not saved.\n");
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(test.bytes("MS2_Small.pdb"), smallDatabase());
+}
+
+TEST(EditTest, savesNothingWhenItsOutputCannotBeWritten) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    const std::string change = "goto 2 Count\ntype \"77\"\nkey enter\nshow\n";
+    const CommandResult saved = test.run({"edit", "MS2_Small.pdb", "--script", "-"}, change + "save\n", "/dev/full");
+    EXPECT_EQ(saved.code, 3);
+    EXPECT_EQ(saved.err, said("standard input:5", "The output could not be written."));
+    const CommandResult out =
+        test.run({"edit", "MS2_Small.pdb", "--out", "MS2_Out.pdb", "--script", "-"}, change, "/dev/full");
+    EXPECT_EQ(out.code, 3);
+    EXPECT_FALSE(std::filesystem::exists(test.path("MS2_Out.pdb")));
+    const CommandResult elsewhere =
+        test.run({"edit", "MS2_Small.pdb", "--script", "-"}, change + "save-as MS2_Out.pdb\n", "/dev/full");
+    EXPECT_EQ(elsewhere.code, 3);
+    EXPECT_FALSE(std::filesystem::exists(test.path("MS2_Out.pdb")));
     EXPECT_EQ(test.bytes("MS2_Small.pdb"), smallDatabase());
 }
 
@@ -48,8 +75,8 @@ TEST(EditTest, countsAnEditThatIsStillOpen) {
     const CommandTest test;
     test.put("MS2_Small.pdb", smallDatabase());
     const CommandResult result = test.run({"edit", "MS2_Small.pdb", "--script", "-"}, "goto 1 Count\ntype 3\n");
-    EXPECT_EQ(result.code, 0);
-    EXPECT_EQ(result.err, "Changes were not saved.\n");
+    EXPECT_EQ(result.code, 3);
+    EXPECT_EQ(result.err, said("MS2_Small.pdb", "Changes were not saved."));
 }
 
 TEST(EditTest, namesScriptAndLineOfAFailure) {
@@ -57,8 +84,8 @@ TEST(EditTest, namesScriptAndLineOfAFailure) {
     test.put("MS2_Small.pdb", smallDatabase());
     test.put("my script", std::string("# nothing\nadd\ngoto 9 Title\n"));
     const CommandResult result = test.run({"edit", "MS2_Small.pdb", "--out", "MS2_Out.pdb", "--script", "my script"});
-    EXPECT_EQ(result.code, 1);
-    EXPECT_EQ(result.err, "my script:3: no such record: 9\n");
+    EXPECT_EQ(result.code, 3);
+    EXPECT_EQ(result.err, said("my script:3", "no such record: 9"));
     EXPECT_FALSE(std::filesystem::exists(test.path("MS2_Out.pdb")));
 }
 
@@ -68,10 +95,10 @@ TEST(EditTest, refusesWhatCannotBeStoredWithLineAndCharacter) {
     const CommandResult typed = test.run({"edit", "MS2_Small.pdb", "--script", "-"},
                                          "goto 1 Title\ntype \"J\xC3\xA1nos Ko\xC5\x91\"\nkey enter\nsave\n");
     EXPECT_EQ(typed.code, 2);
-    EXPECT_EQ(typed.err, "standard input:2: Character 9, U+0151, cannot be stored in a Tallybook.\n");
+    EXPECT_EQ(typed.err, said("standard input:2", "Character 9, U+0151, cannot be stored in a Tallybook."));
     const CommandResult answer =
         test.run({"edit", "MS2_Small.pdb", "--script", "-"}, "answer yes \"\xE6\x97\xA5\"\n");
-    EXPECT_EQ(answer.err, "standard input:1: text 2: Character 1, U+65E5, cannot be stored in a Tallybook.\n");
+    EXPECT_EQ(answer.err, said("standard input:1", "text 2: Character 1, U+65E5, cannot be stored in a Tallybook."));
     EXPECT_EQ(test.bytes("MS2_Small.pdb"), smallDatabase());
 }
 
@@ -82,8 +109,8 @@ TEST(EditTest, takesTheNearestCharactersWhenToldSoAndCountsThem) {
         {"edit", "MS2_Small.pdb", "--lossy", "--script", "-"},
         "goto 1 Title\ntype \"\xC5\x81ukasz \xE6\x97\xA5\"\nkey enter\ngoto 1 Notes\nmemo \"\xC5\x91\"\nsave\n");
     EXPECT_EQ(result.code, 0) << result.err;
-    EXPECT_EQ(result.err, "3 characters in 2 lines were replaced by the nearest that a Tallybook can hold, 1 of them "
-                          "by a question mark.\n");
+    EXPECT_EQ(result.err, said("standard input", "3 characters in 2 lines were replaced by the nearest that a "
+                                                 "Tallybook can hold, 1 of them by a question mark."));
     const std::string cells = test.run({"cells", "MS2_Small.pdb", "--tsv"}).out;
     EXPECT_NE(cells.find("\tLukasz ?\t"), std::string::npos) << cells;
     EXPECT_NE(cells.find("\to\t"), std::string::npos) << cells;
@@ -96,15 +123,15 @@ TEST(EditTest, refusesAMemoThatIsTooLong) {
     const std::string start = "goto 1 Notes\nmemo \"";
     const CommandResult tooLong =
         test.run({"edit", "MS2_Small.pdb", "--script", "-"}, start + std::string(4097, 'x') + "\"\nsave\n");
-    EXPECT_EQ(tooLong.code, 1);
-    EXPECT_EQ(tooLong.err, "standard input:2: A memo field may not have more than 4096 characters\n");
+    EXPECT_EQ(tooLong.code, 3);
+    EXPECT_EQ(tooLong.err, said("standard input:2", "A memo field may not have more than 4096 characters"));
     EXPECT_EQ(test.bytes("MS2_Small.pdb"), smallDatabase());
     const CommandResult longest =
         test.run({"edit", "MS2_Small.pdb", "--script", "-"}, start + std::string(4096, 'x') + "\"\nsave\n");
     EXPECT_EQ(longest.code, 0) << longest.err;
     const CommandResult cell = test.run({"edit", "MS2_Small.pdb", "--script", "-"},
                                         "goto 1 Title\nmemo \"" + std::string(255, 'x') + "\"\nsave\n");
-    EXPECT_EQ(cell.err, "standard input:2: a cell takes at most 254 characters\n");
+    EXPECT_EQ(cell.err, said("standard input:2", "a cell takes at most 254 characters"));
 }
 
 TEST(EditTest, refusesAPasswordThatNoneCanBe) {
@@ -117,7 +144,8 @@ TEST(EditTest, refusesAPasswordThatNoneCanBe) {
         arguments.insert(arguments.end(), {"MS2_Locked.pdb", "--password-file", "password"});
         const CommandResult result = test.run(arguments);
         EXPECT_NE(result.code, 0);
-        EXPECT_EQ(result.err, "The password: Character 2, U+65E5, cannot be stored in a Tallybook.\n");
+        EXPECT_EQ(result.err,
+                  said("MS2_Locked.pdb", "The password: Character 2, U+65E5, cannot be stored in a Tallybook."));
     }
 }
 
@@ -126,18 +154,19 @@ TEST(EditTest, runsNothingOfAScriptThatMakesNoSense) {
     test.put("MS2_Small.pdb", smallDatabase());
     const CommandResult unknown = test.run({"edit", "MS2_Small.pdb", "--script", "-"}, "add\nsave\nfrobnicate\n");
     EXPECT_EQ(unknown.code, 2);
-    EXPECT_EQ(unknown.err, "standard input:3: unknown command: frobnicate\n");
+    EXPECT_EQ(unknown.err, said("standard input:3", "unknown command: frobnicate"));
     const CommandResult open = test.run({"edit", "MS2_Small.pdb", "--script", "-"}, "add\nsave\ntype \"abc\n");
     EXPECT_EQ(open.code, 2);
-    EXPECT_EQ(open.err, "standard input:3: a text without its closing double quote\n");
+    EXPECT_EQ(open.err, said("standard input:3", "a text without its closing double quote"));
     EXPECT_EQ(test.bytes("MS2_Small.pdb"), smallDatabase());
 }
 
 TEST(EditTest, answersWithYesWhenToldSo) {
     const CommandTest test;
     test.put("MS2_Small.pdb", smallDatabase());
-    EXPECT_EQ(test.run({"edit", "MS2_Small.pdb", "--script", "-"}, "delete\n").code, 1);
-    EXPECT_EQ(test.run({"edit", "MS2_Small.pdb", "--yes", "--script", "-"}, "delete\nexpect-records 2\n").code, 0);
+    EXPECT_EQ(test.run({"edit", "MS2_Small.pdb", "--script", "-"}, "delete\n").code, 3);
+    EXPECT_EQ(test.run({"edit", "MS2_Small.pdb", "--yes", "--script", "-"}, "delete\nexpect-records 2\nsave\n").code,
+              0);
 }
 
 TEST(EditTest, usesThePasswordFileForChangesToo) {
@@ -147,9 +176,9 @@ TEST(EditTest, usesThePasswordFileForChangesToo) {
     const std::vector<std::string> arguments = {"edit",     "MS2_Locked.pdb", "--password-file",
                                                 "password", "--script",       "-"};
     const CommandResult refused = test.run(arguments, "click 1 Count\n");
-    EXPECT_EQ(refused.code, 1);
-    EXPECT_EQ(refused.err, "standard input:1: Incorrect password\n");
-    EXPECT_EQ(test.run(arguments, "password \"change\"\nclick 1 Count\nexpect-editor \"12\"\n").code, 0);
+    EXPECT_EQ(refused.code, 3);
+    EXPECT_EQ(refused.err, said("standard input:1", "Incorrect password"));
+    EXPECT_EQ(test.run(arguments, "password \"change\"\nclick 1 Count\nexpect-editor \"12\"\nkey escape\n").code, 0);
 }
 
 // The pictures of a file's records, in order.

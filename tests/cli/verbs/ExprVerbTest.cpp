@@ -39,14 +39,27 @@ TEST(ExprTest, putsACaretUnderTheError) {
     EXPECT_EQ(result.code, 1);
     EXPECT_EQ(result.out, "");
     EXPECT_EQ(result.err, "'\xC3\xA9' + Foo * 2\n"
-                          "      ^\n"
-                          "There is no field, constant or function \"Foo\".\n");
+                          "      ^\n" +
+                              said("MS2_Small.pdb", "There is no field, constant or function \"Foo\"."));
 }
 
 TEST(ExprTest, putsTheCaretBehindATextThatEndsTooSoon) {
     EXPECT_EQ(check({"Price\t+"}).err, "Price +\n"
-                                       "       ^\n"
-                                       "A value is missing here.\n");
+                                       "       ^\n" +
+                                           said("MS2_Small.pdb", "A value is missing here."));
+}
+
+// What compiles may still have no value: storing it would be refused.
+TEST(ExprTest, triesTheExpressionOut) {
+    const CommandResult result = check({"Price / 0"});
+    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, said("MS2_Small.pdb", "Division by zero."));
+    EXPECT_EQ(check({"'abc'"}).code, 0);
+    const CommandResult date = check({"'abc'", "--format", "Date"});
+    EXPECT_EQ(date.code, 1);
+    EXPECT_EQ(date.err, said("MS2_Small.pdb", "The text is no date."));
+    EXPECT_EQ(check({"Price", "--format", "Colour"}).code, 2);
 }
 
 TEST(ExprTest, takesATextThatBeginsWithAMinus) {

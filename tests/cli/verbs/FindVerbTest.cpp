@@ -26,7 +26,7 @@ TEST_P(FindVerbTest, printsRecordFieldAndText) {
     const CommandResult result = test.run(arguments);
     EXPECT_EQ(result.out, GetParam().out);
     EXPECT_EQ(result.code, GetParam().out.empty() ? 1 : 0);
-    EXPECT_EQ(result.err, GetParam().out.empty() ? "Search string not found.\n" : "");
+    EXPECT_EQ(result.err, GetParam().out.empty() ? said("MS2_Small.pdb", "Search string not found.") : "");
 }
 
 constexpr const char* kNotes = "1\tNotes\tfirst line\\nsecond\\tline \\\\ end\n";
@@ -53,8 +53,8 @@ TEST(FindVerb, asksForAText) {
     const CommandTest test;
     test.put("MS2_Small.pdb", smallDatabase());
     const CommandResult result = test.run({"find", "MS2_Small.pdb", ""});
-    EXPECT_EQ(result.code, 1);
-    EXPECT_EQ(result.err, "Please input a search text.\n");
+    EXPECT_EQ(result.code, 2);
+    EXPECT_EQ(result.err, said("", "Please input a search text."));
 }
 
 // A question mark stands in many texts, and is no ideograph.
@@ -62,9 +62,9 @@ TEST(FindVerb, looksForTheVeryCharacters) {
     const CommandTest test;
     test.put("MS2_Small.pdb", smallDatabase());
     const CommandResult result = test.run({"find", "MS2_Small.pdb", "日"});
-    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.code, 2);
     EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err, "Character 1, U+65E5, cannot be stored in a Tallybook.\n");
+    EXPECT_EQ(result.err, said("", "Character 1, U+65E5, cannot be stored in a Tallybook."));
 }
 
 TEST(FindVerb, findsNothingInAnEmptyDatabase) {
@@ -72,7 +72,7 @@ TEST(FindVerb, findsNothingInAnEmptyDatabase) {
     test.put("MS2_Empty.pdb", samples::empty());
     const CommandResult result = test.run({"find", "MS2_Empty.pdb", "*", "--expression"});
     EXPECT_EQ(result.code, 1);
-    EXPECT_EQ(result.err, "Search string not found.\n");
+    EXPECT_EQ(result.err, said("MS2_Empty.pdb", "Search string not found."));
 }
 
 } // namespace

@@ -66,15 +66,16 @@ TEST_F(HandheldVerbs, noUsersIsSaidInTheWordsOfTheWindow) {
     fs::create_directory(t.path("palm"));
     for (const auto& verb : {std::vector<std::string>{"users"}, {"list"}, {"install", "MS2_My Books.pdb"}}) {
         const CommandResult result = run(verb);
-        EXPECT_EQ(result.code, 1);
-        EXPECT_EQ(result.err, "You must first HotSync with the Palm Desktop to create a user account before using "
-                              "this application.\n");
+        EXPECT_EQ(result.code, 3);
+        EXPECT_EQ(result.err, said(verb.size() > 1 ? verb[1] : "",
+                                   "You must first HotSync with the Palm Desktop to create a user account before "
+                                   "using this application."));
     }
 }
 
 TEST_F(HandheldVerbs, aFolderThatIsNotThereIsSaid) {
     const CommandResult result = t.run({"users", "--handheld", "gone", "--application-folder", "app"});
-    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.code, 3);
     EXPECT_THAT(result.err, HasSubstr(t.path("gone").string()));
 }
 
@@ -98,8 +99,8 @@ TEST_F(HandheldVerbs, anUnknownUserIsRefused) {
         auto arguments = verb;
         arguments.insert(arguments.end(), {"--user", "ann"});
         const CommandResult result = run(arguments);
-        EXPECT_EQ(result.code, 1);
-        EXPECT_EQ(result.err, "There is no user \"ann\".\n");
+        EXPECT_EQ(result.code, 3);
+        EXPECT_EQ(result.err, said(verb.size() > 1 ? verb[1] : "", "There is no user \"ann\"."));
     }
 }
 
@@ -119,7 +120,8 @@ TEST_F(HandheldVerbs, installForAllAsksNobody) {
 }
 
 TEST_F(HandheldVerbs, installNeedsToKnowForWhom) {
-    EXPECT_EQ(run({"install", "MS2_My Books.pdb"}).err, "There are several users: say --user NAME or --all.\n");
+    EXPECT_EQ(run({"install", "MS2_My Books.pdb"}).err,
+              said("MS2_My Books.pdb", "There are several users: say --user NAME or --all."));
     EXPECT_EQ(run({"install", "MS2_My Books.pdb", "--all", "--user", "Ann"}).code, 2);
     set("[Settings]\nUserID=Ann\n");
     EXPECT_THAT(run({"install", "MS2_My Books.pdb"}).out, HasSubstr("for username(s) Ann."));
@@ -130,10 +132,10 @@ TEST_F(HandheldVerbs, installNeedsToKnowForWhom) {
 TEST_F(HandheldVerbs, installRefusesWhatIsNoTallybook) {
     t.put("Books.pdb", smallDatabase());
     const CommandResult name = run({"install", "Books.pdb", "--all"});
-    EXPECT_EQ(name.code, 1);
-    EXPECT_EQ(name.err, "No the Valid file for Tallybook Pocket.\n");
+    EXPECT_EQ(name.code, 3);
+    EXPECT_EQ(name.err, said("Books.pdb", "No the Valid file for Tallybook Pocket."));
     const CommandResult missing = run({"install", "MS2_None.pdb", "--user", "Ann"});
-    EXPECT_EQ(missing.code, 1);
+    EXPECT_EQ(missing.code, 3);
     EXPECT_THAT(missing.err, HasSubstr("MS2_None.pdb"));
     EXPECT_EQ(missing.out, "");
 }
@@ -141,7 +143,7 @@ TEST_F(HandheldVerbs, installRefusesWhatIsNoTallybook) {
 TEST_F(HandheldVerbs, installSaysWhomItFailedFor) {
     t.put("palm/Ann/Install", std::string("a file"));
     const CommandResult result = run({"install", "MS2_My Books.pdb", "--all"});
-    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.code, 3);
     EXPECT_THAT(result.err, HasSubstr("palm/Ann/Install"));
     EXPECT_THAT(result.out, HasSubstr("for username(s) Zo\xC3\xAB."));
 }

@@ -27,7 +27,8 @@ TEST_P(UsageTest, endsWithTwoAndAMessage) {
     const CommandResult result = CommandTest().run(GetParam().arguments);
     EXPECT_EQ(result.code, 2);
     EXPECT_EQ(result.out, "");
-    EXPECT_NE(result.err, "");
+    EXPECT_TRUE(result.err.starts_with("tallybook: ")) << result.err;
+    EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -43,6 +44,25 @@ INSTANTIATE_TEST_SUITE_P(
                     UsageCase{"editWithoutScript", {"edit", "MS2_Small.pdb"}},
                     UsageCase{"missingScript", {"edit", "MS2_Small.pdb", "--script", "none"}}),
     [](const auto& tested) { return tested.param.name; });
+
+TEST(CommandLineTest, namesTheNearestVerb) {
+    EXPECT_EQ(CommandTest().run({"cels", "MS2_Small.pdb"}).err,
+              said("", "There is no verb \"cels\"; \"cells\" is the nearest."));
+    EXPECT_EQ(CommandTest().run({"frobnicate"}).err,
+              said("", "There is no verb \"frobnicate\"; tallybook --help lists them."));
+    EXPECT_EQ(CommandTest().run({"find", "MS2_Small.pdb"}).err,
+              said("find", "TEXT is required (tallybook find --help tells more)"));
+}
+
+// As "| head" does it. A shell knows such an end by the signal.
+TEST(CommandLineTest, endsSilentlyWhenItsReaderGoesAway) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    const CommandResult result = test.runWithoutReader({"cells", "MS2_Small.pdb"});
+    EXPECT_EQ(result.signal, SIGPIPE);
+    EXPECT_EQ(result.err, "");
+    EXPECT_TRUE(test.temporaryFolderIsEmpty());
+}
 
 TEST(CommandLineTest, helpIsAnAnswer) {
     const CommandResult result = CommandTest().run({"--help"});
@@ -63,9 +83,9 @@ TEST(CommandLineTest, tellsItsVersion) {
 TEST(OpenTest, saysWhichFileIsMissing) {
     const CommandTest test;
     const CommandResult result = test.run({"info", "MS2_None.pdb"});
-    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.code, 3);
     EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err, "Error opening file " + test.path("MS2_None.pdb").string() + "\n");
+    EXPECT_EQ(result.err, said("MS2_None.pdb", "It cannot be opened: No such file or directory."));
 }
 
 TEST(OpenTest, refusesAFileOfAnotherCreator) {
@@ -74,16 +94,35 @@ TEST(OpenTest, refusesAFileOfAnotherCreator) {
     bytes[64] = 'X';
     test.put("MS2_Other.pdb", bytes);
     const CommandResult result = test.run({"cells", "MS2_Other.pdb"});
-    EXPECT_EQ(result.code, 1);
-    EXPECT_EQ(result.err, "The selected file MS2_Other.pdb is not a Tallybook\n");
+    EXPECT_EQ(result.code, 3);
+    EXPECT_EQ(result.err, said("MS2_Other.pdb", "The selected file MS2_Other.pdb is not a Tallybook"));
 }
 
 TEST(OpenTest, callsAFileWithoutThePrefixOld) {
     const CommandTest test;
-    test.put("MSA_Old.pdb", smallDatabase());
+    platform::Bytes bytes = smallDatabase();
+    bytes[64] = 'X';
+    test.put("MSA_Old.pdb", bytes);
     const CommandResult result = test.run({"cells", "MSA_Old.pdb"});
-    EXPECT_EQ(result.code, 1);
-    EXPECT_EQ(result.err, "Old Format\nThe selected file MSA_Old.pdb is not a Tallybook\n");
+    EXPECT_EQ(result.code, 3);
+    EXPECT_EQ(result.err, said("MSA_Old.pdb", "Old Format") +
+                              said("MSA_Old.pdb", "The selected file MSA_Old.pdb is not a Tallybook"));
+}
+
+TEST(OpenTest, saysWhenANameLacksItsPrefix) {
+    const CommandTest test;
+    test.put("books.pdb", smallDatabase());
+    const CommandResult result = test.run({"cells", "books.pdb"});
+    EXPECT_EQ(result.code, 3);
+    EXPECT_EQ(result.err,
+              said("books.pdb", "The name of a Tallybook begins with MS2_, this one does not: rename the file."));
+}
+
+TEST(OpenTest, saysWhatIsNoFile) {
+    const CommandTest test;
+    std::filesystem::create_directory(test.path("MS2_Folder.pdb"));
+    EXPECT_EQ(test.run({"cells", "MS2_Folder.pdb"}).err,
+              said("MS2_Folder.pdb", "It cannot be opened: Is a directory."));
 }
 
 TEST(OpenTest, refusesAFixedRecordOutOfOrder) {
@@ -93,10 +132,12 @@ TEST(OpenTest, refusesAFixedRecordOutOfOrder) {
     bytes[second] = 99;
     test.put("MS2_Sync.pdb", bytes);
     const CommandResult result = test.run({"info", "MS2_Sync.pdb"});
-    EXPECT_EQ(result.code, 1);
-    EXPECT_EQ(result.err, "The Tallybook \"" + test.path("MS2_Sync.pdb").string() +
-                              "\" was modified by the Tallybook Pocket conduit.  It is not possible to open it using "
-                              "Tallybook Pocket Desktop at this moment.   Perform another HotSync and try again.\n");
+    EXPECT_EQ(result.code, 3);
+    EXPECT_EQ(result.err,
+              said("MS2_Sync.pdb",
+                   "The Tallybook \"" + test.path("MS2_Sync.pdb").string() +
+                       "\" was modified by the Tallybook Pocket conduit.  It is not possible to open it using "
+                       "Tallybook Pocket Desktop at this moment.   Perform another HotSync and try again."));
 }
 
 TEST(OpenTest, leavesNothingInTheTemporaryFolder) {
@@ -104,7 +145,7 @@ TEST(OpenTest, leavesNothingInTheTemporaryFolder) {
     test.put("MS2_Small.pdb", smallDatabase());
     EXPECT_EQ(test.run({"cells", "MS2_Small.pdb"}).code, 0);
     EXPECT_TRUE(test.temporaryFolderIsEmpty());
-    EXPECT_EQ(test.run({"cells", "MS2_None.pdb"}).code, 1);
+    EXPECT_EQ(test.run({"cells", "MS2_None.pdb"}).code, 3);
     EXPECT_TRUE(test.temporaryFolderIsEmpty());
 }
 
@@ -120,8 +161,8 @@ TEST(OpenTest, saysWhenItsOutputCannotBeWritten) {
     const CommandTest test;
     test.put("MS2_Small.pdb", smallDatabase());
     const CommandResult result = test.run({"cells", "MS2_Small.pdb"}, "", "/dev/full");
-    EXPECT_EQ(result.code, 1);
-    EXPECT_EQ(result.err, "The output could not be written.\n");
+    EXPECT_EQ(result.code, 3);
+    EXPECT_EQ(result.err, said("", "The output could not be written."));
 }
 
 // Passwords --------------------------------------------------------------------------------------------------
@@ -131,9 +172,10 @@ TEST(PasswordTest, saysWhatToDoWhenNobodyCanType) {
     test.put("MS2_Locked.pdb", lockedDatabase());
     for (const char* verb : {"info", "cells", "dump"}) {
         const CommandResult result = test.run({verb, "MS2_Locked.pdb"}, "secret\n");
-        EXPECT_EQ(result.code, 1) << verb;
+        EXPECT_EQ(result.code, 3) << verb;
         EXPECT_EQ(result.out, "") << verb;
-        EXPECT_EQ(result.err, "A password is needed: run the command at a terminal or use --password-file.\n")
+        EXPECT_EQ(result.err, said("MS2_Locked.pdb",
+                                   "A password is needed: run the command at a terminal or use --password-file."))
             << verb;
     }
 }
@@ -152,8 +194,8 @@ TEST(PasswordTest, refusesAWrongPasswordOnce) {
     test.put("MS2_Locked.pdb", lockedDatabase());
     test.put("password", std::string("secre\n"));
     const CommandResult result = test.run({"cells", "MS2_Locked.pdb", "--password-file", "password"});
-    EXPECT_EQ(result.code, 1);
-    EXPECT_EQ(result.err, "Incorrect password\n");
+    EXPECT_EQ(result.code, 3);
+    EXPECT_EQ(result.err, said("MS2_Locked.pdb", "Incorrect password"));
 }
 
 TEST(PasswordTest, asksAtATerminalWithoutEcho) {
@@ -172,7 +214,7 @@ TEST(PasswordTest, endsAtCtrlC) {
     test.put("MS2_Locked.pdb", lockedDatabase());
     const CommandResult result =
         test.runAtTerminal({"info", "MS2_Locked.pdb"}, "password of MS2_Locked.pdb: ", "sec\x03\n");
-    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.code, 3);
     EXPECT_TRUE(test.temporaryFolderIsEmpty());
 }
 
@@ -181,7 +223,7 @@ TEST(PasswordTest, asksThreeTimes) {
     test.put("MS2_Locked.pdb", lockedDatabase());
     const CommandResult result =
         test.runAtTerminal({"info", "MS2_Locked.pdb"}, "password of MS2_Locked.pdb: ", "a\nb\nc\n");
-    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.code, 3);
     std::size_t refusals = 0;
     for (std::size_t at = result.out.find("Incorrect password"); at != std::string::npos;
          at = result.out.find("Incorrect password", at + 1))
@@ -276,9 +318,9 @@ TEST(CellsTest, refusesToSortOnAFieldThatIsNotThere) {
     test.put("MS2_Small.pdb", smallDatabase());
     for (const char* field : {"Nothing", "@81", "@", ":desc"}) {
         const CommandResult result = test.run({"cells", "MS2_Small.pdb", "--sort", field});
-        EXPECT_EQ(result.code, 1) << field;
+        EXPECT_EQ(result.code, 3) << field;
         EXPECT_EQ(result.out, "");
-        EXPECT_TRUE(result.err.starts_with("no such field: ")) << result.err;
+        EXPECT_TRUE(result.err.starts_with("tallybook: MS2_Small.pdb: no such field: ")) << result.err;
     }
 }
 
@@ -312,15 +354,19 @@ TEST(CellsTest, refusesUnknownViewsAndFilters) {
     const CommandTest test;
     test.put("MS2_Small.pdb", smallDatabase());
     const CommandResult view = test.run({"cells", "MS2_Small.pdb", "--view", "Élans"});
-    EXPECT_EQ(view.code, 1);
+    EXPECT_EQ(view.code, 3);
     EXPECT_EQ(view.out, "");
-    EXPECT_NE(view.err.find("There is no view \"Élans\"."), std::string::npos) << view.err;
+    EXPECT_NE(view.err.find("There is no view \"Élans\"; there are \"Short\", \"Show All Fields\"."),
+              std::string::npos)
+        << view.err;
+    EXPECT_EQ(test.run({"cells", "MS2_Small.pdb", "--view", "SHORT", "--filter", "done"}).code, 0);
     const CommandResult like = test.run({"cells", "MS2_Small.pdb", "--filter", "Ｄone"}); // its first letter is wide
-    EXPECT_EQ(like.code, 1);
-    EXPECT_NE(like.err.find("There is no filter \"Ｄone\"."), std::string::npos) << like.err;
+    EXPECT_EQ(like.code, 3);
+    EXPECT_NE(like.err.find("There is no filter \"Ｄone\"; there are \"Done\", \"No Filter\"."), std::string::npos)
+        << like.err;
     const CommandResult filter = test.run({"cells", "MS2_Small.pdb", "--filter", "Edit Filters..."});
-    EXPECT_EQ(filter.code, 1);
-    EXPECT_NE(filter.err.find("There is no filter \"Edit Filters...\"."), std::string::npos) << filter.err;
+    EXPECT_EQ(filter.code, 3);
+    EXPECT_NE(filter.err.find("There is no filter \"Edit Filters...\"; there are"), std::string::npos) << filter.err;
 }
 
 TEST(CellsTest, writesTheHeaderAloneOfAnEmptyDatabase) {

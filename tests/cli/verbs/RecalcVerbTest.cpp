@@ -30,7 +30,7 @@ TEST(RecalcTest, needsAPlaceForTheResult) {
     const CommandTest test;
     test.put("MS2_Expenses.pdb", samples::expenses());
     EXPECT_EQ(test.run({"recalc", "MS2_Expenses.pdb"}).code, 2);
-    EXPECT_EQ(test.run({"recalc", "MS2_Missing.pdb", "--out", "MS2_Out.pdb"}).code, 1);
+    EXPECT_EQ(test.run({"recalc", "MS2_Missing.pdb", "--out", "MS2_Out.pdb"}).code, 3);
 }
 
 TEST(RecalcTest, aScriptKeepsTheOldResultUntilItRecalculates) {

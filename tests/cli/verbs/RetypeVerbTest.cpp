@@ -13,7 +13,7 @@ namespace {
 
 using model::FieldType;
 
-constexpr const char* kUnanswered = "Nobody is there to answer: run the command at a terminal or use --yes.\n";
+constexpr const char* kUnanswered = "Nobody is there to answer: run the command at a terminal or use --yes.";
 
 // A Text with numbers but for one, an Integer, and two fields with items that no record has.
 platform::Bytes book(const std::string& designPassword = {}) {
@@ -64,10 +64,11 @@ protected:
 
 TEST_F(RetypeVerbTest, refusesAnUnansweredQuestion) {
     const CommandResult result = retype("Amount", "Long");
-    EXPECT_EQ(result.code, 1);
-    EXPECT_EQ(result.err, "Are you sure you want to convert this field from Text to Long?\nWarning: conversion not "
-                          "possible will result in blanks or zeros\n" +
-                              std::string(kUnanswered));
+    EXPECT_EQ(result.code, 3);
+    EXPECT_EQ(result.err,
+              said("MS2_Retype.pdb", "Are you sure you want to convert this field from Text to Long? Warning: "
+                                     "conversion not possible will result in blanks or zeros") +
+                  said("MS2_Retype.pdb", kUnanswered));
     EXPECT_FALSE(written());
     EXPECT_EQ(test.bytes("MS2_Retype.pdb"), book());
 }
@@ -82,7 +83,7 @@ TEST_F(RetypeVerbTest, convertsWhenTold) {
 
 TEST_F(RetypeVerbTest, asksAboutKeys) {
     const CommandResult result = retype("Number", "Key", {"--convert"});
-    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.code, 3);
     EXPECT_NE(result.err.find("WARNING:  This action will change the field into 'key'."), std::string::npos);
     EXPECT_FALSE(written());
     EXPECT_EQ(retype("Number", "Key", {"--convert", "--new-keys"}).code, 0);
@@ -94,7 +95,7 @@ TEST_F(RetypeVerbTest, asksAboutKeys) {
 
 TEST_F(RetypeVerbTest, aColumnThatMakesNoKeysIsRefused) {
     const CommandResult result = retype("Amount", "Key", {"--convert", "--new-keys"});
-    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.code, 3);
     EXPECT_NE(result.err.find("Column must have numeric fields greater than zero.  Conversion not performed.\n"),
               std::string::npos);
     EXPECT_FALSE(written());
@@ -104,7 +105,7 @@ TEST_F(RetypeVerbTest, asksAboutTheItemsOfAField) {
     EXPECT_EQ(retype("Amount", "List", {"--convert"}).code, 0); // there is no list yet
     EXPECT_NE(cells().find("\tabc\t"), std::string::npos);
     const CommandResult asked = retype("Size", "List", {"--convert"});
-    EXPECT_EQ(asked.code, 1);
+    EXPECT_EQ(asked.code, 3);
     EXPECT_NE(asked.err.find("Clear existing list and create new list?\n"), std::string::npos) << asked.err;
     EXPECT_EQ(retype("Size", "List", {"--convert", "--keep-list"}).code, 0);
     EXPECT_EQ(itemsOf("Size"), R"(["small","large"])");
@@ -116,7 +117,7 @@ TEST_F(RetypeVerbTest, takesWhatTheNewTypeNeeds) {
     EXPECT_EQ(retype("Amount", "Float", {"--convert", "--attributes", R"({"decimals": 2, "name": "Sum"})"}).code, 0);
     EXPECT_EQ(cells().substr(0, 45), "Categories\tSum\tNumber\tKind\tSize\nUnfiled\t12.00");
     const CommandResult missing = retype("Amount", "Adv Expression", {"--convert"});
-    EXPECT_EQ(missing.code, 1);
+    EXPECT_EQ(missing.code, 3);
     EXPECT_NE(missing.err.find("The expression is empty.\n"), std::string::npos) << missing.err;
     EXPECT_EQ(retype("Amount", "Adv Expression",
                      {"--convert", "--attributes", R"({"advancedExpression": {"text": "Number * 2"}})"})
@@ -133,11 +134,11 @@ TEST_F(RetypeVerbTest, yesAnswersEveryQuestion) {
 }
 
 TEST_F(RetypeVerbTest, namesWhatIsNotThere) {
-    EXPECT_EQ(retype("Other", "Long").code, 1);
+    EXPECT_EQ(retype("Other", "Long").code, 3);
     EXPECT_EQ(retype("Amount", "Word").code, 2);
     const CommandResult categories = retype("Categories", "Text", {"--convert"});
-    EXPECT_EQ(categories.code, 1);
-    EXPECT_EQ(categories.err, "The categories are always a list.\n");
+    EXPECT_EQ(categories.code, 3);
+    EXPECT_EQ(categories.err, said("MS2_Retype.pdb", "The categories are always a list."));
     EXPECT_FALSE(written());
 }
 
@@ -146,16 +147,17 @@ TEST_F(RetypeVerbTest, leavesAReadOnlyDatabaseAlone) {
     bytes[80 + 8 * 90 + 10] = 1; // behind the list of 90 records: the eleventh byte of the first
     test.put("MS2_Retype.pdb", bytes);
     const CommandResult result = retype("Amount", "Long", {"--convert"});
-    EXPECT_EQ(result.code, 1);
-    EXPECT_EQ(result.err, "Tallybook is readonly.\n");
+    EXPECT_EQ(result.code, 3);
+    EXPECT_EQ(result.err, said("MS2_Retype.pdb", "Tallybook is readonly."));
     EXPECT_FALSE(written());
 }
 
 TEST_F(RetypeVerbTest, wantsTheDesignPassword) {
     test.put("MS2_Retype.pdb", book("plans"));
     const CommandResult refused = retype("Amount", "Long", {"--convert"});
-    EXPECT_EQ(refused.code, 1);
-    EXPECT_EQ(refused.err, "A password is needed: run the command at a terminal or use --password-file.\n");
+    EXPECT_EQ(refused.code, 3);
+    EXPECT_EQ(refused.err,
+              said("MS2_Retype.pdb", "A password is needed: run the command at a terminal or use --password-file."));
     test.put("password", std::string("plans\n"));
     EXPECT_EQ(retype("Amount", "Long", {"--convert", "--password-file", "password"}).code, 0);
 }

@@ -79,14 +79,14 @@ TEST(SaveTest, namesTheFolderThatIsNotThere) {
     const CommandTest test;
     test.put("MS2_Small.pdb", smallDatabase());
     const CommandResult result = test.run({"save", "MS2_Small.pdb", "none/MS2_Out.pdb"});
-    EXPECT_EQ(result.code, 1);
+    EXPECT_EQ(result.code, 3);
     EXPECT_NE(result.err.find(test.path("none").string()), std::string::npos) << result.err;
 }
 
 TEST(SaveTest, leavesTheTargetOfARefusedOpen) {
     const CommandTest test;
     test.put("MS2_Out.pdb", std::string("old"));
-    EXPECT_EQ(test.run({"save", "MS2_None.pdb", "MS2_Out.pdb"}).code, 1);
+    EXPECT_EQ(test.run({"save", "MS2_None.pdb", "MS2_Out.pdb"}).code, 3);
     EXPECT_EQ(test.text("MS2_Out.pdb"), "old");
 }
 

@@ -31,7 +31,7 @@ CommandResult makeInside(const CommandTest& test, const std::string& description
     Terminal terminal(in, out, err, false);
     const ExitCode code =
         run({"new", test.path("MS2_New.pdb").string(), "--schema", test.path("schema.json").string()}, terminal);
-    return {static_cast<int>(code), out.str(), err.str()};
+    return {static_cast<int>(code), 0, out.str(), err.str()};
 }
 
 // The example of the documentation, which is the first block of JSON in it.
@@ -91,7 +91,7 @@ TEST(SchemaVerbsTest, saysWhatItLeavesOut) {
     test.put("password", std::string("secret\n"));
     const CommandResult result = test.run({"schema", "MS2_Locked.pdb", "--password-file", "password"});
     EXPECT_EQ(result.code, 0);
-    EXPECT_EQ(result.err, "Passwords are not described.\n");
+    EXPECT_EQ(result.err, said("MS2_Locked.pdb", "Passwords are not described."));
     EXPECT_EQ(result.out.find("assword"), std::string::npos);
 }
 
@@ -125,7 +125,7 @@ struct Refusal {
 
 TEST(SchemaVerbsTest, refusesWhatTheDialogsRefuse) {
     const std::string duplicate =
-        "Another Field exists with this name.\nEnter another name and save the field information ";
+        "Another Field exists with this name. Enter another name and save the field information ";
     const Refusal cases[] = {
         {fields(R"({"name": ")" + std::string(300, 'n') + R"(", "type": "Text"})"),
          "A name may have at most 254 characters."},
@@ -210,7 +210,7 @@ TEST(SchemaVerbsTest, refusesWhatTheDialogsRefuse) {
          "filters[0].slot: The number must be from 0 to 11."},
         {withFields(R"("multipleFilter": ["F"])"), "multipleFilter: There is no filter \"F\"."},
         {withFields(R"("views": [{"name": "Short"}])"),
-         "View should have atleast one column to Show.\nSelecting no columns will remove the view.\nContinue?"},
+         "View should have atleast one column to Show. Selecting no columns will remove the view. Continue?"},
         {withFields(R"("views": [{"name": "show all fields", "columns": ["Title"]}])"),
          "show all fields is not a vaild view name."},
         {withFields(R"("views": [{"name": "Edit Views...", "columns": ["Title"]}])"),
@@ -224,15 +224,17 @@ TEST(SchemaVerbsTest, refusesWhatTheDialogsRefuse) {
         {withFields(R"("views": [{"name": "A", "columns": [)" + repeated("\"Title\"", 82, ",") + "]}]"),
          "views[0].columns: A view can have at most 81 columns."},
         {R"({"name": " "})", "Enter Tallybook Name."},
-        {R"({"name": "a|b"})", "Tallybook name cannot have the following characters:\n\\ / : *  ? < > !"},
+        {R"({"name": "a|b"})", "Tallybook name cannot have the following characters: \\ / : *  ? < > !"},
         {R"({"name": ")" + std::string(28, 'n') + R"("})", "The name of a Tallybook may have at most 27 characters."},
     };
     const CommandTest test;
     for (const Refusal& refusal : cases) {
         const CommandResult result = makeInside(test, refusal.description);
-        EXPECT_EQ(result.code, 1) << refusal.description;
-        EXPECT_EQ(result.err.substr(0, refusal.message.size() + 1), refusal.message + '\n') << refusal.description;
-        EXPECT_NE(result.err.find("\nNothing was written: "), std::string::npos) << result.err;
+        EXPECT_EQ(result.code, 3) << refusal.description;
+        const std::string schema = test.path("schema.json").string();
+        EXPECT_TRUE(result.err.starts_with(said(schema, refusal.message))) << refusal.description << result.err;
+        EXPECT_NE(result.err.find("\ntallybook: " + schema + ": Nothing was written: "), std::string::npos)
+            << result.err;
         EXPECT_EQ(result.out, "");
         EXPECT_FALSE(std::filesystem::exists(test.path("MS2_New.pdb"))) << refusal.description;
     }
@@ -242,13 +244,14 @@ TEST(SchemaVerbsTest, namesThePlaceOfARefusal) {
     const CommandTest test;
     const CommandResult result =
         make(test, fields(R"({"name": "A", "type": "Text"}, {"name": "B", "type": "Long", "default": "x"})"));
-    EXPECT_EQ(result.err, "Long value expected\nNothing was written: fields[1] was refused.\n");
+    EXPECT_EQ(result.err, said("schema.json", "Long value expected") +
+                              said("schema.json", "Nothing was written: fields[1] was refused."));
 }
 
 TEST(SchemaVerbsTest, aDescriptionThatMakesNoSenseIsAMistakeOfTheCall) {
     const Refusal cases[] = {
         {"{", "schema.json: "},
-        {"[]", "the description: An object belongs here.\n"},
+        {"[]", "schema.json: An object belongs here.\n"},
         {R"({"nane": "A"})", "nane: There is no such member here.\n"},
         {R"({"fields": {}})", "fields: An array belongs here.\n"},
         {R"({"readOnly": 1})", "readOnly: true or false belongs here.\n"},
@@ -278,9 +281,10 @@ TEST(SchemaVerbsTest, asksAboutAFileThatIsThere) {
     const CommandTest test;
     test.put("MS2_New.pdb", std::string("old"));
     const CommandResult result = make(test, "{}");
-    EXPECT_EQ(result.code, 1);
-    EXPECT_EQ(result.err, "The file already exist\nOverwrite it ?\nNobody is there to answer: run the command at a "
-                          "terminal or use --yes.\n");
+    EXPECT_EQ(result.code, 3);
+    EXPECT_EQ(result.err,
+              said("MS2_New.pdb", "The file already exist Overwrite it ?") +
+                  said("MS2_New.pdb", "Nobody is there to answer: run the command at a terminal or use --yes."));
     EXPECT_EQ(test.text("MS2_New.pdb"), "old");
     EXPECT_EQ(test.run({"new", "MS2_New.pdb", "--schema", "schema.json", "--yes"}).code, 0);
     EXPECT_EQ(test.run({"check", "MS2_New.pdb"}).out, "");
@@ -290,8 +294,8 @@ TEST(SchemaVerbsTest, wantsAFileNameThatOpensAgain) {
     const CommandTest test;
     test.put("schema.json", std::string("{}"));
     const CommandResult result = test.run({"new", "Books.pdb", "--schema", "schema.json"});
-    EXPECT_EQ(result.code, 1);
-    EXPECT_EQ(result.err, "Filename not valid.  Tallybook file name must start with \"MS2_\".\n");
+    EXPECT_EQ(result.code, 3);
+    EXPECT_EQ(result.err, said("Books.pdb", "Filename not valid.  Tallybook file name must start with \"MS2_\"."));
 }
 
 } // namespace
