@@ -68,6 +68,9 @@ ExitCode run(const std::vector<std::string>& arguments, Terminal& terminal) {
     addCheck(command, terminal, code);
     addEdit(command, terminal, code);
     addExpr(command, terminal, code);
+    addImage(command, terminal, code);
+    addImages(command, terminal, code);
+    addForm(command, terminal, code);
     addUsers(command, terminal, code);
     addList(command, terminal, code);
     addInstall(command, terminal, code);

@@ -630,7 +630,6 @@ struct Refusal {
 constexpr Refusal kRefusals[] = {
     {kKey, "To change the key values, change the field type to 'Long' and then change back to 'Key'."},
     {kValue, "To recalculate expressions, select the '!' button on the toolbar."},
-    {kPicture, "Editing images is not part of this version yet."},
 };
 
 TEST_F(Editing, fieldsThatCannotBeEditedSaySo) {

@@ -1,6 +1,9 @@
 // Leaves a picture of each window in the build folder, in a light and a dark theme; run once more for screens of
 // twice the resolution. They are there to be looked at.
 #include "adapters/FolderDesktop.h"
+#include "core/forms/FormItems.h"
+#include "core/forms/ImageCell.h"
+#include "core/forms/PalmBitmap.h"
 #include "core/pdb/Passwords.h"
 #include "desktop/FieldPropTest.h"
 #include "desktop/dialogs/dlgAutoWriter.h"
@@ -21,6 +24,12 @@
 #include "desktop/dialogs/frmUser.h"
 #include "desktop/dialogs/frmViewDesigner.h"
 #include "desktop/document/frmDocument.h"
+#include "desktop/forms/FormScreen.h"
+#include "desktop/forms/dlgColour.h"
+#include "desktop/forms/dlgImportPicture.h"
+#include "desktop/forms/dlgPopHlp.h"
+#include "desktop/forms/frmDesignForm.h"
+#include "desktop/forms/frmEditImage.h"
 #include "support/RawFile.h"
 
 #include <QAbstractItemView>
@@ -425,6 +434,69 @@ TEST_P(Pictures, viewDesigner) {
     QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(grid->model()->index(1, 1)).center());
     keep(dialog, "frmViewDesigner-sort");
     keep(*dialog.findChild<QComboBox*>(QStringLiteral("CmbSort"))->view()->window(), "frmViewDesigner-dropped");
+}
+
+// A base part with a static text, fonts and colours, and two tabs.
+void layOut(model::Document& sample) {
+    model::DatabaseModel& db = sample.CurrDB20;
+    db.NumForms = 3;
+    db.StartForm = 5;
+    const auto add = [&db](std::size_t part, std::uint8_t field, const char* caption) -> model::FormItem& {
+        model::FormDef& form = db.Forms[part];
+        model::FormItem& item = form.Items[form.NumItems];
+        item = forms::newRow(db, field);
+        item.Caption = caption;
+        item.Row = form.NumItems++;
+        return item;
+    };
+    db.Forms[0].FormByte = 60;
+    model::FormItem& heading = add(0, forms::kStaticText, "The harbour's books");
+    heading.ItemKind = 3;
+    heading.LabelFore = {255, 255, 255};
+    heading.LabelBack = {0, 0, 153};
+    heading.ItemByte2 = 1;
+    add(0, kTitle, "Title").ItemByte1 = 1;
+    add(0, kPrice, "Price").DataFore = {128, 0, 0};
+    add(0, kLent, "Lent").ItemText = "Ticked while it is away.";
+    db.Forms[1].Name = "Shelf";
+    add(1, kShelf, "Shelf").ItemByte2 = forms::kAsCombo;
+    add(1, kBought, "Bought");
+    add(1, kNotes, "Notes").LabelBack = {255, 255, 204};
+    add(2, kPicture, "Cover");
+}
+
+TEST_P(Pictures, formDesigner) {
+    model::Document sample;
+    makeSample(sample, regional);
+    layOut(sample);
+    desktop::frmDesignForm dialog(sample, services, nullptr);
+    showAndKeep(dialog, "frmDesignForm");
+    auto* screen = dialog.findChild<desktop::FormScreen*>(QStringLiteral("BoxControl"));
+    screen->setFocus();
+    for (int row = 0; row < 4; ++row)
+        QTest::keyClick(screen, Qt::Key_Down);
+    dialog.resize(1340, 720);
+    QTest::mouseClick(dialog.findChild<QWidget*>(QStringLiteral("chkShowValues")), Qt::LeftButton, {}, {8, 10});
+    keep(dialog, "frmDesignForm-values");
+    desktop::dlgColour colours(QStringLiteral("Text Colour"), {255, 0, 0}, nullptr);
+    showAndKeep(colours, "dlgColour");
+    desktop::dlgPopHlp help(services, "Ticked while it is away.", nullptr);
+    showAndKeep(help, "dlgPopHlp");
+}
+
+TEST_P(Pictures, pictureDialog) {
+    openSample();
+    QImage image(200, 150, QImage::Format_RGB32);
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            image.setPixel(x, y, qRgb(x * 255 / 199, y * 255 / 149, (x + y) % 256));
+    desktop::dlgImportPicture import(image, nullptr);
+    showAndKeep(import, "dlgImportPicture");
+    ASSERT_TRUE(forms::setPicture(doc(), services, model::kFirstDataRow, kPicture,
+                                  forms::writePalmBitmap(import.bitmap()).value(), forms::systemRandom())
+                    .ok());
+    desktop::frmEditImage dialog(doc(), services, model::kFirstDataRow, kPicture, nullptr);
+    showAndKeep(dialog, "frmEditImage");
 }
 
 TEST_P(Pictures, properties) {

@@ -186,13 +186,13 @@ TEST(Commands, withoutADocumentOnlyTheFiveButtonsAnswer) {
 }
 
 TEST(Commands, whatIsStillToComeStaysDisabled) {
-    for (const auto name : {"mnuFileImport", "mnuFileExport", "mnuFilePageSetup", "mnuFilePrint",
-                            "mnuFilePrintPreview", "mnuFormDesigner", "mnuEditUndo"})
+    for (const auto name :
+         {"mnuFileImport", "mnuFileExport", "mnuFilePageSetup", "mnuFilePrint", "mnuFilePrintPreview", "mnuEditUndo"})
         EXPECT_FALSE(isEnabled(find(name), 1, 1)) << name;
     for (const auto name :
          {"mnuFileSaveInstall", "mnuRecordAdd", "mnuColumnConvertToKeys", "mnuToolsSecurity", "mnuRowDeleteRec",
           "mnuColumnSorta", "mnuColumnSortd", "mnuFind", "mnuFindNext", "mnuFindPrevious",
-          "mnuRecalculateExpressions", "mnuViewFieldProp", "mnuFieldProps", "mnuToolsPDBPorps"})
+          "mnuRecalculateExpressions", "mnuViewFieldProp", "mnuFieldProps", "mnuFormDesigner", "mnuToolsPDBPorps"})
         EXPECT_TRUE(isEnabled(find(name), 1, 1)) << name;
 }
 

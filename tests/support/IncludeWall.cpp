@@ -24,7 +24,7 @@ struct Alcoves {
 const std::array kAlcoves = {
     Alcoves{"core/calc", {"values", "cells", "expressions", "conditions"}},
     Alcoves{"cli", {"frame", "rows", "inspect", "schema", "script", "verbs"}},
-    Alcoves{"desktop", {"platform", "grid", "dialogs", "document", "main"}},
+    Alcoves{"desktop", {"platform", "grid", "forms", "dialogs", "document", "main"}},
 };
 
 std::string_view firstPart(std::string_view path) {

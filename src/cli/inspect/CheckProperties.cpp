@@ -20,7 +20,9 @@ namespace layout = pdb::layout;
 using model::DatabaseModel;
 using model::FieldType;
 
-constexpr int kStaticText = 255;     // a form's row without a field
+constexpr int kStaticText = 255; // a form's row without a field
+constexpr int kLastFont = 3;
+constexpr int kScreenPixels = 160;
 constexpr int kPreviousRecord = 100; // a token's slot in the record before is its code less this
 constexpr std::uint32_t kNow = 79;   // in the simple form the present time has the code of a field
 constexpr std::string_view kOperators = "=!<L>JhHsS";
@@ -186,9 +188,17 @@ void checkForms(const DatabaseModel& db, RecordFindings& out) {
         out.add("StartForm is " + std::to_string(db.StartForm) + ", NumForms " + std::to_string(db.NumForms));
     for (std::size_t slot = 0; slot < db.NumForms; ++slot) {
         const model::FormDef& form = db.Forms[slot];
-        for (const model::FormItem& item : std::span(form.Items).first(form.NumItems))
+        const std::string owner = numbered("form", slot, form.Name);
+        if (form.FormByte > kScreenPixels)
+            out.add(owner + " has its values at pixel " + std::to_string(form.FormByte) + ", beyond the screen");
+        for (const model::FormItem& item : std::span(form.Items).first(form.NumItems)) {
             if (item.Field != kStaticText)
-                out.needField(db, item.Field, numbered("form", slot, form.Name));
+                out.needField(db, item.Field, owner);
+            for (const std::uint8_t font : {item.ItemKind, item.ItemByte1})
+                if (font > kLastFont)
+                    out.add(owner + ": row " + std::to_string(item.Row) + " has the font " + std::to_string(font) +
+                            ", at most " + std::to_string(kLastFont));
+        }
     }
 }
 

@@ -4,6 +4,7 @@
 #include "core/calc/values/Ansi.h"
 #include "core/calc/values/Dates.h"
 #include "core/calc/values/Numbers.h"
+#include "core/forms/PalmBitmap.h"
 #include "core/pdb/Layout.h"
 
 #include <algorithm>
@@ -118,6 +119,10 @@ private:
         switch (static_cast<FieldType>(cell.type)) {
         case FieldType::Float:
             return checkFloat(cell, kind, at, where);
+        case FieldType::Image:
+            if (const auto read = forms::readPalmBitmap(cell.picture.of(m_file)); !read)
+                add(cell.picture.start, where + "the picture cannot be read: " + read.error().text);
+            return;
         case FieldType::List:
         case FieldType::RadioButton:
             if (cell.word != 0 && !kind.ids.test(cell.word))

@@ -78,7 +78,7 @@ constexpr std::array kCommands = {
     Command{"mnuViewFieldProp", "Field &Properties...", "Alt+Return", 0, "", "", WithDocument, kBuilt, "mnuView",
             kLine, "Change the field of the current column"},
 
-    Command{"mnuFormDesigner", "&Form Designer...", "", 26, "formdesg", "Form Designer", WithDocument, kToCome,
+    Command{"mnuFormDesigner", "&Form Designer...", "", 26, "formdesg", "Form Designer", WithDocument, kBuilt,
             "mnuTools", false, "Lay out the screens of the handheld"},
     Command{"mnuToolsSecurity", "&Security Setting...", "", 0, "", "", WithDocument, kBuilt, "mnuTools", false,
             "Set, change and delete passwords"},

@@ -11,6 +11,8 @@
 #include "desktop/dialogs/frmListEditor.h"
 #include "desktop/dialogs/frmMemoAw.h"
 #include "desktop/document/CellEditors.h"
+#include "desktop/forms/PictureTip.h"
+#include "desktop/forms/frmEditImage.h"
 #include "desktop/platform/Text.h"
 #include "ui_frmDocument.h"
 
@@ -53,6 +55,7 @@ void frmDocument::setPopUpMenus(QMenu* column, QMenu* row) {
 }
 
 void frmDocument::connectGrid() {
+    m_pictureTip = new PictureTip(grid(), m_services);
     connect(&grid(), &GridView::leavingCell, this, operation(kLeaveCell, &frmDocument::commit));
     connect(&grid(), &GridView::keyTyped, this,
             operation("Tallybook Form : Key Presseed in Grid", &frmDocument::typeOnCell));
@@ -85,6 +88,7 @@ void frmDocument::connectEditors() {
 
 void frmDocument::setDocument(model::Document* doc) {
     m_doc = doc;
+    m_pictureTip->setDocument(doc);
     m_editors->show({});
     grid().setModel(doc != nullptr ? &doc->grd : nullptr);
     viewGrid().setModel(doc != nullptr ? &doc->ViewGrd : nullptr);
@@ -129,7 +133,7 @@ void frmDocument::perform(const EditAction& action) {
         openRadio(action);
         break;
     case EditAction::Open::ImageDialog:
-        sayNotBuilt(platform::texts::kImageEditor);
+        openImage();
         break;
     case EditAction::Open::ExternalPicker:
         openExternalPicker(action);
@@ -306,8 +310,9 @@ void frmDocument::openListEditor() {
     showDocument();
 }
 
-void frmDocument::sayNotBuilt(std::string_view what) {
-    m_services.ui.message({platform::texts::notBuilt(what), platform::Icon::Information});
+void frmDocument::openImage() {
+    frmEditImage(*m_doc, m_services, m_doc->grd.row(), model::slotOfColumn(m_doc->grd.col()), this).exec();
+    showDocument();
 }
 
 void frmDocument::resizeEvent(QResizeEvent* event) {

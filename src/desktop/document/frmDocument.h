@@ -22,6 +22,7 @@ class frmDocument;
 namespace tallybook::desktop {
 
 class CellEditors;
+class PictureTip;
 class frmMemoAw;
 
 class frmDocument : public QWidget {
@@ -104,7 +105,7 @@ private:
     void openRadio(const document::EditAction& action);
     void openExternalPicker(const document::EditAction& action);
     void openListEditor();
-    void sayNotBuilt(std::string_view what);
+    void openImage();
 
     std::unique_ptr<Ui::frmDocument> m_ui;
     platform::Services& m_services;
@@ -112,6 +113,7 @@ private:
     CellEditors* m_editors;
     std::unique_ptr<QtTextMeasure> m_measure;
     bool m_choosesByKey = false; // in the closed list of a combo: the focus stays there
+    PictureTip* m_pictureTip = nullptr;
     QMenu* m_columnMenu = nullptr;
     QMenu* m_rowMenu = nullptr;
 };

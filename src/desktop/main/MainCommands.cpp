@@ -4,6 +4,7 @@
 #include "core/document/edit/Records.h"
 #include "core/document/file/OpenSave.h"
 #include "core/document/file/SecuritySetting.h"
+#include "core/document/grid/Cells.h"
 #include "core/document/grid/Recalculate.h"
 #include "core/document/views/Sort.h"
 #include "core/document/views/ViewPlace.h"
@@ -23,6 +24,7 @@
 #include "desktop/dialogs/frmUser.h"
 #include "desktop/document/CellEditors.h"
 #include "desktop/document/frmDocument.h"
+#include "desktop/forms/frmDesignForm.h"
 #include "desktop/main/CommandBars.h"
 #include "desktop/main/frmMain.h"
 #include "desktop/platform/Text.h"
@@ -69,6 +71,7 @@ std::span<const frmMain::Route> frmMain::routes() {
         {"mnuViewFieldTypes", &frmMain::changeDisplay, "Tallybook Pocket : Field Types"},
         {"mnuViewFieldProp", &frmMain::fieldProps, "Tallybook Pocket : Field Properties"},
         {"mnuFieldProps", &frmMain::fieldProps, "Tallybook Pocket : Field Properties"},
+        {"mnuFormDesigner", &frmMain::mnuFormDesigner, "Tallybook Pocket : Form Designer"},
         {"mnuToolsSecurity", &frmMain::mnuToolsSecurity, "Tallybook Pocket : Security Setting"},
         {"mnuToolsPDBPorps", &frmMain::mnuToolsPDBPorps, "Tallybook Pocket : Tallybook Properties"},
         {"mnuRecalculateExpressions", &frmMain::mnuRecalculateExpressions,
@@ -250,6 +253,13 @@ void frmMain::fieldProps() {
     if (form.exec() == QDialog::Accepted)
         design::fieldPropsAccepted(*m_doc, m_services, m_choices);
     m_document->leaveHiddenRows();
+}
+
+void frmMain::mnuFormDesigner() {
+    document::saveCell(*m_doc, m_services);
+    if (!document::refuseReadOnly(*m_doc, m_services) &&
+        pdb::AuthorizeDB(*m_doc, m_services, model::PasswordKind::Design))
+        frmDesignForm(*m_doc, m_services, this).exec();
 }
 
 void frmMain::mnuToolsSecurity() {

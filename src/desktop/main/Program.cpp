@@ -6,6 +6,7 @@
 #include "adapters/InstanceLock.h"
 #include "adapters/PosixFiles.h"
 #include "adapters/SystemClock.h"
+#include "core/forms/ImageCell.h"
 #include "core/handheld/Users.h"
 #include "core/platform/Ansi.h"
 #include "core/platform/AppFolders.h"
@@ -62,6 +63,7 @@ int run() {
     const Instance instance(platform::lockFolder(files, surroundings), ui);
     if (!instance.mayRun())
         return 0;
+    forms::dropStrayPictures(services);
     std::error_code ignored; // a path is never left to the current folder
     std::filesystem::current_path(services.applicationFolder, ignored);
     ui.setSupportPage(QStringLiteral(TALLYBOOK_SUPPORT_PAGE));

@@ -3,6 +3,7 @@
 #include "core/document/edit/CellEditing.h"
 #include "core/document/file/OpenSave.h"
 #include "core/document/views/Views.h"
+#include "core/forms/ImageCell.h"
 #include "core/platform/Operation.h"
 #include "core/platform/OwnTexts.h"
 #include "core/shell/OpenChoice.h"
@@ -173,6 +174,7 @@ void frmMain::showState() {
 // Shows a document that has been made or read; what was open before is gone.
 void frmMain::loadDocument(std::unique_ptr<model::Document> doc) {
     m_document->setDocument(nullptr);
+    dropDocument();
     m_doc = std::move(doc);
     document::FormatGrid(*m_doc, m_choices);
     document::bestFit1(*m_doc, m_services, m_document->measure());
@@ -204,10 +206,17 @@ bool frmMain::closeDocument() {
     return true;
 }
 
+// Pictures that were not saved go with it.
+void frmMain::dropDocument() {
+    if (m_doc != nullptr)
+        forms::dropPictures(*m_doc, m_services);
+    m_doc.reset();
+}
+
 void frmMain::HandleDocumentClose() {
     m_document->setDocument(nullptr);
     m_pages->setCurrentIndex(0);
-    m_doc.reset();
+    dropDocument();
     setDocState(0);
     showState();
 }

@@ -73,6 +73,7 @@ private:
     void mnuViewStatusBar();
     void changeDisplay(); // mnuViewNotUsedFields, mnuViewFieldTypes
     void fieldProps();    // mnuViewFieldProp, mnuFieldProps
+    void mnuFormDesigner();
     void mnuToolsSecurity();
     void mnuToolsPDBPorps();
     void mnuRecalculateExpressions();
@@ -104,6 +105,7 @@ private:
     void loadDocument(std::unique_ptr<model::Document> doc);
     bool closeDocument();
     bool mayCloseDocument();
+    void dropDocument();
     void HandleDocumentClose();
     void setDocState(shell::DocState state);
     void showState();
