@@ -11,7 +11,7 @@
 
 namespace tallybook::bench {
 
-// Median microseconds by name, as "open/65448x20".
+// Median microseconds by name, as "open/texts".
 using Medians = std::map<std::string, double>;
 
 // The usual report, remembering the medians.

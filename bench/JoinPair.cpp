@@ -1,5 +1,7 @@
 #include "JoinPair.h"
 
+#include "core/platform/Ansi.h"
+
 #include <array>
 #include <stdexcept>
 
@@ -137,7 +139,7 @@ void JoinPair::compare() {
     std::uint64_t ours = 0;
     for (const int place : {0, 3, 4, 5})
         doc->grd.column(columnOfSlot(m_firstSlot + place)).eachText([&](std::uint32_t, std::string_view text) {
-            ours += text.size();
+            ours += platform::ansi::toUtf8(text).size();
         });
     if (ours == 0 || ours != m_sqlite.texts("SELECT a.f1, b.f2, b.f4, b.f8" + m_tables))
         throw std::runtime_error("the joins differ");

@@ -3,6 +3,7 @@
 #include "Queries.h"
 #include "core/calc/values/Dates.h"
 #include "core/calc/values/Numbers.h"
+#include "core/platform/Ansi.h"
 
 #include <stdexcept>
 
@@ -80,7 +81,7 @@ SqliteValues::SqliteValues(const model::Document& doc, Dates dates)
             else if (column.kind == Kind::Real)
                 column.reals.push_back(text.empty() ? 0 : std::stod(text));
             else
-                column.texts.push_back(std::move(text));
+                column.texts.push_back(platform::ansi::toUtf8(text)); // SQLite takes texts for nothing else
         }
     }
 }

@@ -3,8 +3,11 @@
 #include "core/document/file/OpenSave.h"
 #include "core/platform/AppFolders.h"
 
+#include <cstdlib>
+#include <ctime>
 #include <random>
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 
 namespace tallybook::bench {
@@ -30,6 +33,16 @@ std::vector<int> columnsWithTexts(const model::Document& doc) {
 }
 
 } // namespace
+
+Nanoseconds clockNow() {
+    static const bool ofProcess = [] {
+        const char* clock = std::getenv("TALLYBOOK_BENCH_CLOCK");
+        return clock != nullptr && std::string_view(clock) == "cpu";
+    }();
+    timespec now{};
+    clock_gettime(ofProcess ? CLOCK_PROCESS_CPUTIME_ID : CLOCK_MONOTONIC, &now);
+    return std::chrono::seconds(now.tv_sec) + Nanoseconds(now.tv_nsec);
+}
 
 Workbench::Workbench(std::filesystem::path folder)
     : m_services{m_user, m_screen, m_files, m_clock, m_regional, std::move(folder)} {

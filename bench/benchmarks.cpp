@@ -13,6 +13,7 @@
 #include "Workbench.h"
 #include "adapters/Heap.h"
 #include "adapters/PosixFiles.h"
+#include "core/calc/values/TextFinder.h"
 #include "core/document/edit/Records.h"
 #include "core/document/grid/GridDisplay.h"
 #include "core/model/Document.h"
@@ -33,8 +34,39 @@ using namespace tallybook;
 using namespace tallybook::bench;
 namespace fs = std::filesystem;
 
-constexpr std::array<samples::LargeTable, 4> kTables = {
-    {{1000, 20, 100}, {10000, 20, 100}, {65448, 20, 100}, {65448, 80, 10}}};
+constexpr int kMostRecords = 65448;
+constexpr int kFields = 20;
+
+// A table to measure, and what its files and benchmarks are called.
+struct Table {
+    std::string name;
+    samples::LargeTable shape;
+};
+
+// Long texts are made of the words of two languages, as people write them, but for those that hold the text that is
+// sought and not to be found.
+const std::vector<std::string>& realWords() {
+    static const std::vector<std::string> all = [] {
+        const std::array<std::string, 2> files = {"/usr/share/dict/american-english", "/usr/share/dict/ngerman"};
+        std::vector<std::string> words = samples::readWords(files);
+        const calc::TextFinder absent(kAbsentText, calc::TextCase::Folded);
+        std::erase_if(words, [&](const std::string& word) { return absent.find(word) != std::string::npos; });
+        return words;
+    }();
+    return all;
+}
+
+// Two small ones to see how costs grow, and four at the format's limit.
+std::vector<Table> tables() {
+    using samples::LargeKind;
+    return {{"1000", {1000, kFields}},
+            {"10000", {10000, kFields}},
+            {"mixed", {kMostRecords, kFields}},
+            {"numbers", {.records = kMostRecords, .kind = LargeKind::Numbers}},
+            {"texts", {.records = kMostRecords, .kind = LargeKind::Texts, .words = realWords()}},
+            {"sparse", {kMostRecords, 80, 10}}};
+}
+
 constexpr int kJoinedFields = 20; // joins need slots of their own
 constexpr int kRepetitions = 9;
 constexpr int kEdits = 1000; // single edits are too short for the clock: a run is so many of them
@@ -53,16 +85,11 @@ std::uint64_t filledCells(const model::Document& doc) {
     return filled;
 }
 
-// "65448x20": names a table's files and benchmarks.
-std::string nameOf(const samples::LargeTable& table) {
-    return std::to_string(table.records) + "x" + std::to_string(table.fields);
-}
-
 // One table as a file of ours, as a file of SQLite, and open. Made once, before anything is measured.
 struct Subject {
-    Subject(const fs::path& folder, const samples::LargeTable& table) : bench(folder), name(nameOf(table)) {
+    Subject(const fs::path& folder, const Table& table) : bench(folder), name(table.name) {
         adapters::PosixFiles files;
-        if (!platform::writeWholeFile(files, file(), samples::large(table)))
+        if (!platform::writeWholeFile(files, file(), samples::large(table.shape)))
             throw std::runtime_error("cannot write " + file().string());
         doc = bench.open(file());
         fs::remove(sqliteFile(folder, name));
@@ -208,8 +235,12 @@ Nanoseconds sqliteSortDate(Subject& subject) {
     return sqliteIds(subject, orderBy(subject, model::FieldType::Date));
 }
 
+// Numbers cannot hold it, so that SQLite need not look at them.
 Nanoseconds sqliteFind(Subject& subject) {
-    return sqliteIds(subject, anyLike(slotsOf(subject.doc->CurrDB20, model::FieldType::Text)), contains(kAbsentText));
+    std::vector<int> slots = slotsOf(subject.doc->CurrDB20, model::FieldType::Text);
+    for (const int slot : slotsOf(subject.doc->CurrDB20, model::FieldType::Memo))
+        slots.push_back(slot);
+    return sqliteIds(subject, anyLike(slots), contains(kAbsentText));
 }
 
 Nanoseconds sqliteFindDigits(Subject& subject) {
@@ -408,13 +439,13 @@ int main(int argc, char** argv) {
         return 2;
     std::vector<std::unique_ptr<Subject>> subjects;
     std::vector<TableFacts> facts;
-    for (const samples::LargeTable& table : kTables) {
+    for (const Table& table : tables()) {
         Subject& subject = *subjects.emplace_back(std::make_unique<Subject>(dataFolder(), table));
-        facts.push_back({subject.name, table.records, filledCells(*subject.doc), fs::file_size(subject.file()),
+        facts.push_back({subject.name, table.shape.records, filledCells(*subject.doc), fs::file_size(subject.file()),
                          freshMemory(dataFolder(), subject.name)});
         compareResults(subject);
         for (const Measure& measure : measures())
-            if (table.fields <= measure.mostFields)
+            if (table.shape.fields <= measure.mostFields)
                 registerMeasure(measure, subject);
     }
     MedianReporter reporter;

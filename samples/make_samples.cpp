@@ -7,7 +7,9 @@
 #include <CLI/CLI.hpp>
 #include <filesystem>
 #include <iostream>
+#include <map>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -46,8 +48,18 @@ int main(int argc, char** argv) {
     app.add_option("--filled", table.filled, "Cells of a hundred that are filled")
         ->needs(large)
         ->check(CLI::Range(0, 100));
+    const std::map<std::string, samples::LargeKind> kinds = {{"mixed", samples::LargeKind::Mixed},
+                                                             {"numbers", samples::LargeKind::Numbers},
+                                                             {"texts", samples::LargeKind::Texts}};
+    app.add_option("--kind", table.kind, "What they are filled with")
+        ->needs(large)
+        ->transform(CLI::CheckedTransformer(kinds));
+    std::vector<std::string> wordFiles;
+    app.add_option("--words", wordFiles, "Files with a word a line, for texts")->needs(large);
     try {
         app.parse(argc, argv);
+        const std::vector<std::string> words = samples::readWords(wordFiles);
+        table.words = words;
         const bool good = largeFile.empty() ? writeSamples(std::filesystem::absolute(folder))
                                             : write(std::filesystem::absolute(largeFile), samples::large(table));
         return good ? 0 : 1;

@@ -9,7 +9,9 @@
 #include <gtest/gtest.h>
 #include <iterator>
 #include <set>
+#include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace tallybook::cli {
 namespace {
@@ -133,6 +135,33 @@ TEST(SamplesTest, aLargeTableHasTheShapeAskedFor) {
     EXPECT_NE(info.find("Records: 500\n"), std::string::npos);
     EXPECT_NE(info.find("Fields: 81\n"), std::string::npos);
     EXPECT_EQ(samples::large({.records = 50}), samples::large({.records = 50}));
+}
+
+// 600 words, each third with an accent.
+std::vector<std::string> madeUpWords() {
+    std::vector<std::string> words;
+    for (int i = 0; i < 600; ++i) {
+        const std::string letters = {static_cast<char>('a' + i % 26), static_cast<char>('a' + i / 26)};
+        words.push_back((i % 3 == 0 ? "\xC3\xA9t\xC3\xA9" : "word") + letters);
+    }
+    return words;
+}
+
+TEST(SamplesTest, aLargeTableOfTextsIsMadeOfItsWords) {
+    const CommandTest test;
+    const std::vector<std::string> words = madeUpWords();
+    const samples::LargeTable table{.records = 300, .kind = samples::LargeKind::Texts, .words = words};
+    test.put("MS2_Texts.pdb", samples::large(table));
+    EXPECT_EQ(test.run({"check", "MS2_Texts.pdb"}).out, "");
+    EXPECT_NE(test.run({"cells", "MS2_Texts.pdb", "--csv"}).out.find("\xC3\xA9t\xC3\xA9"), std::string::npos);
+    EXPECT_EQ(samples::large(table), samples::large(table));
+    EXPECT_THROW(samples::large({.records = 1, .kind = samples::LargeKind::Texts}), std::runtime_error);
+}
+
+TEST(SamplesTest, aLargeTableOfNumbersHasNothingWrong) {
+    const CommandTest test;
+    test.put("MS2_Numbers.pdb", samples::large({.records = 300, .kind = samples::LargeKind::Numbers}));
+    EXPECT_EQ(test.run({"check", "MS2_Numbers.pdb"}).out, "");
 }
 
 // 4 pixels by 2, 16 greys: black, two greys, white; then a white row.
