@@ -73,15 +73,63 @@ TEST(TextColumn, keepsTextsOfEveryLengthAndByte) {
         EXPECT_EQ(textOf(column, static_cast<std::uint32_t>(row * 100)), texts[row]) << row;
 }
 
-TEST(TextColumn, tellsWhichCharacterNoTextHas) {
+TEST(TextColumn, showsANulAmongItsTextsOnlyWhereOneHasIt) {
+    const auto hasNul = [](const TextColumn& column, std::uint32_t block) {
+        return column.plainTexts(block).find('\0') != std::string_view::npos;
+    };
     TextColumn column;
-    EXPECT_TRUE(column.plainTextsLack('\0'));
-    column.setText(3, "text");
-    column.setText(1000, "another");
-    EXPECT_TRUE(column.plainTextsLack('\0'));
-    EXPECT_FALSE(column.plainTextsLack('h'));
+    for (const std::uint32_t length : {1u, 254u, 255u, 256u, 4096u, 70000u})
+        column.setText(length % 256, std::string(length, 'x'));
+    EXPECT_FALSE(hasNul(column, 0));
     column.setText(600, std::string("a\0b", 3)); // a block of its own
-    EXPECT_FALSE(column.plainTextsLack('\0'));
+    EXPECT_FALSE(hasNul(column, 0));
+    EXPECT_TRUE(hasNul(column, 2));
+}
+
+TEST(TextColumn, takesABlockThatWasGathered) {
+    TextColumn column;
+    column.setText(250, "goes");
+    column.setText(300, "stays");
+    TextStage stage;
+    EXPECT_TRUE(stage.empty());
+    stage.addText(3, "three");
+    stage.addWord(7, 8);
+    stage.addText(255, std::string(300, 'y'));
+    EXPECT_TRUE(stage.isBehind(256));
+    EXPECT_FALSE(stage.isBehind(255));
+    column.setCoder(std::make_unique<DigitCoder>());
+    column.setBlock(0, stage);
+    EXPECT_EQ(textOf(column, 3), "three");
+    EXPECT_EQ(column.word(7), 8u);
+    EXPECT_EQ(textOf(column, 255), std::string(300, 'y'));
+    EXPECT_FALSE(column.has(250));
+    EXPECT_EQ(textOf(column, 300), "stays");
+    EXPECT_EQ(column.cells(), 4u);
+    column.setText(4, "four"); // a block like any other from now on
+    column.erase(3);
+    EXPECT_EQ(textOf(column, 4), "four");
+    EXPECT_EQ(textOf(column, 255), std::string(300, 'y'));
+    stage.clear();
+    stage.addText(0, "next");
+    column.setBlock(5, stage);
+    EXPECT_EQ(textOf(column, 1280), "next");
+    EXPECT_FALSE(column.has(1024));
+}
+
+TEST(TextColumn, showsABlockAsItLies) {
+    TextColumn column;
+    column.setCoder(std::make_unique<DigitCoder>());
+    column.setText(256, "5");
+    column.setText(511, "plain");
+    const StoredBlock block = column.storedBlock(1);
+    ASSERT_EQ(block.words.size(), 2u);
+    EXPECT_TRUE(bitOf(block.filled, 0));
+    EXPECT_TRUE(bitOf(block.filled, 255));
+    EXPECT_FALSE(bitOf(block.plain, 0));
+    EXPECT_TRUE(bitOf(block.plain, 255));
+    EXPECT_EQ(block.texts->at(block.words[1]), "plain");
+    EXPECT_TRUE(column.storedBlock(0).words.empty());
+    EXPECT_TRUE(column.storedBlock(9).words.empty());
 }
 
 TEST(TextColumn, takesAnEmptyTextForAnAbsentCell) {

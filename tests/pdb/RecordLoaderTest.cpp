@@ -41,6 +41,38 @@ TEST(LoadRecord, readsCategoryAndKey) {
     EXPECT_EQ(doc.RecKeys[1], -2);
 }
 
+// Records that follow each other are read a block of 256 at a time: one that is unlike the others must neither be
+// lost nor change what stands around it. Slot 1 is a Text, slot 2 an Integer.
+TEST(LoadRecord, keepsItsNeighboursWhereOneIsUnlikeThem) {
+    const struct {
+        const char* cells;
+        const char* shown;
+    } odd[] = {
+        {"01 01 01 'a' 00  01 01 01 'b' 00  02 02 0007", "b|7"}, // a slot twice
+        {"01 01 01 'a' 00  01 01 00 00  02 02 0007", "|7"},      // and empty the second time
+        {"03 01 00000009  02 02 0007", "|7"},                    // a cell of another type
+        {"02 01 0009  01 02 02 '12' 00", "9|12"},                // two of them, changed for each other
+        {"02 02 0007  01 01 01 'a' 00", "a|7"},                  // slots in another order
+        {"01 01 05 'ab' 00  02 02 0007", "ab|7"},                // a length that is none
+        {"01 01 00 00  02 02 0000", "|0"},
+    };
+    for (const auto& [cells, shown] : odd) {
+        for (const int place : {0, 1, 255, 256, 299}) {
+            RawFile file;
+            file.set(1, "01 03 00 00 00*10 00 00  01 01 00*10 00 00  02 02 00*10 00 00");
+            for (int record = 0; record < 300; ++record)
+                file.add("57 00 00000001 " + std::string(record == place ? cells : "01 01 02 'xy' 00  02 02 0005") +
+                         " 00 00");
+            model::Document doc;
+            ASSERT_TRUE(readDatabase(doc, file.bytes(), "x", {}).ok());
+            for (int record = 0; record < 300; ++record)
+                ASSERT_EQ(doc.grd.text(record + 2, 2) + "|" + doc.grd.text(record + 2, 3),
+                          record == place ? shown : "xy|5")
+                    << cells << ": record " << record << " beside " << place;
+        }
+    }
+}
+
 TEST(LoadRecord, stopsAtItsEndMarkOrABadSlot) {
     const struct {
         const char* name;

@@ -78,6 +78,19 @@ void TextColumn::setPlainText(std::uint32_t row, std::string_view text) {
         compact(block);
 }
 
+void TextColumn::setBlock(std::uint32_t block, const TextStage& stage) {
+    if (block >= m_blocks.size()) {
+        if (stage.empty())
+            return;
+        m_blocks.resize(block + 1);
+    }
+    Block& to = m_blocks[block];
+    to.words.assign(stage.m_words.filled(), stage.m_words.values());
+    to.plain = stage.m_plain;
+    to.texts = stage.m_texts.copy();
+    to.unused = 0;
+}
+
 void TextColumn::erase(std::uint32_t row) {
     if (!has(row))
         return;

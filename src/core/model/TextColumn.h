@@ -22,6 +22,29 @@ struct StoredCell {
     std::string_view text; // lies in the column, until it changes
 };
 
+// Cells for a block of 256 rows that is made anew, given in the order of the rows, as WordStage.
+class TextStage {
+public:
+    bool empty() const { return m_words.empty(); }
+    bool isBehind(std::uint32_t place) const { return m_words.isBehind(place); }
+    void addWord(std::uint32_t place, std::uint32_t word) { m_words.add(place, word); }
+    void addText(std::uint32_t place, std::string_view text) { // not empty
+        m_words.add(place, m_texts.append(text));
+        setBit(m_plain, place);
+    }
+    void clear() {
+        m_words.clear();
+        m_plain = {};
+        m_texts.clear();
+    }
+
+private:
+    friend class TextColumn;
+    WordStage m_words;
+    RowBits m_plain{};
+    TextRun m_texts;
+};
+
 // Rows are kept in blocks of 256 as in WordColumn. The word of a cell is either what the column's coder makes
 // of its text, or, when the row's `plain` bit is set, the place of the text in the block's own run of texts. An
 // empty text is an absent cell. No cell is a heap block of its own, and every change takes bounded time.
@@ -87,17 +110,22 @@ public:
         return {StoredCell::Kind::Word, word, {}};
     }
 
+    // A block as it lies; empty for one that has never had a cell.
+    StoredBlock storedBlock(std::uint32_t block) const {
+        if (block >= m_blocks.size())
+            return {};
+        const Block& stored = m_blocks[block];
+        return {stored.words.filled(), stored.plain, stored.words.values(), &stored.texts};
+    }
+
+    // The rows from block * 256 on get the cells that were staged, and no others. Staged words are words of the
+    // column's coder, and staged texts have none.
+    void setBlock(std::uint32_t block, const TextStage& stage);
+
     // The bytes among which the plain texts of the rows from block * 256 on lie, other bytes between them. What is
     // not found in there is in none of these texts.
     std::string_view plainTexts(std::uint32_t block) const {
         return block < m_blocks.size() ? m_blocks[block].texts.bytes() : std::string_view();
-    }
-
-    // True only when no text that is kept as it is has the character.
-    bool plainTextsLack(char character) const {
-        return std::all_of(m_blocks.begin(), m_blocks.end(), [character](const Block& block) {
-            return block.texts.bytes().find(character) == std::string_view::npos;
-        });
     }
 
     // The word of a row, when its text has the coder's form.

@@ -11,17 +11,18 @@
 namespace tallybook::model {
 
 // A text is found by its place and stays where it is; there is no taking out. Most texts are short: a length is a
-// byte, or 255 and four bytes. Less work than a string of strings, as new room is not cleared ahead of its use.
+// byte, or 255 and five bytes of seven bits each with the eighth set, so that no byte is a NUL that is not one of a
+// text. Less work than a string of strings, as new room is not cleared ahead of its use. Texts are not empty.
 class TextRun {
 public:
     // The bytes that a text of a length takes.
     static std::size_t storedSize(std::size_t length) {
-        return length + (length < kShortLength ? 1 : 1 + sizeof(std::uint32_t));
+        return length + (length < kShortLength ? 1 : 1 + kLengthBytes);
     }
 
     std::size_t size() const { return m_size; }
 
-    // All texts with their lengths.
+    // All texts with their lengths. There is a NUL among them only when a text has one.
     std::string_view bytes() const { return {m_bytes.get(), m_size}; }
 
     // Puts a text behind the others and gives its place.
@@ -44,12 +45,16 @@ public:
     // A run of its own with the same texts at the same places.
     TextRun copy() const {
         TextRun made;
+        if (m_size == 0)
+            return made;
         made.setRoom(m_size);
-        if (m_size > 0)
-            std::memcpy(made.m_bytes.get(), m_bytes.get(), m_size);
+        std::memcpy(made.m_bytes.get(), m_bytes.get(), m_size);
         made.m_size = m_size;
         return made;
     }
+
+    // Forgets the texts and keeps the room.
+    void clear() { m_size = 0; }
 
     // Makes or takes away room, down to the texts that are there.
     void setRoom(std::size_t room) {
@@ -70,19 +75,25 @@ public:
 private:
     static constexpr std::size_t kShortLength = 255; // the length byte that says that four bytes of length follow
 
+    static constexpr std::size_t kLengthBytes = 5;
+    static constexpr unsigned kLengthBits = 7;
+    static constexpr unsigned kMark = 0x80;
+
     static char* putLength(char* out, std::size_t length) {
         *out++ = static_cast<char>(std::min(length, kShortLength));
         if (length < kShortLength)
             return out;
-        const auto four = static_cast<std::uint32_t>(length);
-        std::memcpy(out, &four, sizeof four);
-        return out + sizeof four;
+        std::uint64_t left = length;
+        for (std::size_t i = 0; i < kLengthBytes; ++i, left >>= kLengthBits)
+            *out++ = static_cast<char>(left | kMark);
+        return out;
     }
 
     static std::string_view longTextAt(const char* length) {
-        std::uint32_t size = 0;
-        std::memcpy(&size, length, sizeof size);
-        return {length + sizeof size, size};
+        std::size_t size = 0;
+        for (std::size_t i = kLengthBytes; i-- > 0;)
+            size = size << kLengthBits | (static_cast<unsigned char>(length[i]) & (kMark - 1));
+        return {length + kLengthBytes, size};
     }
 
     std::unique_ptr<char[]> m_bytes;

@@ -30,12 +30,20 @@ RowBits bitsOfBlock(std::span<const std::uint64_t> rows, std::size_t block) {
     return bits;
 }
 
-std::uint32_t WordBlock::countBefore(std::uint32_t place) const {
+std::uint32_t countBitsBefore(const RowBits& bits, std::uint32_t place) {
     std::uint32_t count = 0;
-    for (std::uint32_t word = 0; word < place >> 6; ++word)
-        count += bitCount(m_filled[word]);
+    for (std::uint32_t group = 0; group < place >> 6; ++group)
+        count += bitCount(bits[group]);
     const std::uint64_t below = (std::uint64_t{1} << (place & 63)) - 1;
-    return count + bitCount(m_filled[place >> 6] & below);
+    return count + bitCount(bits[place >> 6] & below);
+}
+
+void WordBlock::assign(const RowBits& filled, std::span<const std::uint32_t> values) {
+    m_filled = filled;
+    m_values.assign(values.begin(), values.end());
+    m_end = kBlockRows;
+    while (m_end > 0 && !has(m_end - 1))
+        --m_end;
 }
 
 void WordBlock::setInside(std::uint32_t place, std::uint32_t value) {
@@ -60,6 +68,15 @@ void WordColumn::beginBlock(std::uint32_t index) {
         m_blocks.resize(index + 1);
     if (index > 0)
         m_blocks[index].reserveLike(m_blocks[index - 1]);
+}
+
+void WordColumn::setBlock(std::uint32_t block, const WordStage& stage) {
+    if (block >= m_blocks.size()) {
+        if (stage.empty())
+            return;
+        m_blocks.resize(block + 1);
+    }
+    m_blocks[block].assign(stage.filled(), stage.values());
 }
 
 void WordColumn::erase(std::uint32_t row) {

@@ -15,6 +15,8 @@ namespace tallybook::model {
 inline constexpr std::uint32_t kBlockRows = 256;
 inline constexpr std::uint32_t kGroupRows = 64; // whose bits fit into one number
 
+class TextRun;
+
 using RowBits = std::array<std::uint64_t, kBlockRows / kGroupRows>;
 
 inline bool bitOf(const RowBits& bits, std::uint32_t place) {
@@ -36,6 +38,7 @@ inline RowBits commonBits(RowBits bits, const RowBits& others) {
     return bits;
 }
 std::uint32_t countBits(const RowBits& bits);
+std::uint32_t countBitsBefore(const RowBits& bits, std::uint32_t place); // of the rows ahead of one
 
 // The bits of a block's 256 rows out of those of all rows, where bit n of number g is row g * 64 + n; rows behind the
 // last number have none. And the number of blocks that the rows lie in.
@@ -75,6 +78,12 @@ public:
     std::uint64_t filled(std::uint32_t group) const { return m_filled[group]; }
     const RowBits& filled() const { return m_filled; }
 
+    // The values alone, in the order of their rows.
+    std::span<const std::uint32_t> values() const { return m_values; }
+
+    // Becomes these values, of the rows that have a bit in `filled`.
+    void assign(const RowBits& filled, std::span<const std::uint32_t> values);
+
     // Calls visit(place, value) for each row that has a value, in the order of the rows.
     template <class Visit> void each(Visit&& visit) const {
         const std::uint32_t* value = m_values.data();
@@ -83,6 +92,11 @@ public:
 
     // The value of a row that has one.
     std::uint32_t value(std::uint32_t place) const { return m_values[rank(place)]; }
+
+    // How many rows ahead of one have values. Without a gap it is the place itself.
+    std::uint32_t rank(std::uint32_t place) const {
+        return m_values.size() == m_end ? place : countBitsBefore(m_filled, place);
+    }
 
     void set(std::uint32_t place, std::uint32_t value) {
         if (place >= m_end) {
@@ -99,13 +113,46 @@ public:
 private:
     void setInside(std::uint32_t place, std::uint32_t value);
 
-    // How many rows ahead of one have values. Without a gap it is the place itself.
-    std::uint32_t rank(std::uint32_t place) const { return m_values.size() == m_end ? place : countBefore(place); }
-    std::uint32_t countBefore(std::uint32_t place) const;
-
     RowBits m_filled{};
     std::uint32_t m_end = 0; // the last row with a value, plus 1
     std::vector<std::uint32_t> m_values;
+};
+
+// Values for a block of 256 rows that is made anew, given in the order of the rows. Its room serves for one block
+// after the other, so that a column takes no more than what its values need.
+class WordStage {
+public:
+    bool empty() const { return m_count == 0; }
+    // True when the place is behind all that have a value.
+    bool isBehind(std::uint32_t place) const { return place >= m_end; }
+    void add(std::uint32_t place, std::uint32_t value) { // a place behind the others
+        m_values[m_count++] = value;
+        setBit(m_filled, place);
+        m_end = place + 1;
+    }
+    void clear() {
+        m_filled = {};
+        m_count = 0;
+        m_end = 0;
+    }
+    const RowBits& filled() const { return m_filled; }
+    std::span<const std::uint32_t> values() const { return std::span(m_values).first(m_count); }
+
+private:
+    std::array<std::uint32_t, kBlockRows> m_values;
+    RowBits m_filled{};
+    std::uint32_t m_count = 0;
+    std::uint32_t m_end = 0;
+};
+
+// A block of 256 rows as it lies in its column, for a pass that goes through many: the rows that have a cell and, in
+// a column of texts, those of them that have a text of their own, a bit each; the words of the first in the order of
+// the rows, which for the others are the places of their texts. Lasts until the column changes.
+struct StoredBlock {
+    RowBits filled{};
+    RowBits plain{};
+    std::span<const std::uint32_t> words{};
+    const TextRun* texts = nullptr;
 };
 
 // The blocks of all rows.
@@ -125,6 +172,16 @@ public:
         const std::uint32_t block = group / (kBlockRows / kGroupRows);
         return block < m_blocks.size() ? m_blocks[block].filled(group % (kBlockRows / kGroupRows)) : 0;
     }
+    // A block as it lies; empty for one that has never had a value.
+    StoredBlock storedBlock(std::uint32_t block) const {
+        if (block >= m_blocks.size())
+            return {};
+        return {.filled = m_blocks[block].filled(), .words = m_blocks[block].values()};
+    }
+
+    // The rows from block * 256 on get the values that were staged, and no others.
+    void setBlock(std::uint32_t block, const WordStage& stage);
+
     void set(std::uint32_t row, std::uint32_t value) {
         const std::uint32_t index = row / kBlockRows;
         if (index >= m_blocks.size() || m_blocks[index].empty())

@@ -28,6 +28,9 @@ public:
     std::size_t left() const { return m_end - m_at; }
     bool ok() const { return !m_failed; }
 
+    // What is left, for a look ahead.
+    ByteSpan rest() const { return {m_data + m_at, left()}; }
+
     // Which record of the file the errors are about, from 0.
     void setRecord(int record) { m_record = record; }
 

@@ -5,6 +5,7 @@
 #include "core/model/Definitions.h"
 #include "core/platform/Files.h"
 
+#include <array>
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -49,6 +50,15 @@ public:
         bytes[0] = static_cast<std::uint8_t>(text.size());
         std::memcpy(bytes + 1, text.data(), text.size());
         bytes[text.size() + 1] = 0;
+    }
+    // The same behind two bytes.
+    void outCountedText(const std::array<std::uint8_t, 2>& front, std::string_view text) {
+        std::uint8_t* bytes = grow(front.size() + text.size() + 2);
+        bytes[0] = front[0];
+        bytes[1] = front[1];
+        bytes[2] = static_cast<std::uint8_t>(text.size());
+        std::memcpy(bytes + 3, text.data(), text.size());
+        bytes[text.size() + 3] = 0;
     }
     // The text and NULs up to the width. A text that is as long or longer stands whole, without a NUL.
     void outPaddedText(std::string_view text, std::size_t width);

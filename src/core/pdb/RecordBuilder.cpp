@@ -16,7 +16,6 @@ namespace tallybook::pdb {
 namespace {
 
 using model::FieldType;
-using model::StoredCell;
 using platform::Status;
 
 bool hasCells(FieldType type) {
@@ -65,8 +64,9 @@ std::uint32_t bitsOf(std::int32_t value) {
 } // namespace
 
 RecordBuilder::RecordBuilder(const model::Document& doc, platform::Services& services, OutRecords& out)
-    : m_doc(doc), m_services(services), m_out(out), m_thisYear(services.clock.now().year),
+    : m_doc(doc), m_services(services), m_out(out), m_thisYear(services.clock.now().year), m_categories(slotOf(0)),
       m_copy(services.files, doc.TempCopyPath) {
+    m_categories.type = FieldType::List; // whatever type a file gives them
     const int fields = model::highestField(doc.CurrDB20);
     for (int number = 1; number < fields; ++number)
         if (hasCells(doc.CurrDB20.Fields[static_cast<std::size_t>(number)].Type))
@@ -86,7 +86,6 @@ RecordBuilder::Slot RecordBuilder::slotOf(int number) const {
     slot.pictures = &m_doc.grd.pictures(column);
     slot.colours = &m_doc.grd.colours(column);
     slot.keys = &m_doc.CellVals.slotColumn(number);
-    slot.noNul = slot.texts->coder() == nullptr && slot.texts->plainTextsLack('\0');
     return slot;
 }
 
@@ -94,96 +93,130 @@ RecordBuilder::Slot RecordBuilder::slotOf(int number) const {
 Status RecordBuilder::buildRecord20(int record) {
     enterRow(record);
     m_bytes = &m_out.begin();
-    const std::uint32_t category = m_doc.CellLongs.slotColumn(0).get(m_row).value_or(0);
     m_bytes->outByte(layout::kFirstData);
-    m_bytes->outByte(static_cast<std::uint8_t>(category));
+    m_bytes->outByte(category());
     m_bytes->outLong(bitsOf(m_doc.RecKeys[record]));
-    for (const Slot& slot : m_slots) {
-        if ((slot.filled >> m_row % model::kGroupRows & 1) == 0)
+    for (Slot& slot : m_slots) {
+        const StoredCell cell = cellOf(slot);
+        if (cell.kind == StoredCell::Kind::Empty && slot.type != FieldType::Checkbox)
             continue;
-        if (Status built = buildCell(slot); !built.ok())
+        if (Status built = buildCell(slot, cell); !built.ok())
             return built;
     }
     m_bytes->zeros(layout::kEndMark);
     return {};
 }
 
-// Rows mostly follow each other as they are stored, so that what is filled is looked up once in 64 rows.
+// Rows mostly follow each other as they are stored, so that their cells are met one behind the other in their blocks.
 void RecordBuilder::enterRow(int record) {
     m_record = record;
     m_row = m_doc.grd.order().id(record);
-    const std::uint32_t group = m_row / model::kGroupRows;
-    if (m_group == group)
-        return;
-    m_group = group;
-    for (Slot& slot : m_slots)
-        slot.filled = filledRows(slot, group);
+    const std::uint32_t block = m_row / model::kBlockRows;
+    const std::uint32_t place = m_row % model::kBlockRows;
+    const bool isOther = m_block != block;
+    if (isOther) {
+        m_block = block;
+        enterBlock(m_categories, block);
+        for (Slot& slot : m_slots)
+            enterBlock(slot, block);
+    }
+    if (isOther ? place != 0 : place != m_place + 1) {
+        m_categories.next = model::countBitsBefore(m_categories.block.filled, place);
+        for (Slot& slot : m_slots)
+            slot.next = model::countBitsBefore(slot.block.filled, place);
+    }
+    m_place = place;
 }
 
 // By what decides whether a cell of the type is written at all.
-std::uint64_t RecordBuilder::filledRows(const Slot& slot, std::uint32_t group) {
+void RecordBuilder::enterBlock(Slot& slot, std::uint32_t block) const {
+    slot.next = 0;
     switch (slot.type) {
     case FieldType::Checkbox:
-        return ~std::uint64_t{0};
+        slot.block = slot.pictures->storedBlock(block);
+        break;
     case FieldType::List:
     case FieldType::RadioButton:
     case FieldType::AddressBookJoin:
-        return slot.longs->filled(group);
+        slot.block = slot.longs->storedBlock(block);
+        break;
     case FieldType::DBJoin:
-        return slot.keys->filled(group);
+        slot.block = slot.keys->storedBlock(block);
+        break;
     default:
-        return slot.texts->filled(group);
+        slot.block = slot.texts->storedBlock(block);
+        slot.noNul =
+            slot.texts->coder() == nullptr && slot.texts->plainTexts(block).find('\0') == std::string_view::npos;
+        break;
     }
 }
 
-Status RecordBuilder::buildCell(const Slot& slot) {
+// The current row's cell in the slot's block; each row once, in the order of the block.
+StoredCell RecordBuilder::cellOf(Slot& slot) const {
+    if (!model::bitOf(slot.block.filled, m_place))
+        return {};
+    const std::uint32_t word = slot.block.words[slot.next++];
+    if (model::bitOf(slot.block.plain, m_place))
+        return {StoredCell::Kind::Text, 0, slot.block.texts->at(word)};
+    return {StoredCell::Kind::Word, word, {}};
+}
+
+std::string_view RecordBuilder::textOf(const Slot& slot, const StoredCell& cell) {
+    return cell.kind == StoredCell::Kind::Word ? slot.texts->coder()->text(cell.word, m_scratch) : cell.text;
+}
+
+std::uint8_t RecordBuilder::category() {
+    return static_cast<std::uint8_t>(cellOf(m_categories).word);
+}
+
+Status RecordBuilder::buildCell(const Slot& slot, const StoredCell& cell) {
     switch (slot.type) {
     case FieldType::Text:
     case FieldType::AddressBookLookup:
-        buildText(slot);
+        buildText(slot, cell);
         break;
     case FieldType::Integer:
-        buildInteger(slot);
+        buildInteger(slot, cell);
         break;
     case FieldType::Long:
     case FieldType::AutoIncremental:
-        buildLong(slot);
+        buildLong(slot, cell);
         break;
     case FieldType::Float:
-        buildFloat(slot);
+        buildFloat(slot, cell);
         break;
     case FieldType::List:
     case FieldType::RadioButton:
-        buildItem(slot);
+        buildItem(slot, cell);
         break;
     case FieldType::Checkbox:
-        buildCheck(slot);
+        buildCheck(slot, cell);
         break;
     case FieldType::Date:
-        buildDate(slot);
+        buildDate(slot, cell);
         break;
     case FieldType::Time:
-        buildTime(slot);
+        buildTime(slot, cell);
         break;
     case FieldType::Expression:
-        buildResult(slot);
+        buildResult(slot, cell);
         break;
     case FieldType::Memo:
-        buildMemo(slot);
+        buildMemo(slot, cell);
         break;
     case FieldType::DBJoin:
-        buildJoin(slot);
+        buildJoin(slot, cell);
         break;
     case FieldType::AddressBookJoin:
-        buildAddress(slot);
+        buildAddress(slot, cell);
         break;
     case FieldType::Image:
-        return buildPicture(slot);
+        return buildPicture(slot, cell);
     case FieldType::ConditionalExpression:
-        buildConditional(slot);
+        buildConditional(slot, cell);
         break;
     case FieldType::AdvExpression:
-        buildAdvResult(slot);
+        buildAdvResult(slot, cell);
         break;
     default:
         break;
@@ -191,79 +224,80 @@ Status RecordBuilder::buildCell(const Slot& slot) {
     return {};
 }
 
+// What of a cell's text the file can hold.
+std::string_view RecordBuilder::textFor(const Slot& slot, const StoredCell& cell, std::size_t length) {
+    const std::string_view text = textOf(slot, cell);
+    return slot.noNul ? text.substr(0, length) : storedPart(text, length);
+}
+
 // | 1 | length | n+1 | text |
-void RecordBuilder::buildText(const Slot& slot) {
-    const std::string_view whole = textOf(slot);
-    const std::string_view text =
-        slot.noNul ? whole.substr(0, model::kTextLength) : storedPart(whole, model::kTextLength);
-    if (text.empty())
-        return;
-    outCell(slot);
-    m_bytes->outCountedText(text);
+void RecordBuilder::buildText(const Slot& slot, const StoredCell& cell) {
+    const std::string_view text = textFor(slot, cell, model::kTextLength);
+    if (!text.empty())
+        m_bytes->outCountedText(cellHeader(slot), text);
 }
 
 // | 2 | length | n+1 | text |
-void RecordBuilder::buildMemo(const Slot& slot) {
-    const std::string_view text = storedPart(textOf(slot), layout::kMostMemo);
+void RecordBuilder::buildMemo(const Slot& slot, const StoredCell& cell) {
+    const std::string_view text = textFor(slot, cell, layout::kMostMemo);
     if (text.empty())
         return;
     outCell(slot);
     m_bytes->outWord(static_cast<std::uint16_t>(text.size()));
-    m_bytes->outZeroText(text);
+    m_bytes->outText(text);
+    m_bytes->outByte(0);
 }
 
-void RecordBuilder::buildInteger(const Slot& slot) {
-    const std::int32_t value = wholeOf(slot).value_or(0);
+void RecordBuilder::buildInteger(const Slot& slot, const StoredCell& cell) {
+    const std::int32_t value = wholeOf(slot, cell).value_or(0);
     if (value == 0 || value != static_cast<std::int16_t>(value))
         return;
     outCell(slot);
     m_bytes->outWord(static_cast<std::uint16_t>(value));
 }
 
-void RecordBuilder::buildLong(const Slot& slot) {
-    if (const std::int32_t value = wholeOf(slot).value_or(0); value != 0)
+void RecordBuilder::buildLong(const Slot& slot, const StoredCell& cell) {
+    if (const std::int32_t value = wholeOf(slot, cell).value_or(0); value != 0)
         outCell(slot, bitsOf(value));
 }
 
-void RecordBuilder::buildFloat(const Slot& slot) {
-    if (const float value = singleOf(slot); value != 0)
+void RecordBuilder::buildFloat(const Slot& slot, const StoredCell& cell) {
+    if (const float value = singleOf(slot, cell); value != 0)
         outCell(slot, std::bit_cast<std::uint32_t>(value));
 }
 
-void RecordBuilder::buildItem(const Slot& slot) {
-    const std::uint32_t item = slot.longs->get(m_row).value_or(0);
-    if (item == 0)
+void RecordBuilder::buildItem(const Slot& slot, const StoredCell& cell) {
+    if (cell.word == 0)
         return;
     outCell(slot);
-    m_bytes->outByte(static_cast<std::uint8_t>(item));
+    m_bytes->outByte(static_cast<std::uint8_t>(cell.word));
 }
 
-void RecordBuilder::buildCheck(const Slot& slot) {
-    const auto picture = static_cast<model::Picture>(slot.pictures->get(m_row).value_or(0));
+void RecordBuilder::buildCheck(const Slot& slot, const StoredCell& cell) {
     outCell(slot);
-    m_bytes->outByte(picture == model::Picture::CheckOn ? 1 : 0);
+    m_bytes->outByte(cell.word == static_cast<std::uint32_t>(model::Picture::CheckOn) ? 1 : 0);
 }
 
-void RecordBuilder::buildDate(const Slot& slot) {
-    const auto date = dateOf(slot);
-    if (date && !isZeroText(slot))
+void RecordBuilder::buildDate(const Slot& slot, const StoredCell& cell) {
+    const auto date = dateOf(slot, cell);
+    if (date && !isZeroText(slot, cell))
         outCell(slot, *date);
 }
 
 // "0" is no date, though it converts to the first day of the calendar of serials.
-bool RecordBuilder::isZeroText(const Slot& slot) {
-    const StoredCell cell = slot.texts->stored(m_row);
-    return !(cell.kind == StoredCell::Kind::Word && slot.form.words == WordForm::Date) && textOf(slot) == "0";
+bool RecordBuilder::isZeroText(const Slot& slot, const StoredCell& cell) {
+    return !(cell.kind == StoredCell::Kind::Word && slot.form.words == WordForm::Date) && textOf(slot, cell) == "0";
 }
 
-void RecordBuilder::buildTime(const Slot& slot) {
-    if (const auto time = timeOf(slot))
+void RecordBuilder::buildTime(const Slot& slot, const StoredCell& cell) {
+    if (const auto time = timeOf(slot, cell))
         outCell(slot, *time);
 }
 
 // | 1 | type of the key | then the key by that type
-void RecordBuilder::buildJoin(const Slot& slot) {
-    const std::string_view key = slot.keys->text(m_row, m_scratch);
+void RecordBuilder::buildJoin(const Slot& slot, const StoredCell& cell) {
+    const std::string_view key =
+        cell.kind == StoredCell::Kind::Word ? slot.keys->coder()->text(cell.word, m_scratch) : cell.text;
     if (key.empty() || !isKeyType(slot.keyType))
         return;
     outCell(slot);
@@ -282,19 +316,19 @@ void RecordBuilder::buildJoin(const Slot& slot) {
 }
 
 // | 4 | the handheld's id | then a text as in buildText, but nothing for an empty one, as the handheld has it
-void RecordBuilder::buildAddress(const Slot& slot) {
-    const auto id = static_cast<std::int32_t>(slot.longs->get(m_row).value_or(0));
+void RecordBuilder::buildAddress(const Slot& slot, const StoredCell& cell) {
+    const auto id = static_cast<std::int32_t>(cell.word);
     if (id < 1)
         return;
     outCell(slot, bitsOf(id));
-    const std::string_view text = storedPart(textOf(slot), model::kTextLength);
+    const std::string_view text = storedPart(slot.texts->text(m_row, m_scratch), model::kTextLength);
     if (!text.empty())
         m_bytes->outCountedText(text);
 }
 
 // | 1 | colour | then a text as in buildText. A colour outside the five has no byte; nothing sets one.
-void RecordBuilder::buildConditional(const Slot& slot) {
-    const std::string_view text = storedPart(textOf(slot), model::kTextLength);
+void RecordBuilder::buildConditional(const Slot& slot, const StoredCell& cell) {
+    const std::string_view text = storedPart(textOf(slot, cell), model::kTextLength);
     if (text.empty())
         return;
     outCell(slot);
@@ -304,8 +338,8 @@ void RecordBuilder::buildConditional(const Slot& slot) {
 }
 
 // The value by the field's result type; no cell for a number of 0.
-void RecordBuilder::buildResult(const Slot& slot) {
-    const auto value = valueOf(slot);
+void RecordBuilder::buildResult(const Slot& slot, const StoredCell& cell) {
+    const auto value = valueOf(slot, cell);
     const bool isNumber = slot.result != ResultKind::Date && slot.result != ResultKind::Time;
     const bool isText = slot.result == ResultKind::Text; // of advanced results alone
     if (value && !isText && !(isNumber && std::bit_cast<float>(*value) == 0))
@@ -313,15 +347,15 @@ void RecordBuilder::buildResult(const Slot& slot) {
 }
 
 // | 1 | colour | 4 | value | 1 | length of a text | n+1 | the text, none for a length of 0 |
-void RecordBuilder::buildAdvResult(const Slot& slot) {
-    const auto value = valueOf(slot);
+void RecordBuilder::buildAdvResult(const Slot& slot, const StoredCell& cell) {
+    const auto value = valueOf(slot, cell);
     if (!value)
         return;
     outCell(slot);
     m_bytes->outByte(static_cast<std::uint8_t>(colourIndex(slot.colours->get(m_row).value_or(0)).value_or(0)));
     m_bytes->outLong(*value);
     const std::string_view text =
-        slot.result == ResultKind::Text ? storedPart(textOf(slot), model::kTextLength) : std::string_view{};
+        slot.result == ResultKind::Text ? storedPart(textOf(slot, cell), model::kTextLength) : std::string_view{};
     if (text.empty())
         m_bytes->outByte(0);
     else
@@ -329,8 +363,8 @@ void RecordBuilder::buildAdvResult(const Slot& slot) {
 }
 
 // | 2 | L | 1 | 0 | L - 1 | picture | 1 | 0 |
-Status RecordBuilder::buildPicture(const Slot& slot) {
-    const std::string_view text = textOf(slot);
+Status RecordBuilder::buildPicture(const Slot& slot, const StoredCell& cell) {
+    const std::string_view text = textOf(slot, cell);
     if (text.empty())
         return {};
     const auto number = static_cast<std::int32_t>(slot.longs->get(m_row).value_or(0));
@@ -374,46 +408,42 @@ std::array<std::uint8_t, 2> RecordBuilder::cellHeader(const Slot& slot) {
     return {static_cast<std::uint8_t>(slot.type), static_cast<std::uint8_t>(slot.number)};
 }
 
-std::optional<std::int32_t> RecordBuilder::wholeOf(const Slot& slot) {
-    const StoredCell cell = slot.texts->stored(m_row);
+std::optional<std::int32_t> RecordBuilder::wholeOf(const Slot& slot, const StoredCell& cell) {
     if (cell.kind == StoredCell::Kind::Empty)
         return std::nullopt;
     if (cell.kind == StoredCell::Kind::Word && slot.form.words == WordForm::Whole)
         return static_cast<std::int32_t>(cell.word);
-    return calc::toInt32(textOf(slot), m_services.regional);
+    return calc::toInt32(textOf(slot, cell), m_services.regional);
 }
 
-float RecordBuilder::singleOf(const Slot& slot) {
-    const StoredCell cell = slot.texts->stored(m_row);
+float RecordBuilder::singleOf(const Slot& slot, const StoredCell& cell) {
     if (cell.kind == StoredCell::Kind::Empty)
         return 0;
     const auto value = std::bit_cast<float>(cell.word);
     const bool isValue = cell.kind == StoredCell::Kind::Word && slot.form.words == WordForm::Decimal;
     if (isValue && readsBack(value, slot.form.decimals))
         return value == 0 ? 0 : value; // a minus zero is shown without its sign
-    return calc::toSingle(textOf(slot), m_services.regional).value_or(0);
+    return calc::toSingle(textOf(slot, cell), m_services.regional).value_or(0);
 }
 
-std::optional<std::uint32_t> RecordBuilder::dateOf(const Slot& slot) {
-    const StoredCell cell = slot.texts->stored(m_row);
+std::optional<std::uint32_t> RecordBuilder::dateOf(const Slot& slot, const StoredCell& cell) {
     if (cell.kind == StoredCell::Kind::Empty)
         return std::nullopt;
     if (cell.kind == StoredCell::Kind::Word && slot.form.words == WordForm::Date)
         return cell.word;
-    const auto serial = calc::toDate(textOf(slot), m_services.regional, m_thisYear);
+    const auto serial = calc::toDate(textOf(slot, cell), m_services.regional, m_thisYear);
     if (!serial)
         return std::nullopt;
     const calc::Date date = calc::dateOf(*serial);
     return calc::packDate(date.year, date.month, date.day);
 }
 
-std::optional<std::uint32_t> RecordBuilder::timeOf(const Slot& slot) {
-    const StoredCell cell = slot.texts->stored(m_row);
+std::optional<std::uint32_t> RecordBuilder::timeOf(const Slot& slot, const StoredCell& cell) {
     if (cell.kind == StoredCell::Kind::Empty)
         return std::nullopt;
     if (cell.kind == StoredCell::Kind::Word && slot.form.words == WordForm::Time)
         return cell.word;
-    const auto serial = calc::toDate(textOf(slot), m_services.regional, m_thisYear);
+    const auto serial = calc::toDate(textOf(slot, cell), m_services.regional, m_thisYear);
     if (!serial)
         return std::nullopt;
     const calc::TimeOfDay time = calc::timeOf(*serial);
@@ -421,8 +451,8 @@ std::optional<std::uint32_t> RecordBuilder::timeOf(const Slot& slot) {
 }
 
 // A duration is a text of hours, minutes and, for one of the two kinds, seconds; a time of day must be able to be so.
-float RecordBuilder::secondsOf(const Slot& slot) {
-    const auto serial = calc::readDate(textOf(slot), m_services.regional, m_thisYear);
+float RecordBuilder::secondsOf(const Slot& slot, const StoredCell& cell) {
+    const auto serial = calc::readDate(textOf(slot, cell), m_services.regional, m_thisYear);
     if (!serial)
         return 0;
     const calc::TimeOfDay time = calc::timeOf(*serial);
@@ -431,20 +461,20 @@ float RecordBuilder::secondsOf(const Slot& slot) {
     return static_cast<float>(minutes * 60 + seconds);
 }
 
-std::optional<std::uint32_t> RecordBuilder::valueOf(const Slot& slot) {
-    if (!slot.texts->has(m_row))
+std::optional<std::uint32_t> RecordBuilder::valueOf(const Slot& slot, const StoredCell& cell) {
+    if (cell.kind == StoredCell::Kind::Empty)
         return std::nullopt;
     switch (slot.result) {
     case ResultKind::Number:
     case ResultKind::Whole:
-        return std::bit_cast<std::uint32_t>(singleOf(slot));
+        return std::bit_cast<std::uint32_t>(singleOf(slot, cell));
     case ResultKind::Date:
-        return dateOf(slot);
+        return dateOf(slot, cell);
     case ResultKind::Time:
-        return timeOf(slot);
+        return timeOf(slot, cell);
     case ResultKind::Seconds:
     case ResultKind::Minutes:
-        return std::bit_cast<std::uint32_t>(secondsOf(slot));
+        return std::bit_cast<std::uint32_t>(secondsOf(slot, cell));
     case ResultKind::Text:
         return 0;
     case ResultKind::Unknown:

@@ -14,6 +14,8 @@
 
 namespace tallybook::pdb {
 
+using model::StoredCell;
+
 // Builds the records of one document. Nothing in the document is changed.
 class RecordBuilder {
 public:
@@ -40,50 +42,56 @@ private:
         const model::WordColumn* pictures = nullptr;
         const model::WordColumn* colours = nullptr;
         const model::TextColumn* keys = nullptr;
-        bool noNul = false;       // no text has a NUL: none has to be looked for
-        std::uint64_t filled = 0; // rows of the current group that may have a cell, a bit each
+        // The current block of the column whose cells decide whether there is anything to write.
+        model::StoredBlock block;
+        std::uint32_t next = 0; // among the block's words, of the current row or the next one that has any
+        bool noNul = false;     // no text of the block has a NUL: none has to be looked for
     };
 
     void enterRow(int record);
-    static std::uint64_t filledRows(const Slot& slot, std::uint32_t group);
+    void enterBlock(Slot& slot, std::uint32_t block) const;
+    StoredCell cellOf(Slot& slot) const;
+    std::uint8_t category();
 
     Slot slotOf(int number) const;
-    platform::Status buildCell(const Slot& slot);
-    void buildText(const Slot& slot);
-    void buildMemo(const Slot& slot);
-    void buildInteger(const Slot& slot);
-    void buildLong(const Slot& slot);
-    void buildFloat(const Slot& slot);
-    void buildItem(const Slot& slot);
-    void buildCheck(const Slot& slot);
-    void buildDate(const Slot& slot);
-    void buildTime(const Slot& slot);
-    void buildJoin(const Slot& slot);
-    void buildAddress(const Slot& slot);
-    void buildConditional(const Slot& slot);
-    void buildResult(const Slot& slot);
-    void buildAdvResult(const Slot& slot);
-    platform::Status buildPicture(const Slot& slot);
+    platform::Status buildCell(const Slot& slot, const StoredCell& cell);
+    void buildText(const Slot& slot, const StoredCell& cell);
+    void buildMemo(const Slot& slot, const StoredCell& cell);
+    void buildInteger(const Slot& slot, const StoredCell& cell);
+    void buildLong(const Slot& slot, const StoredCell& cell);
+    void buildFloat(const Slot& slot, const StoredCell& cell);
+    void buildItem(const Slot& slot, const StoredCell& cell);
+    void buildCheck(const Slot& slot, const StoredCell& cell);
+    void buildDate(const Slot& slot, const StoredCell& cell);
+    void buildTime(const Slot& slot, const StoredCell& cell);
+    void buildJoin(const Slot& slot, const StoredCell& cell);
+    void buildAddress(const Slot& slot, const StoredCell& cell);
+    void buildConditional(const Slot& slot, const StoredCell& cell);
+    void buildResult(const Slot& slot, const StoredCell& cell);
+    void buildAdvResult(const Slot& slot, const StoredCell& cell);
+    platform::Status buildPicture(const Slot& slot, const StoredCell& cell);
     platform::Status buildNewPicture(const Slot& slot, std::int32_t number);
 
     void outCell(const Slot& slot) { m_bytes->outBytes(cellHeader(slot)); }
     void outCell(const Slot& slot, std::uint32_t value); // with a body of 4 bytes
     static std::array<std::uint8_t, 2> cellHeader(const Slot& slot);
 
-    // The cell of the current row as a value of the file; nothing for an empty text or one that does not convert.
-    std::string_view textOf(const Slot& slot) { return slot.texts->text(m_row, m_scratch); }
-    bool isZeroText(const Slot& slot);
-    std::optional<std::int32_t> wholeOf(const Slot& slot);
-    float singleOf(const Slot& slot);                       // 0 for nothing
-    std::optional<std::uint32_t> dateOf(const Slot& slot);  // the 4 bytes of a date
-    std::optional<std::uint32_t> timeOf(const Slot& slot);  // and of a time
-    float secondsOf(const Slot& slot);                      // 0 for nothing
-    std::optional<std::uint32_t> valueOf(const Slot& slot); // of a result, by its kind
+    // A cell of the slot's texts as a value of the file; nothing for an empty text or one that does not convert.
+    std::string_view textOf(const Slot& slot, const StoredCell& cell);
+    std::string_view textFor(const Slot& slot, const StoredCell& cell, std::size_t length);
+    bool isZeroText(const Slot& slot, const StoredCell& cell);
+    std::optional<std::int32_t> wholeOf(const Slot& slot, const StoredCell& cell);
+    float singleOf(const Slot& slot, const StoredCell& cell);                       // 0 for nothing
+    std::optional<std::uint32_t> dateOf(const Slot& slot, const StoredCell& cell);  // the 4 bytes of a date
+    std::optional<std::uint32_t> timeOf(const Slot& slot, const StoredCell& cell);  // and of a time
+    float secondsOf(const Slot& slot, const StoredCell& cell);                      // 0 for nothing
+    std::optional<std::uint32_t> valueOf(const Slot& slot, const StoredCell& cell); // of a result, by its kind
 
     const model::Document& m_doc;
     platform::Services& m_services;
     OutRecords& m_out;
     int m_thisYear;
+    Slot m_categories;
     std::vector<Slot> m_slots; // those that have cells, in order
     PictureCopy m_copy;
     std::vector<ImagePlace> m_images;
@@ -91,7 +99,8 @@ private:
 
     int m_record = 0; // being built
     std::uint32_t m_row = 0;
-    std::optional<std::uint32_t> m_group; // of 64 rows, to which m_row belongs
+    std::optional<std::uint32_t> m_block; // of rows, to which m_row belongs
+    std::uint32_t m_place = 0;            // of m_row in it
     ByteWriter* m_bytes = nullptr;
     std::string m_scratch;
 };

@@ -125,6 +125,25 @@ void RecordLoader::prepare(Slot& slot) {
     slot.keys = &m_doc.CellVals.slotColumn(slot.number);
     if (slot.type == FieldType::DBJoin)
         slot.keys->setCoder(calc::coderForField(m_doc.CurrDB20, slot.number, m_regional));
+    prepareItems(slot);
+    const bool isCheck = slot.type == FieldType::Checkbox;
+    m_quick.add(slot.number, {.type = slot.type,
+                              .form = slot.form,
+                              .decimals = slot.decimals,
+                              .texts = slot.texts,
+                              .words = isCheck ? &m_doc.grd.pictures(model::columnOfSlot(slot.number)) : slot.longs,
+                              .items = &slot.items});
+}
+
+// Looks up each item once, however many records have it.
+void RecordLoader::prepareItems(Slot& slot) {
+    slot.items.assign(kItemIds, kNoWord);
+    if (slot.texts->coder() == nullptr || slot.texts->coder()->form().words != WordForm::Other)
+        return;
+    const auto prepareItem = [&](std::uint8_t item) { slot.items[item] = wordOfItem(slot, item); };
+    prepareItem(0);
+    for (const std::uint8_t item : m_doc.CurrDB20.Lists.at(slot.number).ItemIds)
+        prepareItem(item);
 }
 
 bool RecordLoader::loadHead(ByteReader& in, int record) {
@@ -135,24 +154,35 @@ bool RecordLoader::loadHead(ByteReader& in, int record) {
     m_row = static_cast<std::uint32_t>(record);
     in.skipBytes(1);
     const std::uint8_t category = in.getByte();
-    if (m_slots[0].wanted)
+    if (m_slots[0].wanted && !m_quick.takeCategory(category)) {
+        m_quick.close(0);
         showItem(m_slots[0], category);
+    }
     m_doc.RecKeys.setById(m_row, in.getLong());
     return true;
 }
 
 // | 1 | 87 | 1 | category | 4 | key | ... | cells | 2 | 0 |
 platform::Status RecordLoader::loadRecord20(ByteReader& in, int record) {
+    m_quick.enter(static_cast<std::uint32_t>(record));
     if (!loadHead(in, record))
         return in.error("Load_DB : loadRecord20");
-    while (in.left() >= layout::kCellHeader) {
+    for (;;) {
+        in.skipBytes(m_quick.take(in.rest()));
+        if (in.left() < layout::kCellHeader)
+            break;
         const std::uint8_t type = in.getByte();
         const std::uint8_t slot = type == 0 ? std::uint8_t{0} : in.getByte();
         if (slot == 0 || slot >= m_endSlot)
             break;
-        loadCell(static_cast<FieldType>(type), m_slots[slot], in);
+        loadOtherCell(type, slot, in);
     }
     return {};
+}
+
+void RecordLoader::loadOtherCell(std::uint8_t type, std::uint8_t slot, ByteReader& in) {
+    m_quick.close(slot);
+    loadCell(static_cast<FieldType>(type), m_slots[slot], in);
 }
 
 // | 1 | 40 | 1 | category | 4 | key | ... | cells | 2 | 0 |
@@ -182,6 +212,7 @@ void RecordLoader::emptyCell(Slot& slot) {
 }
 
 void RecordLoader::finish() {
+    m_quick.finish();
     for (Slot& slot : m_slots) {
         if (!slot.wanted)
             continue;
@@ -444,7 +475,7 @@ void RecordLoader::loadAdvResult(Slot& slot, ByteReader& in) {
 
 void RecordLoader::showItem(Slot& slot, std::uint8_t item) {
     setLong(slot, item);
-    const std::int64_t word = wordOfItem(slot, item);
+    const std::int64_t word = slot.items[item];
     if (word >= 0)
         slot.texts->setWord(m_row, static_cast<std::uint32_t>(word));
     else
@@ -477,18 +508,10 @@ void RecordLoader::setColour(Slot& slot, std::uint8_t index) {
         m_doc.grd.colours(model::columnOfSlot(slot.number)).set(m_row, layout::kResultColours[index]);
 }
 
-// Looks up each item once, however many records have it.
-std::int64_t RecordLoader::wordOfItem(Slot& slot, std::uint8_t item) {
-    if (slot.items.empty())
-        slot.items.assign(kItemIds, kNotMet);
-    std::int64_t& known = slot.items[item];
-    if (known == kNotMet) {
-        const std::string_view text = calc::getListText(m_doc.CurrDB20, slot.number, item);
-        const auto word =
-            text.empty() || slot.texts->coder() == nullptr ? std::nullopt : slot.texts->coder()->encode(text);
-        known = word ? std::int64_t{*word} : kNoWord;
-    }
-    return known;
+std::int64_t RecordLoader::wordOfItem(Slot& slot, std::uint8_t item) const {
+    const std::string_view text = calc::getListText(m_doc.CurrDB20, slot.number, item);
+    const auto word = text.empty() ? std::nullopt : slot.texts->coder()->encode(text);
+    return word ? std::int64_t{*word} : kNoWord;
 }
 
 std::string_view RecordLoader::decimalText(std::int32_t value) {

@@ -5,6 +5,7 @@
 #include "core/pdb/ByteReader.h"
 #include "core/pdb/CellForms.h"
 #include "core/pdb/Database.h"
+#include "core/pdb/QuickCells.h"
 #include "core/platform/Regional.h"
 
 #include <array>
@@ -46,14 +47,15 @@ private:
         model::TextColumn* texts = nullptr;
         model::WordColumn* longs = nullptr;
         model::TextColumn* keys = nullptr;
-        std::vector<std::int64_t> items; // the column's word of each item's id, or one of the marks below
+        std::vector<std::int64_t> items; // the column's word of each item's id, or the mark below; of items alone
     };
-    static constexpr std::int64_t kNotMet = -1;
-    static constexpr std::int64_t kNoWord = -2; // the item's text, which may be empty, is set each time
+    static constexpr std::int64_t kNoWord = -1; // the item's text, which may be empty, is set each time
 
     void prepare(Slot& slot);
+    void prepareItems(Slot& slot);
     // Key and category, which every record has. False when it is too short for them.
     bool loadHead(ByteReader& in, int record);
+    void loadOtherCell(std::uint8_t type, std::uint8_t slot, ByteReader& in);
     void fillKeys(Slot& slot);
     void fillChecks(const Slot& slot);
     void emptyCell(Slot& slot);
@@ -89,12 +91,13 @@ private:
     void showText(Slot& slot, std::string_view text) { slot.texts->setText(m_row, text); }
     void setLong(Slot& slot, std::int32_t value) { m_doc.CellLongs.setById(m_row, slot.number, value); }
     void setColour(Slot& slot, std::uint8_t index);
-    std::int64_t wordOfItem(Slot& slot, std::uint8_t item);
+    std::int64_t wordOfItem(Slot& slot, std::uint8_t item) const;
     std::string_view decimalText(std::int32_t value);
 
     model::Tallybook& m_doc;
     const platform::Regional& m_regional;
     std::array<Slot, model::MaxFieldSlots> m_slots;
+    QuickCells m_quick;
     int m_endSlot = model::MaxFieldSlots; // a cell of it or of one behind it ends the record
     std::uint32_t m_row = 0;              // id of the row being filled
     std::array<char, 12> m_digits{};      // of the whole number shown last
