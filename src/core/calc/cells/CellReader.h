@@ -4,12 +4,17 @@
 #include "core/model/GridModel.h"
 #include "core/platform/Regional.h"
 
+#include <array>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
 namespace tallybook::calc {
+
+// A number for each row of a block of 256.
+using NumberLanes = std::array<double, model::kBlockRows>;
 
 // Every answer is the one that the cell's text gives. Where the column keeps the text as a word, the value is taken
 // from the word: a pass over all records makes no texts. Rows are named by their id (GridModel::rowId), which saves
@@ -29,6 +34,9 @@ public:
     // As parseNumber reads the text: nothing when it is not numeric, an empty one included.
     std::optional<double> number(std::uint32_t row) const;
 
+    // number() of all rows from block * 256 on, 0 where there is none.
+    void numbers(std::uint32_t block, NumberLanes& lanes) const;
+
     // The serial of a text that reads as a date, a time or both, as readDate.
     std::optional<double> date(std::uint32_t row) const { return date(m_texts->stored(row)); }
 
@@ -47,6 +55,8 @@ public:
     const model::CellForm& form() const { return m_form; }
 
 private:
+    void numbersOfWords(std::span<const std::uint32_t> words, double* numbers) const;
+
     const model::TextColumn* m_texts;
     const model::WordColumn* m_pictures;
     const platform::Regional* m_regional;

@@ -6,6 +6,8 @@
 #include "core/calc/values/Numbers.h"
 #include "core/calc/values/SingleText.h"
 
+#include <cmath>
+
 namespace tallybook::calc {
 
 namespace {
@@ -127,6 +129,50 @@ void ResultColumn::set(std::uint32_t row, const CellResult& result) {
     m_text.clear();
     appendResult(result, m_regional, m_text);
     setText(row, m_text);
+}
+
+void ResultColumn::setBlock(std::uint32_t block, const model::RowBits& rows, const NumberLanes& numbers,
+                            int decimals) {
+    if (m_form.words != WordForm::Decimal || m_form.decimals != decimals) {
+        model::eachBit(rows, [&](std::uint32_t place) {
+            const double number = numbers[place];
+            set(block * model::kBlockRows + place,
+                std::isfinite(number) ? CellResult{Form::Number, number, decimals} : kNumberZero);
+        });
+        return;
+    }
+    m_stage.clear();
+    model::eachBit(rows, [&](std::uint32_t place) { stageNumber(place, numbers[place], decimals); });
+    m_texts.setBlock(block, m_stage);
+}
+
+void ResultColumn::stageNumber(std::uint32_t place, double number, int decimals) {
+    const bool negative = number < 0;
+    const auto magnitude = scaledMagnitude(number, decimals); // nothing for what is not finite
+    if (!magnitude) {
+        m_text.clear();
+        appendResult(std::isfinite(number) ? CellResult{Form::Number, number, decimals} : kNumberZero, m_regional,
+                     m_text);
+        stageText(place, m_text);
+        return;
+    }
+    if (const auto word = decimalWord(negative, *magnitude, decimals)) {
+        m_stage.addWord(place, *word);
+        return;
+    }
+    char room[kSingleRoom];
+    const std::string_view text = formScaled(negative, *magnitude, decimals, m_regional.decimal, room);
+    if (hasNoDecimalWord(*magnitude, decimals))
+        m_stage.addText(place, text);
+    else
+        stageText(place, text);
+}
+
+void ResultColumn::stageText(std::uint32_t place, std::string_view text) {
+    if (const auto word = m_texts.coder()->encode(text))
+        m_stage.addWord(place, *word);
+    else
+        m_stage.addText(place, text);
 }
 
 // Most results are the ones that are there already; a text that is not written again leaves no gap behind.

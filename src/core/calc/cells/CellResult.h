@@ -1,6 +1,7 @@
 // What a calculated field comes to for a record, and how it becomes the text of its cell.
 #pragma once
 
+#include "core/calc/cells/CellReader.h"
 #include "core/model/CellCoder.h"
 #include "core/model/TextColumn.h"
 #include "core/platform/Regional.h"
@@ -45,7 +46,13 @@ public:
 
     void set(std::uint32_t row, const CellResult& result);
 
+    // The same for rows of a block of 256, a bit each; its other rows get no cell. The numbers have `decimals` (0..3)
+    // digits; what is not finite is kNumberZero.
+    void setBlock(std::uint32_t block, const model::RowBits& rows, const NumberLanes& numbers, int decimals);
+
 private:
+    void stageNumber(std::uint32_t place, double number, int decimals);
+    void stageText(std::uint32_t place, std::string_view text);
     void setDecimal(std::uint32_t row, const CellResult& result, std::uint64_t magnitude);
     bool isThere(std::uint32_t row, std::string_view text) const;
     void setText(std::uint32_t row, std::string_view text);
@@ -55,6 +62,7 @@ private:
     const platform::Regional& m_regional;
     model::CellForm m_form;
     std::string m_text;
+    model::TextStage m_stage;
 };
 
 } // namespace tallybook::calc

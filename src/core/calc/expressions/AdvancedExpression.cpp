@@ -1,5 +1,6 @@
 #include "core/calc/expressions/ExpressionEngine.h"
 #include "core/calc/expressions/ExpressionEvaluator.h"
+#include "core/calc/expressions/ExpressionLanes.h"
 #include "core/calc/values/Numbers.h"
 #include "core/model/FieldType.h"
 
@@ -105,6 +106,7 @@ AdvancedExpression::AdvancedExpression(std::span<const Token> tokens, std::span<
         if (std::find(m_uses.begin(), m_uses.end(), use) == m_uses.end())
             m_uses.push_back(use);
     }
+    m_ofNumbers = ExpressionLanes::fits(*m_tree);
 }
 
 AdvancedExpression::~AdvancedExpression() = default;
@@ -124,6 +126,14 @@ bool AdvancedExpression::compute(const FieldValueTable& values, std::int32_t rec
         return true;
     result.text = evaluator.fault();
     return false;
+}
+
+void AdvancedExpression::computeLanes(std::span<const NumberLanes> cells, NumberLanes& results,
+                                      model::RowBits& faults) const {
+    std::array<const NumberLanes*, kFieldEntries> bySlot{};
+    for (std::size_t i = 0; i < m_uses.size(); ++i)
+        bySlot[static_cast<std::size_t>(m_uses[i].slot)] = &cells[i];
+    ExpressionLanes(*m_tree, bySlot).compute(results, faults);
 }
 
 bool AdvancedExpression::evaluate(const FieldValueTable& values, std::int32_t record, std::uint8_t resultType,

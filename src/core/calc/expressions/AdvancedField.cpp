@@ -3,6 +3,7 @@
 #include "core/calc/cells/CellCoders.h"
 #include "core/calc/values/Dates.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -58,15 +59,6 @@ void setWhole(FieldValues& values, std::int32_t whole) {
     values.singleValue = static_cast<float>(whole);
 }
 
-// Numbers that are too large for a form leave it at 0.
-void setNumber(FieldValues& values, double number) {
-    if (std::fabs(number) <= static_cast<double>(std::numeric_limits<float>::max()))
-        values.singleValue = static_cast<float>(number);
-    const double whole = std::nearbyint(number);
-    if (std::fabs(number) < 2147483648.0 && whole <= std::numeric_limits<std::int32_t>::max())
-        values.longValue = static_cast<std::int32_t>(whole);
-}
-
 void readNumbers(ValueReading reading, const CellReader& cells, std::uint32_t row, FieldValues& values) {
     values.longValue = 0;
     values.singleValue = 0;
@@ -120,6 +112,14 @@ CellResult cellResultOf(const ExpressionResult& result, std::uint8_t resultType)
 
 } // namespace
 
+void setNumber(FieldValues& values, double number) {
+    if (std::fabs(number) <= static_cast<double>(std::numeric_limits<float>::max()))
+        values.singleValue = static_cast<float>(number);
+    const double whole = std::nearbyint(number);
+    if (std::fabs(number) < 2147483648.0 && whole <= std::numeric_limits<std::int32_t>::max())
+        values.longValue = static_cast<std::int32_t>(whole);
+}
+
 ValueReading valueReadingOf(const model::DatabaseModel& db, int slot) {
     switch (db.Fields[static_cast<std::size_t>(slot)].Type) {
     case FieldType::Checkbox:
@@ -172,6 +172,20 @@ AdvancedField::Outcome AdvancedField::evaluate(const RecordRows& record, int num
     if (!m_expression.compute(m_values, number + 1, m_resultType, m_decimals, m_result))
         return {kNumberZero, 0};
     return {cellResultOf(m_result, m_resultType), m_result.colour};
+}
+
+bool AdvancedField::hasBlocks() const {
+    constexpr int kMostDecimals = 3;
+    return m_resultType == result::kFloating && m_decimals <= kMostDecimals && m_expression.isOfNumbers() &&
+           std::all_of(m_sources.begin(), m_sources.end(),
+                       [](const Source& source) { return source.reading == ValueReading::Number; });
+}
+
+void AdvancedField::evaluateBlock(std::uint32_t block, NumberLanes& results, model::RowBits& faults) {
+    m_lanes.resize(m_sources.size());
+    for (std::size_t i = 0; i < m_sources.size(); ++i)
+        m_sources[i].cells.numbers(block, m_lanes[i]);
+    m_expression.computeLanes(m_lanes, results, faults);
 }
 
 void setResultColour(model::WordColumn& colours, std::uint32_t row, std::uint8_t code) {

@@ -45,6 +45,13 @@ public:
     };
     Outcome evaluate(const RecordRows& record, int number);
 
+    // True when the result is a black number that comes of numbers of the record alone: the results of a block of 256
+    // rows can then be had at once, in any order of the records. They have decimals() digits. Rows with a bit in
+    // `faults` are left to evaluate().
+    bool hasBlocks() const;
+    void evaluateBlock(std::uint32_t block, NumberLanes& results, model::RowBits& faults);
+    int decimals() const { return m_decimals; }
+
 private:
     struct Source {
         AdvancedExpression::FieldUse use;
@@ -54,7 +61,8 @@ private:
     };
 
     AdvancedExpression m_expression;
-    std::vector<Source> m_sources;
+    std::vector<Source> m_sources;    // as the expression's uses
+    std::vector<NumberLanes> m_lanes; // of the sources, of a block
     FieldValueTable m_values{};
     ExpressionResult m_result;
     std::uint8_t m_resultType;

@@ -1,6 +1,7 @@
 // Compiles and evaluates the advanced form of expressions. docs/expressions.md has the language.
 #pragma once
 
+#include "core/calc/cells/CellReader.h"
 #include "core/calc/expressions/ExpressionTokens.h"
 #include "core/calc/values/DatePatterns.h"
 #include "core/model/Definitions.h"
@@ -25,6 +26,9 @@ struct FieldValues {
     float singleValue = 0;
     std::string_view textValue;
 };
+
+// The two numbers that a number is; one that is too large for a form leaves it at 0.
+void setNumber(FieldValues& values, double number);
 
 inline constexpr int kCurrentRecord = 0;
 inline constexpr int kPreviousRecord = 1;
@@ -101,6 +105,14 @@ public:
     bool evaluate(const FieldValueTable& values, std::int32_t record, std::uint8_t resultType, std::uint8_t decimals,
                   std::string& result, std::uint8_t& colour) const;
 
+    // True when the expression needs nothing but numbers of the record itself and comes to one: the rows of a block
+    // can then be computed together.
+    bool isOfNumbers() const { return m_ofNumbers; }
+
+    // The expression's value for each row of a block from the numbers of its cells, by uses(). Rows with a bit in
+    // `faults` have none: compute() may tell what they come to.
+    void computeLanes(std::span<const NumberLanes> cells, NumberLanes& results, model::RowBits& faults) const;
+
     // The text of a result. A duration is "hh:mm:ss".
     void appendText(const ExpressionResult& result, std::string& out) const;
 
@@ -111,6 +123,7 @@ private:
     DatePattern m_datePattern;
     TimePattern m_timePattern;
     int m_thisYear;
+    bool m_ofNumbers = false;
 };
 
 // One evaluation from the arrays of a record. True when a result was computed; otherwise `result` has the error.

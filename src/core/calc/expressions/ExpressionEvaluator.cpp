@@ -15,6 +15,8 @@ namespace own = platform::texts;
 using Kind = ExpressionValue::Kind;
 using Value = ExpressionValue;
 
+} // namespace
+
 // A calculated number comes as a single and as a long: where a single has no room for all of its digits, the long
 // has.
 double calculatedNumber(const FieldValues& values) {
@@ -23,8 +25,6 @@ double calculatedNumber(const FieldValues& values) {
         return values.longValue;
     return shownNumber(values.singleValue);
 }
-
-} // namespace
 
 Value ExpressionEvaluator::wrong(std::string_view reason) {
     m_fault = reason;

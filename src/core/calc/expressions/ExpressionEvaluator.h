@@ -20,6 +20,9 @@ struct EvaluationSettings {
     int thisYear; // completes dates without one
 };
 
+// What a cell of a field of form Number counts as.
+double calculatedNumber(const FieldValues& values);
+
 class ExpressionEvaluator {
 public:
     ExpressionEvaluator(const ExpressionTree& tree, const FieldValueTable& values, std::int32_t record,

@@ -75,6 +75,7 @@ public:
     int root() const { return m_root; }
     const ExpressionNode& node(int number) const { return m_nodes[static_cast<std::size_t>(number)]; }
     std::span<ExpressionNode> nodes() { return m_nodes; }
+    std::span<const ExpressionNode> nodes() const { return m_nodes; }
 
 private:
     std::vector<ExpressionNode> m_nodes;

@@ -106,12 +106,6 @@ double ceilShown(double value) {
     return shownWhole(value).value_or(std::ceil(value));
 }
 
-int compareShown(double a, double b) {
-    if (std::fabs(a - b) <= std::max(std::fabs(a), std::fabs(b)) * kShownDifference)
-        return 0;
-    return a < b ? -1 : 1;
-}
-
 std::optional<double> dateFromParts(double year, double month, double day) {
     const auto years = wholePart(year);
     const auto months = wholePart(month);

@@ -3,6 +3,7 @@
 
 #include "core/calc/values/Dates.h"
 
+#include <cmath>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -60,7 +61,11 @@ double floorShown(double value);
 double ceilShown(double value);
 
 // Negative, 0 or positive. Numbers that differ by less than a part in 10^14 are equal: 0.1 + 0.2 is 0.3.
-int compareShown(double a, double b);
+inline int compareShown(double a, double b) {
+    constexpr double kShownDifference = 1e-14;
+    const double larger = std::fabs(a) < std::fabs(b) ? std::fabs(b) : std::fabs(a);
+    return std::fabs(a - b) <= larger * kShownDifference ? 0 : (a < b ? -1 : 1);
+}
 
 // Dates and times from their parts. What is beyond a part's range carries over: month 13 is
 // January of the next year, day 0 the last of the month before, hour 25 is 1. Parts are rounded to whole numbers.

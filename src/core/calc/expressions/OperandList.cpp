@@ -4,6 +4,7 @@
 #include "core/calc/values/Dates.h"
 #include "core/calc/values/Numbers.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -72,6 +73,22 @@ void OperandList::readField(const FieldOperand& operand, std::uint32_t row) {
                        static_cast<std::int32_t>(operand.stored->get(row).value_or(0)));
     else
         RetFldVal20(operand.reading, operand.cells, row, operand.position, m_operands);
+}
+
+bool OperandList::isOfNumbers() const {
+    return std::all_of(m_fields.begin(), m_fields.end(), [](const FieldOperand& operand) {
+        return operand.record == Record::Current && operand.reading == OperandReading::Number &&
+               operand.stored == nullptr;
+    });
+}
+
+void OperandList::numbers(std::size_t number, std::uint32_t block, NumberLanes& lanes) const {
+    const auto field = std::find_if(m_fields.begin(), m_fields.end(),
+                                    [&](const FieldOperand& operand) { return operand.position / 2 == number; });
+    if (field == m_fields.end())
+        lanes.fill(m_operands.NumVals[number]);
+    else
+        field->cells.numbers(block, lanes);
 }
 
 // What stands above the first record is the number 0, and so is a field above that gives no value.

@@ -31,6 +31,11 @@ public:
     // The operands of a record, until the next call.
     const Operands& read(const RecordRows& record);
 
+    // True when all operands are constants and fields of the record itself that count as numbers: then operand
+    // `number` can be had for the rows of a block of 256 at once.
+    bool isOfNumbers() const;
+    void numbers(std::size_t number, std::uint32_t block, NumberLanes& lanes) const;
+
 private:
     enum class Record : std::uint8_t { Current, Previous };
     struct FieldOperand {

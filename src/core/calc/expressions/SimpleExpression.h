@@ -26,6 +26,13 @@ public:
 
     CellResult evaluate(const RecordRows& record);
 
+    // True when the result is a number that comes of numbers of the record alone: the results of a block of 256 rows
+    // can then be had at once, in any order of the records. They are numbers of decimals() digits, and kNumberZero
+    // where they are not finite.
+    bool hasBlocks() const;
+    void evaluateBlock(std::uint32_t block, NumberLanes& results) const;
+    int decimals() const { return m_decimals; }
+
 private:
     CellResult floating(const Operands& operands) const;
     CellResult movedDate(const Operands& operands, std::string_view interval) const;

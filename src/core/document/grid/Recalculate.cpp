@@ -8,7 +8,9 @@
 #include "core/document/grid/Progress.h"
 #include "core/platform/Guards.h"
 
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace tallybook::document {
 
@@ -31,8 +33,9 @@ public:
 
     void at(int record) {
         if (record % kRecordsAStep == 0 || record == m_records - 1)
-            m_bar.show(m_caption, record, m_records);
+            show(record);
     }
+    void show(int record) { m_bar.show(m_caption, record, m_records); }
 
 private:
     ProgressBar m_bar;
@@ -40,9 +43,47 @@ private:
     std::string m_caption;
 };
 
+// The rows that hold records, a bit each, by blocks of 256. A pass that goes through them in this order reads and
+// writes the store as it lies, whatever order a sort has made.
+std::vector<model::RowBits> rowsByBlock(const model::GridModel& grd) {
+    std::vector<model::RowBits> blocks;
+    for (int record = 0; record < grd.dataRows(); ++record) {
+        const std::uint32_t id = grd.order().id(record);
+        if (id / model::kBlockRows >= blocks.size())
+            blocks.resize(id / model::kBlockRows + 1);
+        model::setBit(blocks[id / model::kBlockRows], id % model::kBlockRows);
+    }
+    return blocks;
+}
+
+// Calls visit(block, rows) for each block that holds records.
+template <class Visit> void eachBlock(const Document& doc, FieldProgress& progress, Visit&& visit) {
+    const auto blocks = rowsByBlock(doc.grd);
+    int done = 0;
+    for (std::uint32_t block = 0; block < blocks.size(); ++block) {
+        if (!model::anyBit(blocks[block]))
+            continue;
+        progress.show(done);
+        visit(block, blocks[block]);
+        done += static_cast<int>(model::countBits(blocks[block]));
+    }
+    progress.show(doc.NumDataRecs - 1);
+}
+
+void recalcSimpleBlocks(Document& doc, const calc::SimpleExpression& expression, calc::ResultColumn& results,
+                        FieldProgress& progress) {
+    calc::NumberLanes numbers;
+    eachBlock(doc, progress, [&](std::uint32_t block, const model::RowBits& rows) {
+        expression.evaluateBlock(block, numbers);
+        results.setBlock(block, rows, numbers, expression.decimals());
+    });
+}
+
 void recalcSimple(Document& doc, const Services& services, int field, FieldProgress& progress) {
     calc::SimpleExpression expression(doc, field, services.regional, services.clock.now());
     calc::ResultColumn results(doc.grd.column(model::columnOfSlot(field)), services.regional);
+    if (expression.hasBlocks())
+        return recalcSimpleBlocks(doc, expression, results, progress);
     for (int record = 0; record < doc.NumDataRecs; ++record) {
         progress.at(record);
         const calc::RecordRows rows = calc::recordRows(doc.grd, record);
@@ -50,10 +91,31 @@ void recalcSimple(Document& doc, const Services& services, int field, FieldProgr
     }
 }
 
+// Rows with a fault are computed one by one.
+void recalcAdvancedBlocks(Document& doc, int column, calc::AdvancedField& expression, calc::ResultColumn& results,
+                          FieldProgress& progress) {
+    calc::NumberLanes numbers;
+    model::RowBits faults;
+    model::WordColumn& colours = doc.grd.colours(column);
+    const bool anyColour = !colours.empty();
+    eachBlock(doc, progress, [&](std::uint32_t block, const model::RowBits& rows) {
+        const std::uint32_t begin = block * model::kBlockRows;
+        expression.evaluateBlock(block, numbers, faults);
+        results.setBlock(block, rows, numbers, expression.decimals());
+        model::eachBit(model::commonBits(rows, faults), [&](std::uint32_t place) {
+            results.set(begin + place, expression.evaluate({begin + place, std::nullopt}, 0).cell);
+        });
+        if (anyColour)
+            model::eachBit(rows, [&](std::uint32_t place) { colours.erase(begin + place); });
+    });
+}
+
 void recalcAdvanced(Document& doc, const Services& services, int field, FieldProgress& progress) {
     const int column = model::columnOfSlot(field);
     calc::AdvancedField expression(doc, field, services.regional, services.clock.now());
     calc::ResultColumn results(doc.grd.column(column), services.regional);
+    if (expression.hasBlocks())
+        return recalcAdvancedBlocks(doc, column, expression, results, progress);
     for (int record = 0; record < doc.NumDataRecs; ++record) {
         progress.at(record);
         const calc::RecordRows rows = calc::recordRows(doc.grd, record);
