@@ -38,9 +38,13 @@ private:
     };
     Pair bytesOf(char key) const;
 
+    // Of a chunk of text: 1 for each place where the needle may begin.
+    static constexpr std::size_t kChunk = 64;
+    using Marks = std::array<std::uint8_t, kChunk>;
+
     bool isAt(const char* place) const;
-    bool mayBeginIn(const char* chunk) const;
-    std::size_t findInChunk(const char* chunk) const;
+    bool markIn(const char* chunk, Marks& marks) const;
+    std::size_t findInChunk(const char* chunk, const Marks& marks) const;
     std::size_t findBySkipping(std::string_view text, std::size_t from) const;
 
     std::string m_needle;                 // as compared

@@ -157,16 +157,19 @@ bool CellSearch::mayHoldMatchingWord(Column& column, std::uint32_t block) {
     if (column.words == Words::None)
         return false;
     m_block.clear();
-    const std::uint32_t begin = block * model::kBlockRows;
-    for (std::uint32_t row = begin; row < begin + model::kBlockRows; ++row) {
-        const StoredCell cell = column.texts->stored(row);
-        if (cell.kind != StoredCell::Kind::Word)
-            continue;
-        if (column.words == Words::Items && itemMatches(column, cell.word))
-            return true;
-        if (column.words == Words::Each)
-            appendText(column, cell.word);
-    }
+    const model::StoredBlock stored = column.texts->storedBlock(block);
+    bool found = false;
+    model::eachBit(stored.filled, [&, next = stored.words.begin()](std::uint32_t place) mutable {
+        const std::uint32_t word = *next++;
+        if (found || model::bitOf(stored.plain, place))
+            return;
+        if (column.words == Words::Items)
+            found = itemMatches(column, word);
+        else
+            appendText(column, word);
+    });
+    if (found)
+        return true;
     return m_matcher.mayMatchIn(m_block);
 }
 
