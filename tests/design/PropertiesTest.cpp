@@ -1,5 +1,6 @@
 #include "core/design/Properties.h"
 
+#include "core/document/file/OpenSave.h"
 #include "support/TestServices.h"
 
 #include <gtest/gtest.h>
@@ -127,6 +128,42 @@ TEST_F(DBProperties, asksBeforeItTakesTheNameOfAFile) {
     t.user.answers = {Answer::Yes};
     EXPECT_EQ(dialog.cmdOK(), Accepted::Done);
     EXPECT_EQ(doc.CurrFilePath, "/bob/MS2_Books.pdb");
+}
+
+// The question has been answered here; the first save does not ask again, unless the file is another one by then.
+TEST_F(DBProperties, whatWasGivenUpHereIsNotAskedAboutAgain) {
+    for (const bool another : {false, true}) {
+        document::CreateNewDatabase(doc, t);
+        t.files.put("/bob/MS2_My_books.pdb", {1});
+        Properties dialog = open();
+        dialog.txtPDBname = "My books";
+        t.user.answers = {Answer::Yes};
+        EXPECT_EQ(dialog.cmdOK(), Accepted::Done);
+        if (another)
+            t.files.put("/bob/MS2_My_books.pdb", {1, 2});
+        t.user.messages.clear();
+        t.user.saveNames = {"/bob/MS2_My books.pdb"};
+        t.user.answers = {Answer::Yes};
+        EXPECT_EQ(document::saveDocument(doc, t, "/bob"), document::Outcome::Done);
+        EXPECT_EQ(t.user.saveQuestions.back().suggestion, "/bob/MS2_My books.pdb");
+        EXPECT_EQ(t.user.messages.size(), another ? 1u : 0u);
+        t.user.answers.clear();
+    }
+}
+
+TEST_F(DBProperties, controlsAreForbiddenCharacters) {
+    Properties dialog = open();
+    dialog.txtPDBname = "a\tb";
+    EXPECT_EQ(dialog.cmdOK(), Accepted::NameRefused);
+}
+
+// The name in the header may differ from the file's.
+TEST_F(DBProperties, aNameThatStaysLeavesTheFilesName) {
+    doc.CurrFileName = "MS2_Copy of it.pdb";
+    Properties dialog = open();
+    dialog.ChkNoBackup = true;
+    EXPECT_EQ(dialog.cmdOK(), Accepted::Done);
+    EXPECT_EQ(doc.CurrFileName, "MS2_Copy of it.pdb");
 }
 
 TEST_F(DBProperties, withoutUsersTheFirstSaveAsksForAPlace) {

@@ -87,6 +87,7 @@ TEST_F(SaveInstall, aCancelKeepsTheSavedFile) {
 TEST_F(SaveInstall, aReadOnlyDatabaseIsNeitherSavedNorInstalled) {
     openChanged(kAnn + "/MS2_Books.pdb");
     opened->CurrDB20.ReadOnly = 1;
+    opened->ReadOnlyInFile = true;
     EXPECT_EQ(run(0), SaveInstallEnd::NotSaved);
     EXPECT_EQ(asked, 0);
     EXPECT_THAT(desktop.calls, IsEmpty());

@@ -52,6 +52,24 @@ TEST(RecentFiles, damagedSettingsAreReadAsFarAsTheyGo) {
     EXPECT_TRUE(GetLatestList(settings).empty());
 }
 
+TEST(RecentFiles, separatorsOfAnotherSystemAreReadAsOurs) {
+    struct Row {
+        const char* stored;
+        const char* folder;
+    };
+    const Row rows[] = {{"\\home\\ann", "/home/ann"},
+                        {"home\\ann\\", "home/ann"},
+                        {"C:\\Palm\\Ann", "C:/Palm/Ann"},
+                        {"/home/a\\b", "/home/a\\b"}}; // a character here
+    for (const Row& row : rows) {
+        test::MemorySettings settings;
+        settings.set("Recent Files", "Files", "1");
+        settings.set("Recent Files\\File0", "Name", "MS2_a.pdb");
+        settings.set("Recent Files\\File0", "Path", row.stored);
+        EXPECT_EQ(GetLatestList(settings), (RecentList{{"MS2_a.pdb", row.folder}})) << row.stored;
+    }
+}
+
 TEST(RecentFiles, newFileStandsFirst) {
     const RecentList list = BuildUsableFileList("/home/ann/MS2_b.pdb", {{"MS2_a.pdb", "/home/ann"}});
     EXPECT_EQ(list, (RecentList{{"MS2_b.pdb", "/home/ann"}, {"MS2_a.pdb", "/home/ann"}}));

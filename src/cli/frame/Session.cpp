@@ -49,7 +49,10 @@ bool Session::open(const std::filesystem::path& file) {
 }
 
 ExitCode Session::saveTo(const std::filesystem::path& out) {
-    if (document::savePDBFile20(m_document, m_services, std::filesystem::absolute(out)) == document::Outcome::Done)
+    const std::filesystem::path target = std::filesystem::absolute(out);
+    if (document::refusesFileName(m_document, m_services, target))
+        return ExitCode::Refused;
+    if (document::savePDBFile20(m_document, m_services, target) == document::Outcome::Done)
         return ExitCode::Done;
     explainRefusal();
     return ExitCode::Refused;

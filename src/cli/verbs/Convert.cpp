@@ -20,11 +20,8 @@ ExitCode convert(const ConvertOptions& options, Terminal& terminal) {
     Session session(terminal, options.common);
     terminal.setSubject(options.present.string());
     const std::filesystem::path target = std::filesystem::absolute(options.present);
-    const std::string fault = document::faultOfFileName(document::savedPath(target).filename().string());
-    if (!fault.empty()) {
-        session.user().say(fault);
+    if (document::refusesFileName(session.document(), session.services(), target))
         return ExitCode::Refused;
-    }
     terminal.setSubject(options.older.string());
     if (const std::string missing = faultOfFile(options.older); !missing.empty()) {
         terminal.say(missing);

@@ -8,6 +8,7 @@
 #include "cli/script/ScriptUser.h"
 #include "cli/verbs/Verbs.h"
 #include "core/document/edit/CellEditing.h"
+#include "core/document/file/OpenSave.h"
 
 #include <fstream>
 #include <iterator>
@@ -117,6 +118,8 @@ ExitCode edit(const EditOptions& options, Terminal& terminal) {
     std::optional<std::filesystem::path> saveTo;
     if (!options.out.empty())
         saveTo = std::filesystem::absolute(options.out);
+    if (saveTo && document::refusesFileName(session.document(), session.services(), *saveTo))
+        return ExitCode::Refused;
     ScriptRunner runner(session.document(), services, user, terminal.out, saveTo,
                         terminal.outputIsTerminal() ? Audience::Terminal : Audience::Program);
     if (const std::optional<ScriptError> error = runner.run(*script)) {

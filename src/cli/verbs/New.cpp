@@ -51,13 +51,8 @@ void explain(const SchemaFault& fault, Terminal& terminal) {
         terminal.say(nothingWritten(fault.place.empty() ? "the description" : fault.place));
 }
 
-// The name and what lies there already are judged as the dialog for a new file does.
+// What lies there already is judged as the dialog for a new file does.
 bool mayWrite(Session& session, const std::filesystem::path& target) {
-    const std::string fault = document::faultOfFileName(target.filename().string());
-    if (!fault.empty()) {
-        session.user().say(fault);
-        return false;
-    }
     std::error_code ignored;
     return !std::filesystem::exists(target, ignored) ||
            session.user().message({.text = "The file already exist\nOverwrite it ?",
@@ -74,7 +69,8 @@ ExitCode make(const NewOptions& options, Terminal& terminal) {
         terminal.setSubject(options.schema.string());
         const Json description = readDescription(options.schema);
         terminal.setSubject(options.file.string());
-        if (!mayWrite(session, target))
+        if (document::refusesFileName(session.document(), session.services(), options.file) ||
+            !mayWrite(session, target))
             return ExitCode::Refused;
         terminal.setSubject(options.schema.string()); // what is refused now is a part of it
         makeDatabase(SchemaObject(description, {}), session.document(), session.services(), nameOf(options.file));

@@ -2,6 +2,7 @@
 
 #include "core/calc/values/Text.h"
 #include "core/design/Dialog.h"
+#include "core/document/file/Copies.h"
 #include "core/document/file/OpenSave.h"
 #include "core/pdb/Names.h"
 #include "core/platform/Ansi.h"
@@ -113,7 +114,9 @@ bool Properties::CmdDone() {
 }
 
 bool Properties::refusesName() {
-    if (txtPDBname.find_first_of(kForbidden) == std::string::npos)
+    const auto isControl = [](char c) { return static_cast<unsigned char>(c) < ' '; };
+    const bool control = std::any_of(txtPDBname.begin(), txtPDBname.end(), isControl);
+    if (!control && txtPDBname.find_first_of(kForbidden) == std::string::npos)
         return refusesText(m_services, "The name of a Tallybook", txtPDBname, kMostInDatabaseName);
     say(m_services, "Tallybook name cannot have the following characters:\n\\ / : *  ? < > !");
     txtPDBname.clear();
@@ -137,6 +140,7 @@ bool Properties::takeFilePath() {
         return false;
     m_doc.CurrFilePath = path;
     m_doc.CurrFolder = path.parent_path();
+    m_doc.fileMark = document::markOf(m_services.files, path); // what lies there now has been given up
     return true;
 }
 
@@ -151,10 +155,11 @@ Properties::Accepted Properties::cmdOK() {
         return Accepted::NotOverwritten;
     model::DatabaseModel& db = m_doc.CurrDB20;
     bool changed = false;
-    const std::string name = std::string(pdb::kPrefix2x) + txtPDBname;
-    m_doc.CurrFileName = name + std::string(pdb::kExtension);
-    if (txtPDBname != shownName(m_doc) || db.DBName.empty())
+    if (txtPDBname != shownName(m_doc) || document::isNewDatabase(m_doc)) {
+        const std::string name = std::string(pdb::kPrefix2x) + txtPDBname;
+        m_doc.CurrFileName = name + std::string(pdb::kExtension);
         take(db.DBName, name, changed);
+    }
     const unsigned others = db.SearchFlags & ~static_cast<unsigned>(kSearchFlag);
     take(db.SearchFlags, static_cast<std::uint8_t>(others | (ChkSearch ? kSearchFlag : 0u)), changed);
     take(db.ReadOnly, static_cast<std::uint8_t>(ChkReadOnly ? 1 : 0), changed);

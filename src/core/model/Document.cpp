@@ -8,6 +8,7 @@ void clearDocument(Document& doc) {
     doc.DocModified = false;
     doc.FileOK = false;
     doc.Is2xFormat = true;
+    doc.ReadOnlyInFile = false;
     doc.GridReady = false;
     doc.CurrField = 0;
     doc.CurrentView.clear();

@@ -38,8 +38,9 @@ struct Document : Tallybook {
     std::filesystem::path CurrFolder;
     std::filesystem::path TempCopyPath; // images of unchanged cells are read from it; empty when there is none
     std::string CurrFileName;
-    FileMark fileMark;   // of CurrFilePath
-    std::string Caption; // of the document window
+    FileMark fileMark;           // of CurrFilePath
+    bool ReadOnlyInFile = false; // what the file said when it was last read or written
+    std::string Caption;         // of the document window
 
     std::uint8_t CurrField = 0;           // slot of the cell being edited
     std::string CurrentView;              // empty: all fields

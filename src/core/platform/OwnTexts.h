@@ -21,6 +21,11 @@ inline std::string notBuilt(std::string_view what) {
 }
 inline constexpr std::string_view kKeyOutOfRange = "The number is too large for a key.  Conversion not performed.";
 
+// What was typed names no day; `example` is one as the region writes it.
+inline std::string noDate(std::string_view example) {
+    return "Please specify a valid date (e.g. " + std::string(example) + ").";
+}
+
 // A search goes through the records that a filter hides, too.
 inline std::string foundHidden(int record) {
     return "Found in record " + std::to_string(record) + ", which the filter hides.";
@@ -94,7 +99,12 @@ inline std::string pictureTooLarge(std::string_view path, std::int64_t most) {
 inline constexpr std::string_view kNoTallybook = "The file is not a Tallybook.";
 
 // Names for new files. The dialog is shown again.
-inline constexpr std::string_view kNameTooLong = "Filename not valid.  A file name may have at most 240 bytes.";
+inline constexpr std::string_view kNameMissing = "Filename not valid.  A Tallybook needs a name behind \"MS2_\".";
+inline constexpr std::string_view kNameTooLong =
+    "Filename not valid.  The name of a Tallybook may have at most 27 characters.";
+inline std::string nameForeign(std::string_view codePoint) {
+    return "Filename not valid.  The character " + std::string(codePoint) + " cannot be stored in a Tallybook.";
+}
 inline constexpr std::string_view kNameForbidden =
     "Filename not valid.  A file name may not have any of these characters: \\ / : * ? \" < > |";
 inline std::string replaceFile(std::string_view path) {

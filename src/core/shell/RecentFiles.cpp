@@ -29,6 +29,15 @@ bool sameFile(const RecentFile& a, const RecentFile& b) {
            platform::foldedName(a.folder) == platform::foldedName(b.folder);
 }
 
+// Settings that came from a system with the other separator.
+void useOwnSeparators(RecentFile& file) {
+    if (file.folder.starts_with('/'))
+        return; // here it is a character like any other
+    std::replace(file.folder.begin(), file.folder.end(), '\\', '/');
+    if (file.folder.ends_with('/'))
+        file.folder.pop_back();
+}
+
 RecentFile split(std::string_view path) {
     const auto separator = path.rfind('/');
     if (separator == std::string_view::npos)
@@ -44,6 +53,7 @@ RecentList GetLatestList(const platform::Settings& settings) {
     for (int number = 0; number < count; ++number) {
         const std::string section = entrySection(number);
         RecentFile entry{settings.get(section, "Name", kNoEntry), settings.get(section, "Path", kNoEntry)};
+        useOwnSeparators(entry);
         if (entry.name != kNoEntry)
             list.push_back(std::move(entry));
     }

@@ -64,6 +64,28 @@ TEST(SaveTest, putsUnderscoresForBlanksIntoTheNameOnDisk) {
     EXPECT_TRUE(std::filesystem::exists(test.path("MS2_My_books.pdb")));
 }
 
+// What is written can be opened, and two files do not get one name in their headers.
+TEST(SaveTest, refusesTheNamesThatNoNewFileMayHave) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    test.put("script", std::string("add\nsave\n"));
+    for (const std::string name : {"Out.pdb", "ms2_Out.pdb", "MS2_.pdb", "MS2_ .pdb",
+                                   "MS2_1234567890123456789012345678.pdb", "MS2_\u65E5.pdb", "MS2_a:b.pdb"}) {
+        const std::vector<std::vector<std::string>> calls = {
+            {"save", "MS2_Small.pdb", name},
+            {"recalc", "MS2_Small.pdb", "--out", name},
+            {"edit", "MS2_Small.pdb", "--out", name, "--script", "script"},
+        };
+        for (const auto& call : calls) {
+            const CommandResult result = test.run(call);
+            EXPECT_EQ(result.code, 1) << call[0] << ' ' << name;
+            EXPECT_NE(result.err.find("Filename not valid."), std::string::npos) << call[0] << ' ' << result.err;
+            EXPECT_FALSE(std::filesystem::exists(test.path(name))) << call[0] << ' ' << name;
+        }
+    }
+    EXPECT_EQ(test.run({"save", "MS2_Small.pdb", "MS2_123456789012345678901234567.pdb"}).code, 0);
+}
+
 TEST(SaveTest, leavesADeletedRecordOut) {
     const CommandTest test;
     platform::Bytes bytes = smallDatabase();

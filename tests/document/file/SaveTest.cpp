@@ -148,6 +148,7 @@ TEST_F(Save, openEditIsCommittedFirst) {
 TEST_F(Save, readOnlyDatabaseIsRefused) {
     openBooks();
     opened->CurrDB20.ReadOnly = 1;
+    opened->ReadOnlyInFile = true;
     const Bytes before = t.files.bytes(kBooks);
     change(0, "changed");
     EXPECT_EQ(saveDocument(*opened, t), Outcome::Refused);
@@ -349,22 +350,38 @@ TEST_F(Save, cancelInTheBoxEndsTheCommand) {
 }
 
 TEST_F(Save, namesThatNoFileMayHaveAreRefused) {
-    const std::string longest = "MS2_" + std::string(232, 'x') + ".pdb"; // 240 bytes
+    std::string euros; // 27 characters, each of them 3 bytes on the disk and 1 in the header
+    for (int i = 0; i < 27; ++i)
+        euros += "\u20AC";
     struct Row {
         std::string name;
         bool accepted;
     };
     const Row rows[] = {
-        {longest, true},           {"MS2_" + std::string(233, 'x') + ".pdb", false},
-        {"MS2_a:b.pdb", false},    {"MS2_a*.pdb", false},
-        {"MS2_a?.pdb", false},     {"MS2_a\"b.pdb", false},
-        {"MS2_<a>.pdb", false},    {"MS2_a|b.pdb", false},
-        {"MS2_a\\b.pdb", false},   {"MS2_a\nb.pdb", false},
+        {"MS2_" + std::string(27, 'x') + ".pdb", true},
+        {"MS2_" + std::string(28, 'x') + ".pdb", false},
+        {"MS2_" + euros + ".pdb", true},
+        {"MS2_" + euros + "x.pdb", false},
+        {"MS2_x", true},
+        {"MS2_", false},
+        {"MS2_.pdb", false},
+        {"MS2_   .pdb", false},
+        {"MS2_\u65E5.pdb", false},
+        {"MS2_e\u0301.pdb", true},
+        {"MS2_a:b.pdb", false},
+        {"MS2_a*.pdb", false},
+        {"MS2_a?.pdb", false},
+        {"MS2_a\"b.pdb", false},
+        {"MS2_<a>.pdb", false},
+        {"MS2_a|b.pdb", false},
+        {"MS2_a\\b.pdb", false},
+        {"MS2_a\nb.pdb", false},
         {"MS2_a'b (1).pdb", true},
     };
     openBooks();
     for (const Row& row : rows) {
         t.user.messages.clear();
+        t.user.answers.clear();
         t.user.saveNames = {"/home/" + row.name};
         if (!row.accepted)
             t.user.answers = {Answer::Cancel};
@@ -395,8 +412,78 @@ TEST_F(Save, fileThatBlanksLeadToIsNotReplacedUnasked) {
     t.user.saveNames = {"/home/MS2_My Books.pdb"};
     t.user.answers = {Answer::Yes};
     EXPECT_EQ(SaveNew(*opened, t), Outcome::Done);
-    t.user.saveNames = {"/home/MS2_My_Books.pdb"}; // the dialog itself has asked about this one
-    EXPECT_EQ(SaveNew(*opened, t), Outcome::Done);
+    t.user.saveNames = {"/home/MS2_My_Books.pdb", std::nullopt}; // nor the one with that very name
+    t.user.answers = {Answer::No};
+    EXPECT_EQ(SaveNew(*opened, t), Outcome::Cancelled);
+}
+
+TEST_F(Save, whyANameIsRefusedIsSaid) {
+    EXPECT_EQ(faultOfFileName("MS2_" + std::string(28, 'x') + ".pdb"),
+              "Filename not valid.  The name of a Tallybook may have at most 27 characters.");
+    EXPECT_EQ(faultOfFileName("MS2_ .pdb"), "Filename not valid.  A Tallybook needs a name behind \"MS2_\".");
+    EXPECT_EQ(faultOfFileName("MS2_\u65E5.pdb"),
+              "Filename not valid.  The character U+65E5 cannot be stored in a Tallybook.");
+    EXPECT_EQ(faultOfFileName("MS2_My books.PDB"), "");
+}
+
+// It may have come from elsewhere.
+TEST_F(Save, theFileThatIsOpenKeepsANameThatANewOneMayNotHave) {
+    openBooks();
+    const std::filesystem::path odd = "/home/ms2_" + std::string(40, 'x') + ".pdb";
+    t.files.put(odd, t.files.bytes(kBooks));
+    ASSERT_EQ(open(odd), Outcome::Done);
+    change(0, "changed");
+    EXPECT_EQ(saveDocument(*opened, t), Outcome::Done);
+    EXPECT_FALSE(refusesFileName(*opened, t, odd));
+    EXPECT_TRUE(t.user.messages.empty());
+    EXPECT_TRUE(refusesFileName(*opened, t, "/home/ms2_y.pdb"));
+    EXPECT_EQ(lastMessage().text, kMustStart);
+}
+
+// Read-only
+
+TEST_F(Save, readOnlyCanBeSetAndTakenBack) {
+    openBooks();
+    opened->CurrDB20.ReadOnly = 1;
+    EXPECT_EQ(saveDocument(*opened, t), Outcome::Done);
+    EXPECT_EQ(saveDocument(*opened, t), Outcome::Refused);
+    EXPECT_EQ(lastMessage().text, "Tallybook is readonly.");
+    ASSERT_EQ(open(kBooks), Outcome::Done);
+    EXPECT_EQ(opened->CurrDB20.ReadOnly, 1);
+    EXPECT_EQ(saveDocument(*opened, t), Outcome::Refused);
+    opened->CurrDB20.ReadOnly = 0;
+    EXPECT_EQ(saveDocument(*opened, t), Outcome::Done);
+    ASSERT_EQ(open(kBooks), Outcome::Done);
+    EXPECT_EQ(opened->CurrDB20.ReadOnly, 0);
+}
+
+// A name from Tallybook Properties
+
+TEST_F(Save, aNewNameReachesTheFileInTheUsersFolder) {
+    openBooks();
+    t.files.addFolder("/ann");
+    const Bytes before = t.files.bytes(kBooks);
+    opened->CurrDB20.DBName = "MS2_My books";
+    opened->CurrFileName = "MS2_My books.pdb";
+    EXPECT_EQ(saveDocument(*opened, t, "/ann"), Outcome::Done);
+    EXPECT_TRUE(t.files.has("/ann/MS2_My_books.pdb"));
+    EXPECT_FALSE(t.files.has("/ann/MS2_Books.pdb"));
+    EXPECT_EQ(t.files.bytes(kBooks), before);
+    EXPECT_EQ(opened->CurrFilePath, "/ann/MS2_My_books.pdb");
+    EXPECT_EQ(opened->Caption, "MS2_My_books.pdb");
+    EXPECT_EQ(saveDocument(*opened, t, "/ann"), Outcome::Done); // the same file from now on
+    EXPECT_TRUE(t.user.messages.empty());
+}
+
+TEST_F(Save, aNewNameThatAnotherFileHasIsAskedAbout) {
+    openBooks();
+    t.files.addFolder("/ann");
+    t.files.put("/ann/MS2_Other.pdb", {1, 2, 3});
+    opened->CurrFileName = "MS2_Other.pdb";
+    t.user.answers = {Answer::No};
+    EXPECT_EQ(saveDocument(*opened, t, "/ann"), Outcome::Refused);
+    EXPECT_EQ(lastMessage().text, "\"/ann/MS2_Other.pdb\" exists already.  Do you want to replace it?");
+    EXPECT_EQ(t.files.bytes("/ann/MS2_Other.pdb"), (Bytes{1, 2, 3}));
 }
 
 TEST_F(Save, failedSaveUnderANewNameKeepsTheOldOne) {
@@ -460,6 +547,7 @@ TEST_F(Save, closingStaysWhenTheSaveIsRefusedOrCancelled) {
     openBooks();
     change(0, "changed");
     opened->CurrDB20.ReadOnly = 1;
+    opened->ReadOnlyInFile = true;
     t.user.answers = {Answer::Yes};
     EXPECT_FALSE(CheckSaveChanges(*opened, t));
     EXPECT_EQ(lastMessage().text, "Tallybook is readonly.");

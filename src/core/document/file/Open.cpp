@@ -126,6 +126,7 @@ void finish(model::Document& doc, Services& services, ReadMode mode) {
         doc.grd.setCell(model::kFirstDataRow, 1);
         AddViewFilterInfo(doc, services);
     }
+    doc.ReadOnlyInFile = doc.CurrDB20.ReadOnly != 0;
     doc.DocModified = false;
     doc.FileOK = true;
     doc.GridReady = true;

@@ -62,22 +62,30 @@ bool isNewDatabase(const model::Document& doc);
 // touch DocModified, the paths or the recent files.
 Outcome savePDBFile20(model::Document& doc, platform::Services& services, const std::filesystem::path& target);
 
-// Why a new file may not have this name, prefix and ending included; empty when it may.
+// Why a new file may not have this name (UTF-8, prefix and ending included); empty when it may. Between the two stand
+// 1 to 27 characters of the code page, not blanks alone, so that the header holds the same name.
 std::string faultOfFileName(const std::string& name);
+
+// True, with the message, when a save may not make a file of the target's name. The file that is open keeps its name,
+// whatever it is.
+bool refusesFileName(const model::Document& doc, platform::Services& services, const std::filesystem::path& target);
 
 // Where savePDBFile20 puts a file for a target.
 std::filesystem::path savedPath(const std::filesystem::path& target);
 
-// The Save command: commits the open edit, refuses a read-only database, asks for a name when there is none yet.
+// The Save command: commits the open edit, refuses a read-only database, asks for a name when there is none yet. A
+// database that was made read-only, or is not any more, since its file was read or written is saved once.
 // Afterwards the document's paths name the file that was written. The caller updates the recent files.
 //
-// With the folder of a handheld user the file goes there under its own name, wherever it was opened, so that the next
-// sync and the Open dialog find it; when another file has the name there, the user is asked first.
+// With the folder of a handheld user the file goes there under its own name (CurrFileName, which Tallybook Properties
+// change), wherever it was opened, so that the next sync and the Open dialog find it; when another file has the name
+// there, the user is asked first.
 Outcome saveDocument(model::Document& doc, platform::Services& services,
                      const std::filesystem::path& userFolder = {});
 
 // Asks for a name that starts with "MS2_" and saves under it. A new database that has a name already is offered
-// under it, with its blanks, which go into the header. On success names, paths and caption are the new ones;
+// under it, with its blanks, which go into the header. A file that lies there is asked about, unless the user has
+// given it up already when the new database was named. On success names, paths and caption are the new ones;
 // otherwise they are what they were.
 Outcome SaveNew(model::Document& doc, platform::Services& services);
 

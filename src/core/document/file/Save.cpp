@@ -28,7 +28,7 @@ using Path = std::filesystem::path;
 
 constexpr std::string_view kTag = "Tallybook Pocket : Save";
 constexpr std::string_view kNewDatabase = "New Database";
-constexpr std::size_t kLongestName = 240; // bytes; leaves room for what the program puts before and behind it
+constexpr std::size_t kLongestName = model::kNameLength - pdb::kPrefix2x.size(); // bytes; the header holds no more
 
 // Unchanged pictures are copied from the new file from now on, so each cell takes its place there.
 void adoptPictures(model::Document& doc, Services& services, const pdb::BuiltFile& built) {
@@ -70,6 +70,14 @@ bool hasForbiddenCharacter(std::string_view name) {
     return false;
 }
 
+// The name itself, without prefix and ending.
+std::string behindPrefix(const std::string& name) {
+    std::string behind = name.substr(pdb::kPrefix2x.size());
+    if (calc::equalText(Path(name).extension().string(), pdb::kExtension, calc::TextCase::Folded))
+        behind.resize(behind.size() - pdb::kExtension.size());
+    return behind;
+}
+
 // True when no file is there, or the user lets it go.
 bool mayTakePlace(Services& services, const Path& place) {
     if (!exists(services, place))
@@ -81,10 +89,12 @@ bool mayTakePlace(Services& services, const Path& place) {
                                 .preferred = Answer::No}) == Answer::Yes;
 }
 
-// The dialog has asked about a file of the name as typed, but not about the one that its blanks lead to.
-bool mayReplace(Services& services, const Path& path) {
+// A new database may have been given this very place, and what lies there have been given up.
+bool mayReplace(const model::Document& doc, Services& services, const Path& path) {
     const Path onDisk = savedPath(path);
-    return onDisk == path || mayTakePlace(services, onDisk);
+    const bool given = isNewDatabase(doc) && onDisk == doc.CurrFilePath && doc.fileMark.known &&
+                       doc.fileMark == markOf(services.files, onDisk);
+    return given || mayTakePlace(services, onDisk);
 }
 
 // The name with its blanks: the header takes it from the file, and underscores would stay in it.
@@ -104,7 +114,7 @@ std::optional<Path> askNewName(model::Document& doc, Services& services) {
         const Path path = withEnding(*chosen);
         const std::string fault = faultOfFileName(path.filename().string());
         if (fault.empty()) {
-            if (mayReplace(services, path))
+            if (mayReplace(doc, services, path))
                 return path;
             continue;
         }
@@ -115,12 +125,19 @@ std::optional<Path> askNewName(model::Document& doc, Services& services) {
     }
 }
 
+// As on the disk, or as it was named since in Tallybook Properties.
+Path currentName(const model::Document& doc) {
+    const Path onDisk = doc.CurrFilePath.filename();
+    const bool renamed = !doc.CurrFileName.empty() && doc.CurrFileName != platform::shownPath(onDisk);
+    return renamed ? savedPath(platform::ansi::toUtf8(doc.CurrFileName)) : onDisk;
+}
+
 // Where Save puts the file: into the user's folder when there is one. A file that lies there already, under whatever
 // path, is the one that is open.
 Path targetIn(const Path& userFolder, const model::Document& doc, Services& services) {
     if (userFolder.empty())
         return doc.CurrFilePath;
-    const Path place = platform::findIgnoringCase(services.files, userFolder / doc.CurrFilePath.filename());
+    const Path place = platform::findIgnoringCase(services.files, userFolder / currentName(doc));
     return platform::isSamePlace(services.files, place, doc.CurrFilePath) ? doc.CurrFilePath : place;
 }
 
@@ -153,11 +170,24 @@ void say(Services& services, std::string_view text) {
 std::string faultOfFileName(const std::string& name) {
     if (!name.starts_with(pdb::kPrefix2x))
         return "Filename not valid.  Tallybook file name must start with \"MS2_\".";
-    if (name.size() > kLongestName)
-        return std::string(platform::texts::kNameTooLong);
     if (hasForbiddenCharacter(name))
         return std::string(platform::texts::kNameForbidden);
-    return {};
+    const std::string behind = behindPrefix(name);
+    if (behind.find_first_not_of(' ') == std::string::npos)
+        return std::string(platform::texts::kNameMissing);
+    if (const std::string foreign = platform::ansi::foreignCharacter(behind); !foreign.empty())
+        return platform::texts::nameForeign(foreign);
+    return platform::ansi::fromUtf8(behind).size() > kLongestName ? std::string(platform::texts::kNameTooLong)
+                                                                  : std::string();
+}
+
+bool refusesFileName(const model::Document& doc, Services& services, const Path& target) {
+    if (platform::isSamePlace(services.files, savedPath(target), doc.CurrFilePath))
+        return false;
+    const std::string fault = faultOfFileName(pdb::presentName(target.filename().string()));
+    if (!fault.empty())
+        services.ui.message({.text = fault, .icon = Icon::Critical, .title = {}});
+    return !fault.empty();
 }
 
 bool isNewDatabase(const model::Document& doc) {
@@ -190,12 +220,13 @@ Outcome savePDBFile20(model::Document& doc, Services& services, const Path& targ
     }
     adoptPictures(doc, services, built.value());
     renewTempCopy(doc, services, path, bytes);
+    doc.ReadOnlyInFile = doc.CurrDB20.ReadOnly != 0;
     doc.FileOK = true;
     return Outcome::Done;
 }
 
 Outcome saveDocument(model::Document& doc, Services& services, const Path& userFolder) {
-    if (refuseReadOnly(doc, services))
+    if (doc.ReadOnlyInFile && refuseReadOnly(doc, services))
         return Outcome::Refused;
     saveCell(doc, services);
     if (isNewDatabase(doc))
