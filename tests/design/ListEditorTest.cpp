@@ -1,6 +1,7 @@
 #include "core/design/ListEditor.h"
 
 #include "core/design/AutoWriter.h"
+#include "core/pdb/Names.h"
 #include "document/DocumentFixture.h"
 
 #include <gtest/gtest.h>
@@ -208,6 +209,25 @@ TEST_F(AutoWriting, theLongEditorEndsLinesItsOwnWay) {
     EXPECT_EQ(memoScreen(doc.CurrDB20, kSlot), (MemoScreen{false, false}));
     EXPECT_EQ(textForMemo("a\nb"), "a\r\nb");
     EXPECT_EQ(textFromMemo("a\r\nb"), "a\nb");
+}
+
+TEST_F(ListEditing, anItemOfBlanksIsNone) {
+    ListEditor open = editor();
+    const auto before = open.lst();
+    EXPECT_EQ(add(open, " "), -1);
+    EXPECT_EQ(add(open, "   "), -1);
+    EXPECT_EQ(add(open, "An item"), static_cast<int>(before.size()));
+    t.user.typedTexts = {"  "};
+    open.cmdEdit(static_cast<int>(before.size()));
+    EXPECT_EQ(open.lst().back(), "An item");
+}
+
+TEST_F(ListEditing, aFieldThatIsBeingRenamedHasItsNewName) {
+    ListEditor open(doc, t, kSlot, "Renamed");
+    EXPECT_EQ(open.cmbList()[static_cast<std::size_t>(open.listPosition())], "Renamed");
+    doc.CurrDB20.Fields[kSlot].Name.clear();
+    ListEditor nameless(doc, t, kSlot);
+    EXPECT_EQ(nameless.cmbList()[static_cast<std::size_t>(nameless.listPosition())], pdb::freeFieldName(kSlot));
 }
 
 } // namespace

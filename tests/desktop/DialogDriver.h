@@ -4,6 +4,7 @@
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QTest>
@@ -31,6 +32,22 @@ inline void press(QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers 
     QTest::keyClick(focus, key, modifiers);
 }
 
+// Walks to an entry of an open list with the keys.
+inline void walkTo(QAbstractItemView* list, int entry) {
+    QTest::keyClick(list, Qt::Key_Home);
+    for (int i = 0; i < list->model()->rowCount() && list->currentIndex().row() != entry; ++i)
+        QTest::keyClick(list, Qt::Key_Down);
+    EXPECT_EQ(list->currentIndex().row(), entry);
+}
+
+// Replaces the text of a box by one from the clipboard, as is done with a long one.
+inline void pasteOver(QWidget* box, const QString& text) {
+    QGuiApplication::clipboard()->setText(text);
+    box->setFocus();
+    QTest::keyClick(box, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(box, Qt::Key_V, Qt::ControlModifier);
+}
+
 // Picks an entry of a combo box with the mouse and Return.
 inline void pick(QWidget& window, const char* combo, const char* entry) {
     auto* box = child<QComboBox>(window, combo);
@@ -39,7 +56,7 @@ inline void pick(QWidget& window, const char* combo, const char* entry) {
     ASSERT_GE(index, 0) << entry;
     QTest::mouseClick(box, Qt::LeftButton);
     QAbstractItemView* list = box->view();
-    list->setCurrentIndex(list->model()->index(index, 0));
+    walkTo(list, index);
     QTest::keyClick(list, Qt::Key_Return);
     QApplication::setActiveWindow(&window);
 }

@@ -21,6 +21,7 @@
 #include <QComboBox>
 #include <QDesktopServices>
 #include <QGroupBox>
+#include <QInputMethodEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -90,7 +91,8 @@ TEST_F(ErrorDialog, itsButtonsAnswer) {
     };
     for (const auto& [button, answer] : cases) {
         desktop::dlgError dialog(error, {}, nullptr);
-        dialog.findChild<QPushButton*>(QString::fromLatin1(button))->click();
+        dialog.show();
+        QTest::mouseClick(dialog.findChild<QPushButton*>(QString::fromLatin1(button)), Qt::LeftButton);
         EXPECT_EQ(dialog.answer(), answer) << button;
     }
     desktop::dlgError closed(error, {}, nullptr);
@@ -306,7 +308,8 @@ protected:
     }
     void choose(int kind) {
         auto* list = dialog->findChild<QTreeWidget*>(QStringLiteral("lstPwd"));
-        list->setCurrentItem(list->topLevelItem(kind));
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
+                          list->visualItemRect(list->topLevelItem(kind)).center());
     }
     QString state(int kind) {
         return dialog->findChild<QTreeWidget*>(QStringLiteral("lstPwd"))->topLevelItem(kind)->text(1);
@@ -319,7 +322,9 @@ protected:
         QTest::keyClicks(line, QString::fromLatin1(text));
     }
     QString hint() { return dialog->findChild<QLabel*>(QStringLiteral("lblHint"))->text(); }
-    void press(const char* name) { dialog->findChild<QPushButton*>(QString::fromLatin1(name))->click(); }
+    void press(const char* name) {
+        QTest::mouseClick(dialog->findChild<QPushButton*>(QString::fromLatin1(name)), Qt::LeftButton);
+    }
 
     model::Document doc;
     MemoryFiles files;
@@ -362,6 +367,34 @@ TEST_F(SecuritySettingDialog, setsANewPassword) {
     EXPECT_EQ(doc.CurrDB20.Passwords[1], pdb::ApplyPwd("secret"));
     EXPECT_EQ(state(1), QStringLiteral("Set"));
     EXPECT_FALSE(doc.DocModified);
+}
+
+// Two passwords of six foreign letters would be stored as the same six question marks.
+TEST_F(SecuritySettingDialog, refusesAPasswordThatCannotBeStored) {
+    show();
+    choose(1);
+    for (const char* field : {"txtNew", "txtConfirm"}) {
+        QInputMethodEvent typed;
+        typed.setCommitString(QStringLiteral("\u0441\u0435\u043A\u0440\u0435\u0442"));
+        QApplication::sendEvent(dialog->findChild<QLineEdit*>(QString::fromLatin1(field)), &typed);
+    }
+    script.expectMessage(QStringLiteral("The character U+0441 cannot be stored in a Tallybook."));
+    press("cmdOK");
+    EXPECT_EQ(state(1), QStringLiteral("Not set"));
+    EXPECT_EQ(dialog->focusWidget()->objectName(), QStringLiteral("txtNew"));
+}
+
+TEST_F(SecuritySettingDialog, aForeignTextIsNotTheOldPassword) {
+    doc.CurrDB20.Passwords[2] = pdb::ApplyPwd("??????");
+    show();
+    choose(2);
+    press("cmdDelete");
+    QInputMethodEvent typed;
+    typed.setCommitString(QStringLiteral("\u043F\u0430\u0440\u043E\u043B\u044C"));
+    QApplication::sendEvent(dialog->findChild<QLineEdit*>(QStringLiteral("TxtExist")), &typed);
+    script.expectMessage(QStringLiteral("The character U+043F cannot be stored in a Tallybook."));
+    press("CmdVerify");
+    EXPECT_EQ(state(2), QStringLiteral("Set"));
 }
 
 TEST_F(SecuritySettingDialog, aMismatchSelectsTheConfirmation) {

@@ -1,20 +1,25 @@
 // Each kind of editor, opened, typed into and left with real keys and clicks; read in the model and in the file.
+#include "desktop/DialogDriver.h"
 #include "desktop/WindowTest.h"
 #include "desktop/document/frmDocument.h"
 #include "desktop/platform/Text.h"
+#include "support/Regions.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QCalendarWidget>
+#include <QClipboard>
 #include <QComboBox>
 #include <QContextMenuEvent>
-#include <QDateEdit>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QTest>
 #include <QToolButton>
+#include <QWheelEvent>
 
 #include <stdexcept>
 
@@ -340,7 +345,7 @@ TEST_F(Editing, upInTheListCommitsAndGoesUp) {
     click(1, kShelf);
     auto* list = find<QComboBox>("cmb1");
     list->hidePopup();
-    list->setCurrentIndex(0);
+    QTest::keyClick(list, Qt::Key_Home); // "none"
     QTest::keyClick(list, Qt::Key_Up);
     EXPECT_EQ(text(1, kShelf), "");
     EXPECT_EQ(doc().CellLongs.get(1, kShelf), 0);
@@ -385,7 +390,8 @@ TEST_F(Editing, theCategoryHasUnfiledBehindItsItems) {
     EXPECT_EQ(list->itemText(list->count() - 2), QStringLiteral("Unfiled"));
     EXPECT_EQ(list->itemText(list->count() - 1), QStringLiteral("Edit Categories..."));
     list->hidePopup();
-    list->setCurrentIndex(list->count() - 2);
+    QTest::keyClick(list, Qt::Key_U);
+    EXPECT_EQ(list->currentText(), QStringLiteral("Unfiled"));
     QTest::keyClick(list, Qt::Key_Return);
     EXPECT_EQ(text(1, kCategory), "Unfiled");
     EXPECT_EQ(doc().CellLongs.get(1, kCategory), 0);
@@ -394,28 +400,221 @@ TEST_F(Editing, theCategoryHasUnfiledBehindItsItems) {
 TEST_F(Editing, aDateOpensOnItsDayAndIsWrittenShort) {
     openSample();
     click(0, kBought);
-    auto* picker = find<QDateEdit>("DTPickerMS2");
-    EXPECT_EQ(picker->date(), QDate(2003, 1, 2));
+    auto* picker = find<QLineEdit>("DTPickerMS2");
     EXPECT_EQ(picker->text(), QStringLiteral("1/2/2003"));
-    picker->setDate(QDate(2004, 2, 29));
-    QTest::keyClick(picker, Qt::Key_Return);
+    EXPECT_EQ(picker->selectedText(), QStringLiteral("1/2/2003"));
+    type("2/29/04");
+    key(Qt::Key_Return);
+    EXPECT_FALSE(picker->isVisible());
     EXPECT_EQ(text(0, kBought), "2/29/2004");
     EXPECT_EQ(saved(0, kBought), "2/29/2004");
+}
+
+struct TypedDate {
+    platform::Regional region;
+    const char* typed;
+    const char* shown; // in the cell and in the saved file
+};
+
+TEST_F(Editing, aTypedDateIsReadAsTheRegionWritesIt) {
+    const TypedDate dates[] = {
+        {us(), "12/24/2020", "12/24/2020"},     {us(), "1/2/20", "1/2/2020"},
+        {us(), "1/2/30", "1/2/1930"},           {us(), "24/12/2020", "12/24/2020"},
+        {us(), "dec 24 2020", "12/24/2020"},    {uk(), "24/12/2020", "24/12/2020"},
+        {uk(), "1/2/20", "01/02/2020"},         {uk(), "5-6-2024", "05/06/2024"},
+        {german(), "5.6.2024", "05.06.2024"},   {german(), "05.06.24", "05.06.2024"},
+        {german(), "24.12.2020", "24.12.2020"}, {swedish(), "2020-12-24", "2020-12-24"},
+    };
+    for (const TypedDate& date : dates) {
+        regional = date.region;
+        for (const bool opened : {false, true}) {
+            openSample();
+            go(0, kBought);
+            if (opened)
+                key(Qt::Key_F2);
+            type(date.typed);
+            EXPECT_EQ(find<QLineEdit>("DTPickerMS2")->text(), QString::fromLatin1(date.typed));
+            key(Qt::Key_Return);
+            EXPECT_EQ(text(0, kBought), date.shown) << date.typed;
+            EXPECT_EQ(saved(0, kBought), date.shown) << date.typed;
+        }
+    }
+}
+
+TEST_F(Editing, aTypedDateIsTakenHoweverItsCellIsLeft) {
+    openSample();
+    for (const auto& leave : std::vector<std::function<void()>>{
+             [this] { key(Qt::Key_Return); }, [this] { key(Qt::Key_Tab); },
+             [this] { key(Qt::Key_Backtab, Qt::ShiftModifier); }, [this] { clickAt(middleOf(1, kTitle)); },
+             [this] { trigger("mnuFileSave"); }, [this] { trigger("mnuRecordAdd"); }}) {
+        go(0, kBought);
+        type("1/2/2003");
+        key(Qt::Key_Return);
+        go(0, kBought);
+        type("12/24/20");
+        leave();
+        EXPECT_EQ(text(0, kBought), "12/24/2020");
+        doc().editor = {};
+        window().documentWindow().showDocument();
+    }
+}
+
+TEST_F(Editing, whatNamesNoDayIsRefusedAndCanBeMended) {
+    openSample();
+    go(0, kBought);
+    type("12/24/");
+    script.expectMessage(QStringLiteral("Please specify a valid date (e.g. 12/31/2003)."));
+    key(Qt::Key_Return);
+    QApplication::setActiveWindow(&window()); // nobody else does where there is no window manager
+    EXPECT_TRUE(visible("DTPickerMS2"));
+    EXPECT_TRUE(find<QLineEdit>("DTPickerMS2")->hasFocus());
+    EXPECT_EQ(find<QLineEdit>("DTPickerMS2")->text(), QStringLiteral("12/24/"));
+    type("04");
+    key(Qt::Key_Return);
+    EXPECT_EQ(text(0, kBought), "12/24/2004");
+}
+
+TEST_F(Editing, aRefusedDateLeavesTheOldOne) {
+    openSample();
+    for (const char* typed : {"7 pm", "36526", "2/30/2003", "-", "x"}) {
+        go(0, kBought);
+        type(typed);
+        script.expectMessage(QStringLiteral("Please specify a valid date (e.g. 12/31/2003)."));
+        key(Qt::Key_Tab);
+        QApplication::setActiveWindow(&window());
+        EXPECT_EQ(text(0, kBought), "1/2/2003") << typed;
+        EXPECT_FALSE(visible("DTPickerMS2"));
+    }
+    EXPECT_FALSE(doc().DocModified);
+}
+
+TEST_F(Editing, aDateThatIsDeletedEmptiesItsCell) {
+    openSample();
+    click(0, kBought);
+    key(Qt::Key_Backspace);
+    key(Qt::Key_Return);
+    EXPECT_EQ(text(0, kBought), "");
+    EXPECT_TRUE(doc().DocModified);
+}
+
+TEST_F(Editing, aPastedDateWithALineEndIsTaken) {
+    openSample();
+    click(0, kBought);
+    QGuiApplication::clipboard()->setText(QStringLiteral("12/24/2020\n"));
+    key(Qt::Key_V, Qt::ControlModifier);
+    key(Qt::Key_Return);
+    EXPECT_EQ(text(0, kBought), "12/24/2020");
 }
 
 TEST_F(Editing, anEmptyDateOpensOnToday) {
     openSample();
     click(1, kBought);
-    EXPECT_EQ(find<QDateEdit>("DTPickerMS2")->date(), QDate(2003, 3, 5));
-    QTest::keyClick(find<QDateEdit>("DTPickerMS2"), Qt::Key_Escape);
+    EXPECT_EQ(find<QLineEdit>("DTPickerMS2")->text(), QStringLiteral("3/5/2003"));
+    key(Qt::Key_Escape);
     EXPECT_EQ(text(1, kBought), "");
     EXPECT_FALSE(doc().DocModified);
+}
+
+TEST_F(Editing, theArrowsMoveADateByADay) {
+    openSample();
+    click(0, kBought);
+    key(Qt::Key_Up);
+    key(Qt::Key_Up);
+    key(Qt::Key_Down);
+    EXPECT_EQ(find<QLineEdit>("DTPickerMS2")->text(), QStringLiteral("1/3/2003"));
+    key(Qt::Key_Return);
+    EXPECT_EQ(text(0, kBought), "1/3/2003");
+}
+
+TEST_F(Editing, theCalendarOpensByItsKeysAndItsButton) {
+    openSample();
+    click(0, kBought);
+    auto* picker = find<QLineEdit>("DTPickerMS2");
+    const std::vector<std::function<void()>> ways = {
+        [&] { QTest::keyClick(picker, Qt::Key_F4); },
+        [&] { QTest::keyClick(picker, Qt::Key_Down, Qt::AltModifier); },
+        [&] { QTest::mouseClick(find<QToolButton>("CmdCalendar"), Qt::LeftButton); },
+    };
+    for (const auto& open : ways) {
+        open();
+        auto* calendar = picker->findChild<QCalendarWidget*>();
+        ASSERT_NE(calendar, nullptr);
+        EXPECT_TRUE(calendar->isVisible());
+        EXPECT_EQ(calendar->selectedDate(), QDate(2003, 1, 2));
+        QWidget* days = QApplication::focusWidget();
+        ASSERT_TRUE(days != nullptr && calendar->isAncestorOf(days));
+        QTest::keyClick(days, Qt::Key_Escape);
+        EXPECT_FALSE(calendar->isVisible());
+        EXPECT_TRUE(picker->isVisible());
+    }
+    key(Qt::Key_Escape);
+    EXPECT_EQ(text(0, kBought), "1/2/2003");
+    EXPECT_FALSE(doc().DocModified);
+}
+
+TEST_F(Editing, aDayPickedInTheCalendarGoesIntoTheLine) {
+    regional = german();
+    openSample();
+    go(0, kBought);
+    type("24.12.20");
+    auto* picker = find<QLineEdit>("DTPickerMS2");
+    key(Qt::Key_F4);
+    auto* calendar = picker->findChild<QCalendarWidget*>();
+    ASSERT_NE(calendar, nullptr);
+    EXPECT_EQ(calendar->selectedDate(), QDate(2020, 12, 24)); // what was typed so far
+    key(Qt::Key_Right);
+    key(Qt::Key_Return);
+    EXPECT_FALSE(calendar->isVisible());
+    EXPECT_TRUE(picker->hasFocus());
+    EXPECT_EQ(picker->text(), QStringLiteral("25.12.2020"));
+    EXPECT_EQ(text(0, kBought), "02.01.2003"); // not before it is taken
+    key(Qt::Key_Return);
+    EXPECT_EQ(saved(0, kBought), "25.12.2020");
+}
+
+TEST_F(Editing, theCalendarOfATextThatIsNoDateOpensOnToday) {
+    openSample();
+    go(0, kBought);
+    type("x");
+    key(Qt::Key_F4);
+    auto* calendar = find<QLineEdit>("DTPickerMS2")->findChild<QCalendarWidget*>();
+    ASSERT_NE(calendar, nullptr);
+    EXPECT_EQ(calendar->selectedDate(), QDate(2003, 3, 5));
+}
+
+// A wheel over an editor is for the grid below it.
+TEST_F(Editing, theWheelChangesNoOpenEditor) {
+    openSample([](model::Document& sample) { sample.CurrDB20.Fields[kPages].IncDec = 1; });
+    for (int i = 0; i < 60; ++i)
+        trigger("mnuRecordAdd");
+    key(Qt::Key_Escape);
+    for (const int slot : {kTitle, kStock, kPrice, kShelf, kBought, kAt}) {
+        const std::string before = text(0, slot);
+        click(0, slot);
+        QWidget* editor = QApplication::focusWidget();
+        if (auto* list = qobject_cast<QComboBox*>(editor))
+            list->hidePopup();
+        ASSERT_TRUE(doc().editor.open()) << slot;
+        editor = QApplication::focusWidget();
+        const QPointF middle = QRectF(editor->rect()).center();
+        QWheelEvent wheel(middle, editor->mapToGlobal(middle), {}, QPoint(0, -120), Qt::NoButton, {},
+                          Qt::NoScrollPhase, false);
+        const int scrolled = grid().verticalScrollBar()->value();
+        QApplication::sendEvent(editor, &wheel);
+        EXPECT_GT(grid().verticalScrollBar()->value(), scrolled) << slot;
+        if (doc().editor.open())
+            key(Qt::Key_Return);
+        EXPECT_EQ(text(0, slot), before) << slot;
+        key(Qt::Key_Home, Qt::ControlModifier);
+        doc().editor = {};
+        window().documentWindow().showDocument();
+    }
 }
 
 TEST_F(Editing, theRightButtonClearsADateWithoutAMark) {
     openSample();
     click(0, kBought);
-    auto* picker = find<QDateEdit>("DTPickerMS2");
+    auto* picker = find<QLineEdit>("DTPickerMS2");
     script.expectMessage(QStringLiteral("Are you sure to clear the DATE VALUE for the selected Field?"));
     QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(3, 3), picker->mapToGlobal(QPoint(3, 3)));
     QApplication::sendEvent(picker, &event);
@@ -531,7 +730,7 @@ TEST_F(Editing, aMemoThatIsOnlyLookedAtKeepsTheLineEndsOfOtherSystems) {
 TEST_F(Editing, cancelLeavesAMemoAsItWas) {
     openSample();
     script.expect([](QWidget& memo) {
-        memo.findChild<QPlainTextEdit*>(QStringLiteral("txtMemo"))->setPlainText(QStringLiteral("Gone"));
+        QTest::keyClicks(memo.focusWidget(), QStringLiteral("Gone"));
         pressButton(memo, QStringLiteral("Cancel"));
     });
     click(0, kNotes);
@@ -544,9 +743,9 @@ TEST_F(Editing, aMemoThatIsTooLongWaitsForTheUser) {
     script.expect([](QWidget& memo) {
         auto* text = memo.findChild<QPlainTextEdit*>(QStringLiteral("txtMemo"));
         auto* ok = memo.findChild<QPushButton*>(QStringLiteral("OKButton"));
-        text->setPlainText(QString(4097, QLatin1Char('a')));
+        pasteOver(text, QString(4097, QLatin1Char('a')));
         EXPECT_FALSE(ok->isEnabled());
-        text->setPlainText(QString(4096, QLatin1Char('a')));
+        QTest::keyClick(text, Qt::Key_Backspace);
         EXPECT_TRUE(ok->isEnabled());
         pressButton(memo, QStringLiteral("OK"));
     });
@@ -560,7 +759,8 @@ TEST_F(Editing, f2OpensTheLongEditorOfAText) {
     script.expect([](QWidget& memo) {
         auto* text = memo.findChild<QPlainTextEdit*>(QStringLiteral("txtMemo"));
         EXPECT_EQ(text->toPlainText(), QStringLiteral("Sea Charts"));
-        text->setPlainText(QStringLiteral("Longer"));
+        QTest::keyClick(text, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(text, QStringLiteral("Longer"));
         pressButton(memo, QStringLiteral("OK"));
     });
     key(Qt::Key_F2);
@@ -578,6 +778,56 @@ TEST_F(Editing, f2InTheCellKeepsWhatWasTyped) {
     key(Qt::Key_F2);
     EXPECT_EQ(text(0, kTitle), "Typed");
     EXPECT_FALSE(visible("Text1"));
+}
+
+TEST_F(Editing, aTextWithLineBreaksKeepsThem) {
+    openSample([](model::Document& sample) { sample.grd.setText(2, columnOfSlot(kTitle), "Two\nlines"); });
+    const auto openings =
+        std::vector<std::function<void()>>{[this] { click(0, kTitle); }, [this] { key(Qt::Key_Return); },
+                                           [this] { type("x"); }, [this] { key(Qt::Key_F2); }};
+    for (const auto& open : openings) {
+        script.expect([](QWidget& memo) {
+            auto* text = memo.findChild<QPlainTextEdit*>(QStringLiteral("txtMemo"));
+            ASSERT_NE(text, nullptr);
+            EXPECT_TRUE(text->isVisible());
+            QTest::keyClick(text, Qt::Key_End, Qt::ControlModifier);
+            QTest::keyClick(text, '!');
+            QTest::keyClick(text, Qt::Key_Return, Qt::ControlModifier);
+        });
+        open();
+        QApplication::setActiveWindow(&window());
+        EXPECT_FALSE(visible("Text1"));
+    }
+    EXPECT_EQ(text(0, kTitle), "Two\nlines!!!!");
+    EXPECT_EQ(saved(0, kTitle), "Two\nlines!!!!");
+}
+
+// A clipboard that no program owns has no contents at all, not even empty ones.
+TEST_F(Editing, pastingFromNowhereChangesNothing) {
+    openSample();
+    QGuiApplication::clipboard()->clear();
+    ASSERT_EQ(QGuiApplication::clipboard()->mimeData(), nullptr);
+    const auto paste = [](QWidget& box) {
+        QTest::keyClick(&box, Qt::Key_V, Qt::ControlModifier);
+        QTest::keyClick(&box, Qt::Key_Insert, Qt::ShiftModifier);
+    };
+    script.expect([&](QWidget& memo) {
+        auto* text = memo.findChild<QPlainTextEdit*>(QStringLiteral("txtMemo"));
+        paste(*text);
+        EXPECT_EQ(text->toPlainText(), QStringLiteral("Bought at the harbour\nSecond hand"));
+        pressButton(memo, QStringLiteral("OK"));
+    });
+    click(0, kNotes);
+    QApplication::setActiveWindow(&window());
+    click(0, kTitle);
+    paste(*text1());
+    EXPECT_EQ(editorText(), "Sea Charts");
+    trigger("mnuEditPaste");
+    EXPECT_EQ(editorText(), "Sea Charts");
+    key(Qt::Key_Escape);
+    go(0, kTitle);
+    trigger("mnuEditPaste");
+    EXPECT_FALSE(doc().DocModified);
 }
 
 TEST_F(Editing, aRadioButtonIsPickedInItsDialog) {

@@ -258,7 +258,7 @@ TEST_F(FieldPropData, aDatabaseOfEveryTypeIsMadeFilledSavedAndReadAgain) {
     script.expect([](QWidget& asked) {
         auto* line = asked.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
         ASSERT_NE(line, nullptr);
-        line->setText(QStringLiteral("/tmp/MS2_Every.pdb"));
+        pasteOver(line, QStringLiteral("/tmp/MS2_Every.pdb"));
         QTest::keyClick(line, Qt::Key_Return);
     });
     script.expectMessage(QStringLiteral("A backup copy of the Tallybook has been created successfully."));

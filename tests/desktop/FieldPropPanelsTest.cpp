@@ -121,6 +121,54 @@ TEST_F(FieldPropPanels, theItemsOfAListAreEditedInTheListEditor) {
     EXPECT_EQ(text(0, kShelf), "Middle");
 }
 
+TEST_F(FieldPropPanels, theListEditorHasTheNameThatIsBeingTyped) {
+    openSample();
+    open(kShelf, [this](QWidget& form) {
+        enter(form, "txtFieldName", "Place");
+        script.expect([](QWidget& editor) {
+            EXPECT_EQ(child<QComboBox>(editor, "cmbList")->currentText(), QStringLiteral("Place"));
+            clickOn(editor, "OKButton");
+        });
+        clickOn(form, "cmdListItems");
+        clickOn(form, "CancelButton");
+    });
+    EXPECT_EQ(field(kShelf).Name, "Shelf");
+}
+
+TEST_F(FieldPropPanels, controlAndEnterInTheExpressionIsOk) {
+    openSample([](model::Document& sample) {
+        sample.CurrDB20.Fields[kValue].Type = model::FieldType::AdvExpression;
+        sample.CurrDB20.Expressions[kValue] = {.ResultType = 0, .Tokens = {kPages, 90, kPrice}};
+    });
+    open(kValue, [](QWidget& form) {
+        auto* box = child<QPlainTextEdit>(form, "txtAdvExpression");
+        box->setFocus();
+        QTest::keyClick(box, Qt::Key_End, Qt::ControlModifier);
+        QTest::keyClick(box, Qt::Key_Return); // a line of its own
+        QTest::keyClicks(box, QStringLiteral("+ 1"));
+        QTest::keyClick(box, Qt::Key_Return, Qt::ControlModifier);
+        EXPECT_FALSE(form.isVisible());
+        form.close();
+    });
+    EXPECT_TRUE(doc().DocModified);
+}
+
+TEST_F(FieldPropPanels, aConditionThatLooksLikeHtmlIsShownAsItStands) {
+    openSample([](model::Document& sample) {
+        sample.CurrDB20.Fields[kValue].Type = model::FieldType::ConditionalExpression;
+        model::CondExprDef& condition = sample.CurrDB20.CondExprs[kValue];
+        condition.CondFields[0] = kTitle;
+        condition.CondOps[0] = '=';
+        condition.CondValues[0] = "<b>x</b>";
+    });
+    open(kValue, [](QWidget& form) {
+        auto* condition = child<QLabel>(form, "lblCondition");
+        EXPECT_TRUE(condition->text().contains(QStringLiteral("<b>x</b>"))) << condition->text().toStdString();
+        EXPECT_EQ(condition->textFormat(), Qt::PlainText);
+        form.close();
+    });
+}
+
 TEST_F(FieldPropPanels, cancelGivesBackTheOptionsThatWereToBecomeAList) {
     openSample();
     open(kCover, [this](QWidget& form) {
@@ -548,7 +596,10 @@ TEST_F(FieldPropPanels, aOneToManyFieldKeepsWhatItIsGiven) {
         enter(form, "txtLabel2", "This label has more than twenty characters");
         choose(form, "cmbMatch", "Number", 1);
         choose(form, "cmbSort", "City", 2);
-        child<QSpinBox>(form, "spnOption", 0)->setValue(7);
+        auto* option = child<QSpinBox>(form, "spnOption", 0);
+        option->setFocus();
+        option->selectAll();
+        QTest::keyClick(option, Qt::Key_7);
         script.expectMessage(QStringLiteral("A label may have at most 20 characters."));
         ok(form);
         enter(form, "txtLabel2", "in");

@@ -217,7 +217,7 @@ TEST_F(FieldProp, aRefusalHasTheFocusWhereItBelongs) {
         {"no join field", kJoin, [](QWidget& form) { child<QComboBox>(form, "cmbJoin")->setCurrentIndex(-1); },
          "External join field was not selected", "cmbJoin"},
         {"a foreign character", kTitle,
-         [](QWidget& form) { child<QLineEdit>(form, "txtDefault")->setText(QStringLiteral("a\u4E2D")); },
+         [](QWidget& form) { typeInto(form, "txtDefault", QStringLiteral("a\u4E2D")); },
          "The character U+4E2D cannot be stored in a Tallybook.", "txtDefault"},
     };
     openSample();

@@ -19,7 +19,7 @@ inline void choose(QComboBox* box, const char* entry) {
     ASSERT_GE(position, 0) << box->objectName().toStdString() << ": " << entry;
     box->setFocus();
     box->showPopup();
-    box->view()->setCurrentIndex(box->model()->index(position, 0));
+    walkTo(box->view(), position);
     QTest::keyClick(box->view(), Qt::Key_Return);
 }
 inline void choose(QWidget& window, const char* list, const char* entry, int place = 0) {

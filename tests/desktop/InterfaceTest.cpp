@@ -1,4 +1,5 @@
 // The core's questions, asked with real windows.
+#include "core/pdb/Passwords.h"
 #include "desktop/ModalScript.h"
 #include "desktop/dialogs/QtUserInterface.h"
 #include "desktop/grid/GridView.h"
@@ -6,7 +7,9 @@
 #include "desktop/platform/CProgressBar.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
+#include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
@@ -131,6 +134,36 @@ TEST_F(Interface, aCancelledNameIsNothing) {
 TEST_F(Interface, aCancelledPasswordIsNothing) {
     script.expect([](QWidget& window) { window.close(); });
     EXPECT_FALSE(user.askPassword("Login", "MS2_Books.pdb"));
+}
+
+TEST_F(Interface, aForeignTextIsNobodysPassword) {
+    script.expect([](QWidget& login) {
+        QInputMethodEvent typed;
+        typed.setCommitString(QStringLiteral("\u0441\u0435\u043A\u0440\u0435\u0442"));
+        QApplication::sendEvent(login.focusWidget(), &typed);
+        QTest::keyClick(login.focusWidget(), Qt::Key_Return);
+    });
+    const auto typed = user.askPassword("Login", "MS2_Books.pdb");
+    ASSERT_TRUE(typed);
+    EXPECT_FALSE(pdb::matchPassword20(*typed, pdb::ApplyPwd("??????")));
+}
+
+TEST_F(Interface, aFolderThatIsGoneIsNotOffered) {
+    const auto folder = [](const char* expected) {
+        return [expected](QWidget& window) {
+            EXPECT_EQ(qobject_cast<QFileDialog*>(&window)->directory().absolutePath(), QString::fromUtf8(expected));
+            window.close();
+        };
+    };
+    const std::string home = QDir::homePath().toStdString();
+    script.expect(folder("/usr"));
+    user.askOpenName("Browse", "PDB file (*.pdb)|*.pdb", "/usr/is not/there");
+    script.expect(folder(home.c_str()));
+    user.askOpenName("Browse", "PDB file (*.pdb)|*.pdb", "/is not/there");
+    script.expect(folder(home.c_str()));
+    user.askOpenName("Browse", "PDB file (*.pdb)|*.pdb", {});
+    script.expect(folder("/usr"));
+    user.askSaveName("Save As Tallybook", "PDB file (*.pdb)|*.pdb", "/usr/is not/MS2_there.pdb");
 }
 
 TEST_F(Interface, progressComesAndGoes) {

@@ -142,7 +142,7 @@ TEST_F(Lists, itemsAreAddedMovedSortedAndDeletedWithTheKeys) {
         clickOn(editor, "cmdSort");
         lst->setFocus();
         EXPECT_EQ(linesOf(*lst), words("Attic Lower Middle Upper"));
-        lst->setCurrentRow(2);
+        QTest::mouseClick(lst->viewport(), Qt::LeftButton, {}, lst->visualItemRect(lst->item(2)).center());
         script.expectMessage(QStringLiteral("Are you sure you want to delete the item Middle ?"),
                              QStringLiteral("No"));
         press(editor, Qt::Key_Delete);
@@ -187,7 +187,10 @@ TEST_F(Lists, theButtonsDoTheSameWithTheMouse) {
 TEST_F(Lists, withNothingSelectedTheButtonsAskForAnItem) {
     openSample();
     script.expect([this](QWidget& editor) {
-        child<QListWidget>(editor, "lst")->setCurrentRow(-1);
+        auto* lst = child<QListWidget>(editor, "lst");
+        QTest::mouseClick(lst->viewport(), Qt::LeftButton, Qt::ControlModifier,
+                          lst->visualItemRect(lst->item(0)).center());
+        ASSERT_TRUE(lst->selectedItems().isEmpty());
         for (const char* button : {"cmdEdit", "cmdDelete", "cmdUp", "cmdDown"}) {
             script.expectMessage(QStringLiteral("Select an item first"));
             clickOn(editor, button);
@@ -289,7 +292,7 @@ TEST_F(AutoWriterWindow, chosenItemsReplaceTheText) {
             for (const int row : {1, 0})
                 QTest::mouseClick(list->viewport(), Qt::LeftButton, {},
                                   list->visualItemRect(list->item(row)).center());
-            child<QRadioButton>(dialog, "optReplace")->click();
+            clickOn(dialog, "optReplace");
             clickOn(dialog, "OKButton");
         },
         QStringLiteral("Novel,Essay"));
@@ -313,8 +316,9 @@ TEST_F(AutoWriterWindow, whatItWroteIsDroppedWithTheLongEditor) {
     const std::string before = text(0, kKind);
     write(
         [](QWidget& dialog) {
-            child<QListWidget>(dialog, "List1")->item(1)->setSelected(true);
-            child<QRadioButton>(dialog, "optReplace")->click();
+            QTest::keyClick(dialog.focusWidget(), Qt::Key_Down);
+            QTest::keyClick(dialog.focusWidget(), Qt::Key_Space);
+            clickOn(dialog, "optReplace");
             clickOn(dialog, "OKButton");
         },
         QStringLiteral("Essay"), "CancelButton");
@@ -331,7 +335,7 @@ TEST_F(AutoWriterWindow, aNumberTakesOneItem) {
         script.expect([](QWidget& dialog) {
             EXPECT_FALSE(child<QWidget>(dialog, "OptAction")->isVisible());
             auto* list = child<QListWidget>(dialog, "List1");
-            list->item(0)->setSelected(true);
+            QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(0)).center());
             const QPoint place = list->visualItemRect(list->item(1)).center();
             QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, place);
             QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, place);

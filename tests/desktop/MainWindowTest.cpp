@@ -3,6 +3,7 @@
 #include "core/pdb/Passwords.h"
 #include "core/shell/Commands.h"
 #include "core/shell/ProgramSettings.h"
+#include "desktop/DialogDriver.h"
 #include "desktop/WindowTest.h"
 #include "desktop/document/frmDocument.h"
 #include "desktop/platform/Twips.h"
@@ -319,7 +320,7 @@ TEST_F(MainWindow, aDatabaseSavedAtClosingIsARecentFile) {
                          QStringLiteral("Yes"));
     script.expect([](QWidget& dialog) {
         auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-        name->setText(QStringLiteral("/tmp/MS2_Fresh.pdb"));
+        pasteOver(name, QStringLiteral("/tmp/MS2_Fresh.pdb"));
         QTest::keyClick(name, Qt::Key_Return);
     });
     trigger("mnuFileClose");
@@ -364,8 +365,9 @@ TEST_F(MainWindow, saveAsAsksForANameAndFollowsIt) {
         auto* dialog = qobject_cast<QFileDialog*>(&window);
         ASSERT_NE(dialog, nullptr);
         EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Save As Tallybook"));
-        dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(QStringLiteral("/tmp/MS2_Other.pdb"));
-        QTest::keyClick(dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit")), Qt::Key_Return);
+        auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        pasteOver(name, QStringLiteral("/tmp/MS2_Other.pdb"));
+        QTest::keyClick(name, Qt::Key_Return);
     });
     script.expectMessage(QStringLiteral("A backup copy of the Tallybook has been created successfully."));
     script.expectMessage(QStringLiteral("Note: If you want to install this Tallybook on the device please select the "
@@ -602,6 +604,7 @@ TEST_F(MainWindow, saysThatThereIsNoHelp) {
         script.expectMessage(
             QStringLiteral("Unable to display Help Contents. There is no Help associated with this project."));
         trigger(command);
+        EXPECT_EQ(action(command)->statusTip(), QStringLiteral("This version has no handbook yet"));
     }
 }
 

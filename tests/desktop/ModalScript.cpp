@@ -7,6 +7,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPointer>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -25,7 +26,7 @@ void pressButton(QWidget& window, const QString& caption) {
     for (QAbstractButton* button : buttons)
         if (button->isVisible() && withoutAccessKey(button->text()) == withoutAccessKey(caption)) {
             EXPECT_TRUE(button->isEnabled()) << caption.toStdString();
-            button->click();
+            QTest::mouseClick(button, Qt::LeftButton);
             return;
         }
     ADD_FAILURE() << "no button " << caption.toStdString();

@@ -154,7 +154,7 @@ TEST_F(OpenWindow, aChangeOfUserIsKept) {
     inDialog([](QWidget& dialog) {
         EXPECT_EQ(child<QComboBox>(dialog, "cmbUser")->currentText(), QStringLiteral("Bob"));
         EXPECT_EQ(rowsOf(dialog).size(), 1U);
-        child<QComboBox>(dialog, "cmbUser")->setCurrentIndex(0);
+        pick(dialog, "cmbUser", "Ann");
         EXPECT_TRUE(rowsOf(dialog).empty());
         clickOn(dialog, "CancelButton");
     });
@@ -279,7 +279,7 @@ TEST_F(OpenWindow, saveAndInstallAsksForWhom) {
         EXPECT_EQ(dialog.objectName(), QStringLiteral("frmUser"));
         EXPECT_EQ(child<QComboBox>(dialog, "cmbUser")->currentText(), QStringLiteral("Ann"));
         EXPECT_TRUE(child<QRadioButton>(dialog, "optUser")->isChecked());
-        child<QComboBox>(dialog, "cmbUser")->setCurrentIndex(1);
+        pick(dialog, "cmbUser", "Bob");
         clickOn(dialog, "OKButton");
     });
     script.expectMessage(QStringLiteral("MS2_Books.pdb will be installed during next HotSync for username(s) Bob."));
@@ -295,7 +295,7 @@ TEST_F(OpenWindow, saveAndInstallForAll) {
     start("Ann");
     window().openFile(kAnn / "MS2_Books.pdb");
     script.expect([](QWidget& dialog) {
-        child<QRadioButton>(dialog, "OptAll")->click();
+        clickOn(dialog, "OptAll");
         EXPECT_FALSE(child<QComboBox>(dialog, "cmbUser")->isEnabled());
         QTest::keyClick(&dialog, Qt::Key_Return);
     });

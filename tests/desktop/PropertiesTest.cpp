@@ -152,7 +152,7 @@ TEST_F(TallybookProperties, aStartupTextThatIsTooLongIsRefused) {
     edit([this](QWidget& dialog) {
         clickOn(dialog, "CmdStartup");
         auto* text = child<QPlainTextEdit>(dialog, "TxtStartup");
-        text->setPlainText(QString(65001, QLatin1Char('x')));
+        pasteOver(text, QString(65001, QLatin1Char('x')));
         expectText("A start-up text may have at most 65000 characters.");
         clickOn(dialog, "CmdDone");
         EXPECT_TRUE(text->isVisible());
@@ -237,7 +237,7 @@ TEST_F(TallybookProperties, aNewDatabaseIsNamedAndSaved) {
         ASSERT_NE(dialog, nullptr);
         auto* name = child<QLineEdit>(*dialog, "fileNameEdit");
         EXPECT_EQ(name->text(), QStringLiteral("MS2_My new books.pdb"));
-        name->setText(QStringLiteral("/data/MS2_My new books.pdb"));
+        pasteOver(name, QStringLiteral("/data/MS2_My new books.pdb"));
         QTest::keyClick(name, Qt::Key_Return);
     });
     trigger("mnuFileSave");

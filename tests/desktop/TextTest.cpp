@@ -1,5 +1,7 @@
 #include "desktop/platform/Text.h"
 
+#include <QTextDocument>
+
 #include <gtest/gtest.h>
 
 namespace tallybook::desktop {
@@ -27,6 +29,13 @@ TEST(Text, pathsKeepTheirBytes) {
                                      "cher");
     EXPECT_EQ(pathToQt(path), QStringLiteral("/tmp/B\u00FCcher"));
     EXPECT_EQ(pathFromQt(pathToQt(path)), path);
+}
+
+TEST(PlainTip, showsWhatLooksLikeHtmlAsItStands) {
+    EXPECT_EQ(plainTip(QStringLiteral("Salt & pepper")), QStringLiteral("Salt & pepper"));
+    QTextDocument shown;
+    shown.setHtml(plainTip(QStringLiteral("<b>x</b>")));
+    EXPECT_EQ(shown.toPlainText(), QStringLiteral("<b>x</b>"));
 }
 
 } // namespace

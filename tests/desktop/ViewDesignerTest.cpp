@@ -58,7 +58,7 @@ void pickInCell(QWidget& dialog, const char* combo, const char* entry) {
     ASSERT_TRUE(box->isVisible()) << combo;
     const int index = box->findText(QString::fromLatin1(entry));
     ASSERT_GE(index, 0) << entry;
-    box->view()->setCurrentIndex(box->model()->index(index, 0));
+    walkTo(box->view(), index);
     QTest::keyClick(box->view(), Qt::Key_Return);
     QApplication::setActiveWindow(&dialog);
     EXPECT_FALSE(box->isVisible());

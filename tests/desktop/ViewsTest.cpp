@@ -1,4 +1,5 @@
 // Views and filters: the two lists, the button beside them, the grid of a view.
+#include "desktop/DialogDriver.h"
 #include "desktop/WindowTest.h"
 #include "desktop/document/frmDocument.h"
 
@@ -11,6 +12,7 @@
 #include <QMenu>
 #include <QPushButton>
 #include <QTest>
+#include <QWheelEvent>
 
 namespace tallybook::test {
 namespace {
@@ -53,7 +55,7 @@ protected:
         ASSERT_GE(index, 0) << entry;
         QTest::mouseClick(box, Qt::LeftButton);
         QAbstractItemView* list = box->view();
-        list->setCurrentIndex(list->model()->index(index, 0));
+        walkTo(list, index);
         QTest::keyClick(list, Qt::Key_Return);
         QApplication::setActiveWindow(&window());
     }
@@ -144,13 +146,27 @@ TEST_F(Views, aRecordIsEditedAndTheViewMadeAnew) {
     EXPECT_EQ(doc().grd.row(), 3);
     EXPECT_EQ(doc().grd.col(), columnOfSlot(kPrice));
     type("99");
-    find<QPushButton>("cmdEdit")->click();
+    clickOn(window(), "cmdEdit");
     EXPECT_TRUE(visible("ViewGrd"));
     EXPECT_EQ(shown("CmbView"), "Prices");
     EXPECT_EQ(caption(), "&Edit");
     EXPECT_EQ(doc().ViewGrd.text(2, 1), "Sea Charts"); // the dearest now
     EXPECT_TRUE(view().hasFocus());
     EXPECT_TRUE(doc().DocModified);
+}
+
+TEST_F(Views, theWheelOverTheListsChoosesNothing) {
+    openSample(addViews);
+    grid().setFocus();
+    for (const char* combo : {"CmbView", "CmbFilter"}) {
+        auto* box = find<QComboBox>(combo);
+        const std::string before = shown(combo);
+        const QPointF middle = QRectF(box->rect()).center();
+        QWheelEvent wheel(middle, box->mapToGlobal(middle), {}, QPoint(0, -120), Qt::NoButton, {}, Qt::NoScrollPhase,
+                          false);
+        QApplication::sendEvent(box, &wheel);
+        EXPECT_EQ(shown(combo), before) << combo;
+    }
 }
 
 TEST_F(Views, enterAndTheButtonOpenTheRecord) {
@@ -163,7 +179,7 @@ TEST_F(Views, enterAndTheButtonOpenTheRecord) {
         if (byKey)
             key(Qt::Key_Return);
         else
-            find<QPushButton>("cmdEdit")->click();
+            clickOn(window(), "cmdEdit");
         EXPECT_EQ(caption(), "&Done");
         EXPECT_EQ(doc().grd.row(), 3);
         EXPECT_TRUE(grid().hasFocus());

@@ -191,9 +191,8 @@ ScriptRunner::Failure ScriptRunner::gridKey(const std::string& key) {
 // Characters typed one by one into the open editor, as a keyboard does it: the first replaces what is selected.
 ScriptRunner::Failure ScriptRunner::typeFurther(const std::string& text) {
     model::EditorState& editor = m_doc.editor;
-    if (editor.kind != EditorKind::Text1 && editor.kind != EditorKind::MebSpin)
-        return editor.kind == EditorKind::cmb1 ? "an item is picked, not typed: use pick"
-                                               : "a date is picked, not typed: use date";
+    if (editor.kind == EditorKind::cmb1)
+        return "an item is picked, not typed: use pick";
     for (const char c : text) {
         if (!editor.allSelected && editor.text.size() >= model::kTextLength)
             return tooLongForCell();
@@ -311,7 +310,7 @@ ScriptRunner::Failure ScriptRunner::doDate(const Words& words) {
     if (!m_doc.editor.open())
         return std::nullopt;
     if (date)
-        m_doc.editor.date = calc::dayNumber(*date);
+        m_doc.editor.text = calc::shortDate(*date, m_services.regional);
     else
         document::clearDate(m_doc, m_services);
     return std::nullopt;

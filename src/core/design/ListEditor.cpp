@@ -3,6 +3,7 @@
 #include "core/calc/values/Text.h"
 #include "core/design/Dialog.h"
 #include "core/design/ListItems.h"
+#include "core/pdb/Names.h"
 
 #include <algorithm>
 #include <numeric>
@@ -22,8 +23,8 @@ bool isList(const model::Document& doc, int slot) {
 
 } // namespace
 
-ListEditor::ListEditor(model::Document& doc, platform::Services& services, int slot)
-    : m_doc(doc), m_services(services), m_slot(slot) {
+ListEditor::ListEditor(model::Document& doc, platform::Services& services, int slot, std::string name)
+    : m_doc(doc), m_services(services), m_slot(slot), m_named(slot), m_name(std::move(name)) {
     for (int other = 0; other <= model::MaxUserFields; ++other)
         if (isList(doc, other) || other == slot)
             m_slots.push_back(other);
@@ -31,8 +32,11 @@ ListEditor::ListEditor(model::Document& doc, platform::Services& services, int s
 
 std::vector<std::string> ListEditor::cmbList() const {
     std::vector<std::string> names;
-    for (const int slot : m_slots)
-        names.push_back(m_doc.CurrDB20.Fields[static_cast<std::size_t>(slot)].Name);
+    for (const int slot : m_slots) {
+        const std::string& stored = m_doc.CurrDB20.Fields[static_cast<std::size_t>(slot)].Name;
+        const std::string& name = slot == m_named && !m_name.empty() ? m_name : stored;
+        names.push_back(name.empty() ? pdb::freeFieldName(slot) : name);
+    }
     return names;
 }
 
@@ -74,7 +78,8 @@ int ListEditor::cmdEdit(int selected) {
         return -1;
     std::string& item = list().Items[static_cast<std::size_t>(selected)];
     const auto text = m_services.ui.askText(std::string(kTitle), "Edit Item", item);
-    if (!text || text->empty() || *text == item || refusesText(m_services, "An item", *text, model::kTextLength))
+    if (!text || trimmed(*text).empty() || *text == item ||
+        refusesText(m_services, "An item", *text, model::kTextLength))
         return selected;
     item = *text;
     m_changed.insert(m_slot);

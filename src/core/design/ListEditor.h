@@ -12,8 +12,9 @@ namespace tallybook::design {
 
 class ListEditor {
 public:
-    // Opens on a slot's list. `slot` is offered even when its field is no list yet.
-    ListEditor(model::Document& doc, platform::Services& services, int slot);
+    // Opens on a slot's list. `slot` is offered even when its field is no list yet; `name` is what its field is to be
+    // called, when that differs from what is stored.
+    ListEditor(model::Document& doc, platform::Services& services, int slot, std::string name = {});
 
     // buildCombo: the names of the categories and of the lists; buildList: the items of the chosen one.
     std::vector<std::string> cmbList() const;
@@ -42,6 +43,8 @@ private:
     model::Document& m_doc;
     platform::Services& m_services;
     int m_slot;
+    int m_named;
+    std::string m_name; // of the field in slot m_named
     std::vector<int> m_slots;
     std::set<int> m_changed;
 };

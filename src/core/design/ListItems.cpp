@@ -30,7 +30,7 @@ bool refusesFullList(const model::ListDef& list, platform::Services& services) {
 }
 
 bool addItem(model::ListDef& list, const std::string& text, platform::Services& services) {
-    if (text.empty() || refusesText(services, "An item", text, model::kTextLength))
+    if (trimmed(text).empty() || refusesText(services, "An item", text, model::kTextLength))
         return false;
     const int id = lowestFreeId(list);
     if (id >= kFirstForbiddenId)

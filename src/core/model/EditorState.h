@@ -14,7 +14,7 @@ struct EditorState {
     EditorKind kind = EditorKind::None;
     int row = 0; // grid cell that is being edited
     int col = 0;
-    std::string text;         // of Text1 and MebSpin
+    std::string text;         // of Text1, MebSpin and DTPickerMS2
     bool allSelected = false; // at the start: the next key replaces the text
     bool rightAligned = false;
     std::int32_t spin = 0; // value of UpDown1
@@ -22,7 +22,6 @@ struct EditorState {
     std::int32_t spinMax = 0;
     std::vector<std::string> entries; // of cmb1
     int entry = 0;                    // chosen, from 0
-    int date = 0;                     // of DTPickerMS2, days since 1899-12-30
 
     bool open() const { return kind != EditorKind::None; }
 };

@@ -88,9 +88,9 @@ constexpr std::array kCommands = {
             WithDocument, kBuilt, "mnuTools", kLine, "Fill the calculated columns anew"},
 
     Command{"mnuHelpContents", "&Contents", "F1", 28, "help", "Help", Always, kBuilt, "mnuHelp", false,
-            "Open the handbook"},
+            "This version has no handbook yet"},
     Command{"mnuHelpSearchForHelpOn", "&Search for Help on...", "", 0, "", "", Always, kBuilt, "mnuHelp", false,
-            "Look something up in the handbook"},
+            "This version has no handbook yet"},
     Command{"mnuHelpAbout", "&About Tallybook Pocket Desktop", "", 0, "", "", Always, kBuilt, "mnuHelp", kLine,
             "Show the version"},
 

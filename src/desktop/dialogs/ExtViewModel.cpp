@@ -36,7 +36,7 @@ QVariant ExtViewModel::data(const QModelIndex& index, int role) const {
     switch (index.isValid() ? role : Qt::UserRole) {
     case Qt::DisplayRole:
     case Qt::ToolTipRole: // a long text is cut in its column
-        return text(index);
+        return plainTip(text(index));
     case Qt::SizeHintRole:
         return QSize(0, m_rowHeight);
     default:

@@ -70,6 +70,7 @@ void ConditionPanel::showBranch(const Branch& branch) {
 }
 
 void ConditionPanel::show() {
+    ui().lblCondition->setTextFormat(Qt::PlainText); // a constant may look like HTML
     const std::string text = design::conditionText(db(), draft().condition);
     ui().lblCondition->setText(text.empty() ? tr("No condition yet") : toQt(text));
     for (const Branch& branch : branches())

@@ -1,6 +1,5 @@
 #include "desktop/dialogs/QtUserInterface.h"
 
-#include "core/platform/Ansi.h"
 #include "core/platform/Guards.h"
 #include "core/platform/OwnTexts.h"
 #include "core/shell/Version.h"
@@ -9,8 +8,10 @@
 #include "desktop/grid/GridView.h"
 #include "desktop/platform/CProgressBar.h"
 #include "desktop/platform/Text.h"
+#include "desktop/platform/TypedText.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QLineEdit>
@@ -24,6 +25,8 @@ namespace {
 
 using platform::Answer;
 using platform::Buttons;
+
+constexpr std::string_view kNobodysPassword = "longer than any password";
 
 QMessageBox::Icon iconOf(platform::Icon icon) {
     switch (icon) {
@@ -90,6 +93,16 @@ void setFilter(QFileDialog& dialog, const std::string& filter) {
     dialog.setOption(QFileDialog::HideNameFilterDetails, !shown);
 }
 
+// The folder, or the nearest one above it that is there; the user's own when only the root is left.
+QString existingFolder(const std::filesystem::path& folder) {
+    std::error_code ignored;
+    std::filesystem::path there = folder;
+    while (there.has_relative_path() && !std::filesystem::is_directory(there, ignored))
+        there = there.parent_path();
+    const bool rootAlone = there.empty() || (!there.has_relative_path() && folder.has_relative_path());
+    return rootAlone ? QDir::homePath() : pathToQt(there);
+}
+
 std::optional<std::filesystem::path> chosen(QFileDialog& dialog) {
     dialog.resize(760, 480);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
@@ -130,7 +143,8 @@ std::optional<std::string> QtUserInterface::askPassword(const std::string& actio
     frmLogin prompt(toQt(actionWord), toQt(fileName), parentOfDialogs());
     if (prompt.exec() != QDialog::Accepted)
         return std::nullopt;
-    return fromQt(prompt.typed());
+    // With a character that no byte stands for it is nobody's password: its nearest bytes must not open anything.
+    return foreignIn(prompt.typed()).empty() ? fromQt(prompt.typed()) : std::string(kNobodysPassword);
 }
 
 std::optional<std::string> QtUserInterface::askText(const std::string& title, const std::string& prompt,
@@ -144,8 +158,7 @@ std::optional<std::string> QtUserInterface::askText(const std::string& title, co
             QInputDialog::getText(parentOfDialogs(), toQt(title), toQt(prompt), QLineEdit::Normal, typed, &accepted);
         if (!accepted)
             return std::nullopt;
-        const QString composed = typed.normalized(QString::NormalizationForm_C);
-        const std::string foreign = platform::ansi::foreignCharacter(composed.toStdString());
+        const std::string foreign = foreignIn(typed);
         if (foreign.empty())
             return fromQt(typed);
         // The box comes again with the text, so that one character can be corrected.
@@ -172,13 +185,14 @@ std::optional<std::filesystem::path> QtUserInterface::askSaveName(const std::str
     QFileDialog dialog(parentOfDialogs(), toQt(title));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite); // whoever asks for a name asks about the file, too
     setFilter(dialog, filter);
     dialog.setDefaultSuffix(QStringLiteral("pdb"));
     std::error_code ignored;
     if (std::filesystem::is_directory(suggestion, ignored)) {
         dialog.setDirectory(pathToQt(suggestion));
     } else if (!suggestion.empty()) {
-        dialog.setDirectory(pathToQt(suggestion.parent_path()));
+        dialog.setDirectory(existingFolder(suggestion.parent_path()));
         dialog.selectFile(pathToQt(suggestion.filename()));
     }
     return chosen(dialog);
@@ -187,7 +201,7 @@ std::optional<std::filesystem::path> QtUserInterface::askSaveName(const std::str
 std::optional<std::filesystem::path> QtUserInterface::askOpenName(const std::string& title, const std::string& filter,
                                                                   const std::filesystem::path& folder) {
     beforeAsking();
-    QFileDialog dialog(parentOfDialogs(), toQt(title), pathToQt(folder));
+    QFileDialog dialog(parentOfDialogs(), toQt(title), existingFolder(folder));
     dialog.setFileMode(QFileDialog::ExistingFile);
     setFilter(dialog, filter);
     return chosen(dialog);

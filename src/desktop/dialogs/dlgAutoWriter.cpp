@@ -12,7 +12,7 @@ dlgAutoWriter::dlgAutoWriter(const std::vector<std::string>& items, Choice choic
     makeBoxesVisible(*this);
     for (const std::string& item : items) {
         auto* line = new QListWidgetItem(toQt(item), m_ui->List1);
-        line->setToolTip(line->text()); // a long item is cut in the list
+        line->setToolTip(plainTip(line->text())); // a long item is cut in the list
     }
     if (choice == Choice::One) {
         m_ui->List1->setSelectionMode(QAbstractItemView::SingleSelection);

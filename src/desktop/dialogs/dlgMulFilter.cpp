@@ -20,7 +20,7 @@ dlgMulFilter::dlgMulFilter(const std::vector<document::FilterLine>& lines, QWidg
         item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
         item->setCheckState(line.checked ? Qt::Checked : Qt::Unchecked);
         item->setData(kSlotRole, line.slot);
-        item->setToolTip(item->text()); // a long name is cut in the list
+        item->setToolTip(plainTip(item->text())); // a long name is cut in the list
     }
     makeBoxesVisible(*this);
     m_ui->ListFilters->setCurrentRow(0);

@@ -38,6 +38,7 @@ frmExtView::frmExtView(const document::ExtView& view, const Contents& contents, 
     : QDialog(parent), m_ui(std::make_unique<Ui::frmExtView>()), m_view(view),
       m_model(new ExtViewModel(view, fontMetrics().height() + kRowSpace, this)) {
     m_ui->setupUi(this);
+    m_ui->lblField->setTextFormat(Qt::PlainText);
     m_ui->lblField->setText(contents.fieldName + QLatin1Char(':'));
     m_ui->lstRecords->setModel(m_model);
     makeColumns();

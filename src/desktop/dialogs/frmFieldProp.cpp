@@ -11,6 +11,7 @@
 
 #include <QEventLoop>
 #include <QFocusEvent>
+#include <QShortcut>
 
 #include <utility>
 
@@ -111,6 +112,9 @@ void frmFieldProp::connectControls() {
     connect(m_ui->cmdListItems, &QPushButton::clicked, this, &frmFieldProp::editItems);
     connect(m_ui->OKButton, &QPushButton::clicked, this, &frmFieldProp::accept);
     connect(m_ui->CancelButton, &QPushButton::clicked, this, &frmFieldProp::reject);
+    for (const Qt::Key enter : {Qt::Key_Return, Qt::Key_Enter}) // Enter alone is a line of the expression
+        connect(new QShortcut(QKeySequence(Qt::CTRL | enter), this), &QShortcut::activated, m_ui->OKButton,
+                &QPushButton::click);
 }
 
 void frmFieldProp::showDraft() {
@@ -196,8 +200,9 @@ void frmFieldProp::chooseType(int type) {
 }
 
 void frmFieldProp::editItems() {
+    take();
     platform::runOperation(m_services.ui, tags::kFieldListItems,
-                           [this] { frmListEditor(m_doc, m_services, m_slot, this).exec(); });
+                           [this] { frmListEditor(m_doc, m_services, m_slot, this, m_draft.txtFieldName).exec(); });
     m_draft.ListAW = m_doc.CurrDB20.Lists.at(m_slot);
 }
 

@@ -13,9 +13,10 @@ namespace tallybook::desktop {
 
 namespace tags = design::tags;
 
-frmListEditor::frmListEditor(model::Document& doc, platform::Services& services, int slot, QWidget* parent)
+frmListEditor::frmListEditor(model::Document& doc, platform::Services& services, int slot, QWidget* parent,
+                             const std::string& name)
     : QDialog(parent), m_ui(std::make_unique<Ui::frmListEditor>()), m_services(services),
-      m_editor(doc, services, slot) {
+      m_editor(doc, services, slot, name) {
     m_ui->setupUi(this);
     buildCombo();
     buildList(0);
@@ -40,7 +41,7 @@ void frmListEditor::buildList(int selected) {
     m_ui->lst->clear();
     for (const std::string& item : m_editor.lst()) {
         auto* line = new QListWidgetItem(toQt(item), m_ui->lst);
-        line->setToolTip(line->text()); // a long item is cut in the list
+        line->setToolTip(plainTip(line->text())); // a long item is cut in the list
     }
     m_ui->lst->setCurrentRow(selected);
 }

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 #include <string_view>
 
 namespace Ui {
@@ -19,8 +20,9 @@ class frmListEditor : public QDialog {
     Q_OBJECT
 
 public:
-    // Opens on a slot's list.
-    frmListEditor(model::Document& doc, platform::Services& services, int slot, QWidget* parent);
+    // Opens on a slot's list. `name` is shown for its field when it is being renamed.
+    frmListEditor(model::Document& doc, platform::Services& services, int slot, QWidget* parent,
+                  const std::string& name = {});
     ~frmListEditor() override;
 
     // However the window is closed, the columns show the changed items.

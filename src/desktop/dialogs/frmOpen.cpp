@@ -49,7 +49,7 @@ void frmOpen::fillList() {
     for (const handheld::DatabaseRow& row : m_dialog.ListView1()) {
         auto* line = new QTreeWidgetItem(m_form->ListView1);
         line->setText(kName, toQt(row.name));
-        line->setToolTip(kName, pathToQt(row.file));
+        line->setToolTip(kName, plainTip(pathToQt(row.file)));
         line->setText(kFormat, toQt(row.format));
         line->setText(kRecords, QString::number(row.records));
         line->setTextAlignment(kRecords, Qt::AlignRight | Qt::AlignVCenter);

@@ -7,6 +7,7 @@
 #include "desktop/platform/VisibleBoxes.h"
 #include "ui_frmPDBProps.h"
 
+#include <QShortcut>
 #include <QTextCursor>
 
 #include <utility>
@@ -58,6 +59,9 @@ void frmPDBProps::connectPanels() {
     connect(m_ui->CmdLstOK, &QPushButton::clicked, this,
             [this] { platform::runOperation(m_services.ui, tags::kPropertiesSearch, [this] { takeFields(); }); });
     connect(m_ui->CmdLstCancel, &QPushButton::clicked, this, &frmPDBProps::reject);
+    for (const Qt::Key enter : {Qt::Key_Return, Qt::Key_Enter})
+        connect(new QShortcut(QKeySequence(Qt::CTRL | enter), m_ui->FrmStartup), &QShortcut::activated, m_ui->CmdDone,
+                &QPushButton::click);
     connect(m_ui->CmdDone, &QPushButton::clicked, this,
             [this] { platform::runOperation(m_services.ui, tags::kPropertiesStartup, [this] { takeStartup(); }); });
 }
@@ -80,7 +84,7 @@ void frmPDBProps::showFields() {
     m_ui->LstFields->clear();
     for (const auto& field : m_properties.LstFields) {
         auto* line = new QListWidgetItem(toQt(field.name), m_ui->LstFields);
-        line->setToolTip(line->text());
+        line->setToolTip(plainTip(line->text()));
         line->setSelected(field.selected);
     }
     m_ui->LstFields->setCurrentRow(0, QItemSelectionModel::NoUpdate);

@@ -3,6 +3,7 @@
 #include "core/pdb/Passwords.h"
 #include "core/platform/Operation.h"
 #include "desktop/platform/Text.h"
+#include "desktop/platform/TypedText.h"
 #include "ui_frmPwd.h"
 
 #include <QHeaderView>
@@ -90,6 +91,8 @@ void frmPwd::showPanel() {
 }
 
 void frmPwd::verify() {
+    if (refusesForeignIn(m_services, *this))
+        return;
     switch (m_setting.verify(fromQt(m_ui->TxtExist->text()))) {
     case SecuritySetting::Verified::Wrong:
         m_ui->TxtExist->setFocus();
@@ -108,6 +111,8 @@ void frmPwd::verify() {
 }
 
 void frmPwd::confirm() {
+    if (refusesForeignIn(m_services, *this))
+        return;
     switch (m_setting.confirm(fromQt(m_ui->txtNew->text()), fromQt(m_ui->txtConfirm->text()))) {
     case SecuritySetting::Confirmed::Differs:
         m_ui->txtConfirm->setFocus();

@@ -29,7 +29,7 @@ void setCell(QTableWidget& table, int row, int column, const std::string& text) 
         table.setItem(row, column, item);
     }
     item->setText(toQt(text));
-    item->setToolTip(item->text()); // a long name is cut in the cell
+    item->setToolTip(plainTip(item->text())); // a long name is cut in the cell
 }
 
 } // namespace

@@ -2,11 +2,12 @@
 
 #include "core/model/Limits.h"
 #include "desktop/document/CellCombo.h"
+#include "desktop/document/DatePicker.h"
 #include "desktop/grid/GridView.h"
 #include "desktop/platform/Text.h"
+#include "desktop/platform/TypedText.h"
 
 #include <QAbstractItemView>
-#include <QDateEdit>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -31,11 +32,11 @@ const QDate kDayZero(1899, 12, 30);
 
 } // namespace
 
-CellEditors::CellEditors(GridView& grid, const QString& shortDate) : QObject(&grid), m_grid(grid) {
+CellEditors::CellEditors(GridView& grid) : QObject(&grid), m_grid(grid) {
     makeText();
     makeSpin();
     makeCombos();
-    makeDate(shortDate);
+    makeDate();
     for (QWidget* widget :
          {static_cast<QWidget*>(m_text), static_cast<QWidget*>(m_spin), m_upDown, static_cast<QWidget*>(m_combo),
           static_cast<QWidget*>(m_combo2), static_cast<QWidget*>(m_date)}) {
@@ -96,18 +97,19 @@ void CellEditors::makeCombos() {
     m_combo2->setObjectName(QStringLiteral("cmb2"));
 }
 
-void CellEditors::makeDate(const QString& shortDate) {
-    m_date = new QDateEdit(m_grid.viewport());
+void CellEditors::makeDate() {
+    m_date = new DatePicker(m_grid.viewport());
     m_date->setObjectName(QStringLiteral("DTPickerMS2"));
     m_date->setAccessibleName(tr("Date"));
-    m_date->setFrame(false);
-    m_date->setBackgroundRole(QPalette::Base);
-    m_date->setAutoFillBackground(true); // without a frame the style leaves gaps
-    m_date->setCalendarPopup(true);
-    m_date->setDisplayFormat(shortDate);
-    m_date->setDateRange(QDate(100, 1, 1), QDate(9999, 12, 31));
-    if (auto* edit = m_date->findChild<QLineEdit*>())
-        edit->installEventFilter(this);
+    m_date->setMaxLength(model::kTextLength);
+    connect(m_date, &DatePicker::calendarAsked, this, &CellEditors::calendarAsked);
+    connect(m_date, &DatePicker::dayPicked, this,
+            [this](QDate day) { emit dayPicked(static_cast<int>(kDayZero.daysTo(day))); });
+}
+
+void CellEditors::openCalendar(int day) {
+    if (m_kind == EditorKind::DTPickerMS2)
+        m_date->openCalendar(kDayZero.addDays(day));
 }
 
 QWidget* CellEditors::widgetOf(EditorKind kind) const {
@@ -173,10 +175,11 @@ void CellEditors::open(const model::EditorState& state) {
 void CellEditors::update(const model::EditorState& state) {
     if (m_kind == EditorKind::cmb1)
         m_combo->setCurrentIndex(state.entry);
-    else if (m_kind == EditorKind::DTPickerMS2)
-        m_date->setDate(kDayZero.addDays(state.date));
-    else if (auto* line = qobject_cast<QLineEdit*>(widgetOf(m_kind)); line->text() != toQt(state.text))
+    else if (auto* line = qobject_cast<QLineEdit*>(widgetOf(m_kind)); line->text() != toQt(state.text)) {
         line->setText(toQt(state.text));
+        if (state.allSelected)
+            line->selectAll();
+    }
 }
 
 void CellEditors::place(const model::EditorState& state) {
@@ -218,7 +221,7 @@ void CellEditors::read(model::EditorState& state) const {
     if (m_kind == EditorKind::cmb1)
         state.entry = m_combo->currentIndex();
     else if (m_kind == EditorKind::DTPickerMS2)
-        state.date = static_cast<int>(kDayZero.daysTo(m_date->date()));
+        state.text = fromQt(typedText(*m_date));
     else if (const auto* line = qobject_cast<QLineEdit*>(widgetOf(m_kind)))
         state.text = fromQt(line->text());
 }
@@ -235,7 +238,7 @@ std::optional<EditKey> CellEditors::keyOf(const QObject* watched, const QKeyEven
     const Qt::KeyboardModifiers command = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
     if ((event.modifiers() & command) != 0)
         return std::nullopt;
-    const bool moves = watched == m_text || watched == m_spin; // Up and Down leave, or count
+    const bool moves = watched == m_text || watched == m_spin || watched == m_date; // Up and Down leave, or count
     switch (event.key()) {
     case Qt::Key_Escape:
         return EditKey::Escape;
@@ -260,12 +263,14 @@ std::optional<EditKey> CellEditors::keyOf(const QObject* watched, const QKeyEven
 bool CellEditors::eventFilter(QObject* watched, QEvent* event) {
     if (watched == m_list || watched->parent() == m_list)
         return filterPopup(event);
-    if (event->type() == QEvent::ContextMenu && (watched == m_date || watched->parent() == m_date)) {
+    if (event->type() == QEvent::ContextMenu && watched == m_date) {
         emit clearDateAsked();
         return true;
     }
-    if (event->type() == QEvent::Wheel && watched == m_combo)
-        return true; // a wheel scrolls the grid, it does not change a value by the way
+    if (event->type() == QEvent::Wheel) {
+        event->ignore(); // it is for the grid below, and does not change a value by the way
+        return true;
+    }
     if (event->type() != QEvent::KeyPress)
         return false;
     m_lastWasKey = watched == m_combo;

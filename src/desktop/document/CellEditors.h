@@ -11,13 +11,13 @@
 
 class QAbstractItemView;
 class QComboBox;
-class QDateEdit;
 class QKeyEvent;
 class QLineEdit;
 class QWidget;
 
 namespace tallybook::desktop {
 
+class DatePicker;
 class GridView;
 
 // Shows an EditorState in the widget of its kind and reads it back. What is typed and pressed comes out as signals;
@@ -26,8 +26,8 @@ class CellEditors : public QObject {
     Q_OBJECT
 
 public:
-    // `shortDate` is the region's pattern. The widgets become children of the grid's viewport.
-    CellEditors(GridView& grid, const QString& shortDate);
+    // The widgets become children of the grid's viewport.
+    explicit CellEditors(GridView& grid);
 
     // Shows the state over its cell; a state without an editor hides them all and gives the grid the focus back.
     void show(const model::EditorState& state);
@@ -38,6 +38,9 @@ public:
     // Types a text into the open editor, as if it came from the keyboard.
     void insert(const QString& text);
 
+    // Opens the calendar of the date picker on a day, counted from 1899-12-30.
+    void openCalendar(int day);
+
     // Text1 while it is open, for the clipboard.
     QLineEdit* openText() const;
 
@@ -47,6 +50,8 @@ signals:
     void spinAsked(int step);    // an arrow of UpDown1: +1 or -1
     void entryChosen(int entry); // in cmb1, with the mouse or Enter
     void clearDateAsked();       // the right button on DTPickerMS2
+    void calendarAsked();        // its button, F4 or Alt+Down
+    void dayPicked(int day);     // in its calendar, counted from 1899-12-30
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -55,7 +60,7 @@ private:
     void makeText();
     void makeSpin();
     void makeCombos();
-    void makeDate(const QString& shortDate);
+    void makeDate();
     void open(const model::EditorState& state);
     void update(const model::EditorState& state);
     void place(const model::EditorState& state);
@@ -71,7 +76,7 @@ private:
     QComboBox* m_combo = nullptr;
     QAbstractItemView* m_list = nullptr; // that drops down from cmb1
     QComboBox* m_combo2 = nullptr;
-    QDateEdit* m_date = nullptr;
+    DatePicker* m_date = nullptr;
     model::EditorKind m_kind = model::EditorKind::None;
     int m_row = -1;
     int m_col = -1;

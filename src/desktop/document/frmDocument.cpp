@@ -29,13 +29,19 @@ bool isTextField(model::FieldType type) {
     return type == model::FieldType::Text || type == model::FieldType::Memo;
 }
 
+// A line for a number or a time; a box with lines for everything else, whatever its field.
+frmMemoAw::Screen screenFor(model::FieldType type, const std::string& text) {
+    const bool lines = text.find_first_of("\r\n") != std::string::npos;
+    return isTextField(type) || lines ? frmMemoAw::Screen::Text : frmMemoAw::Screen::Number;
+}
+
 } // namespace
 
 frmDocument::frmDocument(platform::Services& services, QWidget* parent)
     : QWidget(parent), m_ui(std::make_unique<Ui::frmDocument>()), m_services(services) {
     m_ui->setupUi(this);
     m_measure = std::make_unique<QtTextMeasure>(grid());
-    m_editors = new CellEditors(grid(), toQt(services.regional.shortDate));
+    m_editors = new CellEditors(grid());
     connectGrid();
     connectEditors();
     connectChoices();
@@ -84,6 +90,9 @@ void frmDocument::connectEditors() {
             operation("Tallybook Form : ListType(1) - Clicked", &frmDocument::chooseEntry));
     connect(m_editors, &CellEditors::clearDateAsked, this,
             operation("Tallybook Form: MouseDown", &frmDocument::clearDate));
+    connect(m_editors, &CellEditors::calendarAsked, this,
+            operation("Tallybook Form : Calendar", &frmDocument::openCalendar));
+    connect(m_editors, &CellEditors::dayPicked, this, operation("Tallybook Form : Calendar", &frmDocument::pickDay));
 }
 
 void frmDocument::setDocument(model::Document* doc) {
@@ -234,6 +243,17 @@ void frmDocument::clearDate() {
     showDocument();
 }
 
+void frmDocument::openCalendar() {
+    takeEditor();
+    m_editors->openCalendar(document::calendarDay(*m_doc, m_services));
+}
+
+void frmDocument::pickDay(int day) {
+    takeEditor();
+    document::pickDay(*m_doc, m_services, day);
+    showDocument();
+}
+
 void frmDocument::bestFitColumn(int column) {
     document::bestFitColumn(*m_doc, m_services, *m_measure, column);
     showDocument();
@@ -244,7 +264,7 @@ void frmDocument::openMemo(const EditAction& action) {
     frmMemoAw::Contents contents;
     contents.fieldName = toQt(field.Name);
     contents.text = toQt(action.text);
-    contents.screen = isTextField(field.Type) ? frmMemoAw::Screen::Text : frmMemoAw::Screen::Number;
+    contents.screen = screenFor(field.Type, action.text);
     contents.longest = field.Type == model::FieldType::Memo ? model::kMemoLength : model::kTextLength;
     contents.autoWriter = action.showAutoWriter;
     contents.readOnly = m_doc->CurrDB20.ReadOnly != 0;

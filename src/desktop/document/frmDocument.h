@@ -99,6 +99,8 @@ private:
     void spin(int step);
     void chooseEntry(int entry);
     void clearDate();
+    void openCalendar();
+    void pickDay(int day);
     void bestFitColumn(int column);
     void openMemo(const document::EditAction& action);
     void openAutoWriter(frmMemoAw& editor);

@@ -1,5 +1,7 @@
 #include "desktop/main/ElidedLabel.h"
 
+#include "desktop/platform/Text.h"
+
 #include <QPainter>
 
 namespace tallybook::desktop {
@@ -11,7 +13,7 @@ ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent) {
 
 void ElidedLabel::setFullText(const QString& text) {
     setText(text);
-    setToolTip(text);
+    setToolTip(plainTip(text));
     setAccessibleName(text);
 }
 

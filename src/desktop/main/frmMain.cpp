@@ -14,8 +14,10 @@
 #include "desktop/main/ElidedLabel.h"
 #include "desktop/platform/CProgressBar.h"
 #include "desktop/platform/Resources.h"
+#include "desktop/platform/ScreenFit.h"
 #include "desktop/platform/Text.h"
 #include "desktop/platform/Twips.h"
+#include "desktop/platform/WheelGuard.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -74,6 +76,8 @@ frmMain::frmMain(platform::Services& services, QtUserInterface& ui, platform::Se
     setObjectName(QStringLiteral("frmMain"));
     setWindowIcon(icon(QStringLiteral("tallybook")));
     setAcceptDrops(true);
+    new ScreenFit(this);
+    new WheelGuard(this);
     m_bars = new CommandBars(*this);
     connect(m_bars, &CommandBars::triggered, this, &frmMain::run);
     connect(m_bars, &CommandBars::recentFileChosen, this, &frmMain::openRecent);
@@ -128,6 +132,7 @@ void frmMain::restore() {
     const double dpi = logicalDpiX();
     QRect window(pixelsOf(placement.left, dpi), pixelsOf(placement.top, dpi), pixelsOf(placement.width, dpi),
                  pixelsOf(placement.height, dpi));
+    window.setSize(window.size().boundedTo(ScreenFit::roomOn(*this)));
     window.moveTopLeft(reachable(*screen(), window));
     setGeometry(window);
     m_recent = shell::GetLatestList(m_settings);

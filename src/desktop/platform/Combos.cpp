@@ -23,7 +23,7 @@ void fillCombo(QComboBox& combo, const QStringList& entries, int chosen) {
         combo.view()->setMinimumWidth(combo.view()->sizeHintForColumn(0));
     }
     combo.setCurrentIndex(chosen);
-    combo.setToolTip(combo.currentText());
+    combo.setToolTip(plainTip(combo.currentText()));
 }
 
 } // namespace tallybook::desktop

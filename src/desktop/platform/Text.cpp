@@ -3,6 +3,7 @@
 #include "core/platform/Ansi.h"
 
 #include <QFile>
+#include <QTextDocument>
 
 namespace tallybook::desktop {
 
@@ -20,6 +21,10 @@ std::string fromQt(const QString& text) {
     for (const uint codePoint : text.normalized(QString::NormalizationForm_C).toUcs4())
         bytes += static_cast<char>(platform::ansi::fromUnicode(codePoint));
     return bytes;
+}
+
+QString plainTip(const QString& text) {
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text) : text;
 }
 
 QString pathToQt(const std::filesystem::path& path) {

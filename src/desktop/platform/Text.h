@@ -15,6 +15,9 @@ QString toQt(std::string_view bytes);
 // Composed first (NFC), then each character to its byte, its best fit, or "?".
 std::string fromQt(const QString& text);
 
+// A tool tip that shows the very text, and does not take it for HTML.
+QString plainTip(const QString& text);
+
 // Paths stay what the system calls them.
 QString pathToQt(const std::filesystem::path& path);
 std::filesystem::path pathFromQt(const QString& path);

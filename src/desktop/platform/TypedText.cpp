@@ -26,10 +26,14 @@ QString typedText(const QLineEdit& line) {
     return text;
 }
 
-bool refusesForeign(platform::Services& services, const QString& text) {
+std::string foreignIn(const QString& text) {
     QString composed = text.normalized(QString::NormalizationForm_C);
     composed.remove(QChar(QChar::LineSeparator)).remove(QChar(QChar::ParagraphSeparator));
-    const std::string foreign = platform::ansi::foreignCharacter(composed.toStdString());
+    return platform::ansi::foreignCharacter(composed.toStdString());
+}
+
+bool refusesForeign(platform::Services& services, const QString& text) {
+    const std::string foreign = foreignIn(text);
     if (foreign.empty())
         return false;
     services.ui.message({.text = platform::texts::foreignCharacter(foreign), .title = {}});

@@ -5,6 +5,8 @@
 
 #include <QString>
 
+#include <string>
+
 class QLineEdit;
 class QWidget;
 
@@ -12,6 +14,9 @@ namespace tallybook::desktop {
 
 // The text of a line, with blanks for the line ends that a paste can bring.
 QString typedText(const QLineEdit& line);
+
+// The first character that no byte stands for, as "U+4E2D"; empty when there is none.
+std::string foreignIn(const QString& text);
 
 // True, with a message, when no byte stands for one of the characters: what is typed is refused, not replaced.
 bool refusesForeign(platform::Services& services, const QString& text);

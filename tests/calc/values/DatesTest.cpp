@@ -381,5 +381,15 @@ TEST(Dates, numbersWeekdaysFromSunday) {
     EXPECT_EQ(weekday(serialOf({1899, 12, 24}, {1, 0, 0})), 1); // a Sunday before the first day
 }
 
+TEST(ReadDay, takesADayWithOrWithoutATime) {
+    const auto day = [](std::string_view text) { return readDay(text, test::us(), kThisYear); };
+    EXPECT_EQ(day("1/2/2003"), (Date{2003, 1, 2}));
+    EXPECT_EQ(day("1/2/2003 7 PM"), (Date{2003, 1, 2}));
+    EXPECT_EQ(day("7 PM 1/2/2003"), (Date{2003, 1, 2}));
+    EXPECT_EQ(day("12/30/1899"), (Date{1899, 12, 30})); // the day of a time alone
+    for (const char* none : {"7 PM", "12:30", "1.2.03", "36526", "0", "", " ", "tomorrow", "2/30/2003"})
+        EXPECT_EQ(day(none), std::nullopt) << none;
+}
+
 } // namespace
 } // namespace tallybook::calc

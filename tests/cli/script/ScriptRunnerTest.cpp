@@ -131,6 +131,7 @@ INSTANTIATE_TEST_SUITE_P(
                    "goto 2 Title\nkey blank\nexpect-editor \"Second\"\ntype \"X\"\nexpect-editor \"X\"", ""},
         ScriptCase{"nothingEmptiesTheCell", "goto 2 Title\ntype \"\"\nkey enter\nexpect-cell 2 Title \"\"", ""},
         ScriptCase{"blankFirstOpensTheEditor", "goto 2 Title\ntype \" x\"\nexpect-editor \"x\"", ""},
+        ScriptCase{"aDate", "goto 1 Day\ntype \"12/24/20\"\nkey enter\nexpect-cell 1 Day \"12/24/2020\"", ""},
         ScriptCase{"nothingIntoAList", "goto 1 Kind\ntype \"\"", "2: an item is picked, not typed: use pick"},
         ScriptCase{"committedByLeaving", "goto 2 Count\ntype \"77\"\ngoto 1 Title\nexpect-cell 2 Count \"77\"", ""},
         ScriptCase{"droppedByEscape",
@@ -157,7 +158,8 @@ INSTANTIATE_TEST_SUITE_P(
         ScriptCase{"lineBreakIsNotTyped", "goto 1 Title\ntype \"a\\nb\"",
                    "2: line breaks and tabs cannot be typed into a cell: use memo or key"},
         ScriptCase{"intoAList", "goto 1 Kind\ntype \"red\"", "2: an item is picked, not typed: use pick"},
-        ScriptCase{"intoADate", "goto 1 Day\ntype \"1/2/2003\"", "2: a date is picked, not typed: use date"},
+        ScriptCase{"noDate", "goto 1 Day\ntype \"2/30/2003\"\nkey enter",
+                   "3: Please specify a valid date (e.g. 12/31/2003)."},
         ScriptCase{"intoAMemo", "goto 1 Notes\ntype \"abc\"",
                    "2: the memo window is open: give it a memo, or key escape"},
         ScriptCase{"intoAKey",
@@ -390,6 +392,7 @@ TEST(ScriptPasswordTest, thatIsWrongLeavesItsMessage) {
 TEST(ScriptReadOnlyTest, takesNothing) {
     ScriptSession session;
     session.doc->CurrDB20.ReadOnly = 1;
+    session.doc->ReadOnlyInFile = true;
     EXPECT_EQ(session.run("goto 1 Count\nkey blank\nexpect-editor none"), "");
     EXPECT_EQ(session.run("goto 1 Count\ntype \"3\""), "2: this cell cannot be typed into");
     EXPECT_EQ(session.run("goto 1 Notes\ntype \"3\""), "2: this cell cannot be typed into");

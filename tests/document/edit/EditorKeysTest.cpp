@@ -195,9 +195,9 @@ TEST_F(EditorKeys, tabCompletesAShortTime) {
     EXPECT_TRUE(t.user.messages.empty());
 }
 
-TEST_F(EditorKeys, floatIsReformattedAtEnterUpAndDown) {
+TEST_F(EditorKeys, floatIsReformattedAtTheKeysThatLeaveIt) {
     field(1, FieldType::Float).Decimals = 2;
-    for (const EditKey pressed : {EditKey::Enter, EditKey::Up, EditKey::Down}) {
+    for (const EditKey pressed : {EditKey::Enter, EditKey::Up, EditKey::Down, EditKey::Tab, EditKey::BackTab}) {
         records(1);
         edit(0, 1);
         doc.editor.text = "1.2345";
@@ -205,11 +205,54 @@ TEST_F(EditorKeys, floatIsReformattedAtEnterUpAndDown) {
         EXPECT_EQ(cell(0, 1), "1.23");
     }
     EXPECT_TRUE(t.user.messages.empty());
-    edit(0, 1);
-    doc.editor.text = "1.2345";
-    key(EditKey::Tab); // is not: the message, and the old text stays
+    type(0, 1, "1.2345"); // left in another way it is not: the message, and the old text stays
     EXPECT_EQ(cell(0, 1), "1.23");
     EXPECT_EQ(t.user.texts(), std::vector<std::string>{"Only 2 decimals are allowed"});
+}
+
+// DTPickerMS2
+
+TEST_F(EditorKeys, enterKeepsADateOpenThatIsNone) {
+    field(1, FieldType::Date);
+    records(1);
+    edit(0, 1);
+    doc.editor.text = "2/30/2003";
+    key(EditKey::Enter);
+    EXPECT_EQ(t.user.texts(), std::vector<std::string>{"Please specify a valid date (e.g. 12/31/2003)."});
+    EXPECT_TRUE(doc.editor.open());
+    doc.editor.text = "2/28/2003";
+    key(EditKey::Enter);
+    EXPECT_EQ(cell(0, 1), "2/28/2003");
+    EXPECT_FALSE(doc.editor.open());
+}
+
+TEST_F(EditorKeys, arrowsMoveADateByADay) {
+    struct Row {
+        std::string typed;
+        EditKey pressed;
+        std::string shown;
+    };
+    const Row rows[] = {
+        {"2/28/2004", EditKey::Up, "2/29/2004"},
+        {"1/1/2003", EditKey::Down, "12/31/2002"},
+        {"1/2/20", EditKey::Up, "1/3/2020"},
+        {"12/31/9999", EditKey::Up, "12/31/9999"},
+        {"1/1/0100", EditKey::Down, "1/1/0100"},
+        {"tomorrow", EditKey::Up, "tomorrow"},
+        {"", EditKey::Down, ""},
+    };
+    field(1, FieldType::Date);
+    records(1);
+    for (const Row& row : rows) {
+        edit(0, 1);
+        doc.editor.text = row.typed;
+        key(row.pressed);
+        EXPECT_EQ(doc.editor.text, row.shown) << row.typed;
+        EXPECT_TRUE(doc.editor.open());
+        HideGridControls(doc);
+    }
+    EXPECT_TRUE(t.user.messages.empty());
+    EXPECT_FALSE(doc.DocModified);
 }
 
 // MebSpin

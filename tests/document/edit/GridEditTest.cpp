@@ -381,15 +381,40 @@ TEST_F(GridEditing, categoriesWithoutItemsShowUnfiled) {
 TEST_F(GridEditing, datePickerHoldsTheCellsDateOrToday) {
     field(1, FieldType::Date);
     records(1);
-    const int today = 37685; // 2003-03-05
     edit(0, 1);
-    EXPECT_EQ(doc.editor.date, today);
+    EXPECT_EQ(doc.editor.text, "3/5/2003");
+    EXPECT_TRUE(doc.editor.allSelected);
     setCell(0, 1, "1/2/2003");
     edit(0, 1);
-    EXPECT_EQ(doc.editor.date, 37623);
+    EXPECT_EQ(doc.editor.text, "1/2/2003");
     setCell(0, 1, "tomorrow");
     edit(0, 1);
-    EXPECT_EQ(doc.editor.date, today);
+    EXPECT_EQ(doc.editor.text, "3/5/2003");
+}
+
+TEST_F(GridEditing, aKeyBecomesTheTextOfTheDatePicker) {
+    field(1, FieldType::Date);
+    records(1);
+    setCell(0, 1, "1/2/2003");
+    edit(0, 1, '5');
+    EXPECT_EQ(doc.editor.text, "5");
+    EXPECT_FALSE(doc.editor.allSelected);
+}
+
+// A line shows a line break as a sign of its own, and what is typed into it has blanks instead.
+TEST_F(GridEditing, aTextWithLineBreaksOpensTheLongEditor) {
+    for (const FieldType type : {FieldType::Text, FieldType::AutoIncremental, FieldType::DBJoin})
+        for (const char* text : {"a\nb", "a\r\nb", "a\rb"})
+            for (const int key : {kKeyBlank, static_cast<int>('x'), kKeyF2}) {
+                field(1, type);
+                records(1);
+                setCell(0, 1, text);
+                const EditAction action = edit(0, 1, key);
+                EXPECT_EQ(action.open, Open::MemoWindow) << model::fieldTypeName(type) << key;
+                EXPECT_EQ(action.text, text);
+                EXPECT_FALSE(doc.editor.open());
+                EXPECT_EQ(cell(0, 1), text);
+            }
 }
 
 // Radio Button, join, Checkbox

@@ -1,4 +1,5 @@
 #include "document/DocumentFixture.h"
+#include "support/Regions.h"
 
 namespace tallybook::document {
 namespace {
@@ -181,9 +182,79 @@ TEST_F(SaveCell, pickedDateIsWrittenInTheShortForm) {
     field(1, FieldType::Date);
     stamped(1);
     edit(0, 1);
-    doc.editor.date = 37623;
+    EXPECT_EQ(calendarDay(doc, t), 37685); // today
+    pickDay(doc, t, 37623);
+    EXPECT_EQ(calendarDay(doc, t), 37623);
+    EXPECT_EQ(cell(0, 1), "");
     saveCell(doc, t);
     EXPECT_EQ(cell(0, 1), "1/2/2003");
+    EXPECT_TRUE(doc.DocModified);
+    EXPECT_TRUE(wasStamped());
+}
+
+TEST_F(SaveCell, typedTextIsReadAsADate) {
+    struct Row {
+        platform::Regional region;
+        std::string typed;
+        std::string written;
+    };
+    const Row rows[] = {
+        {test::us(), "12/24/2020", "12/24/2020"},
+        {test::us(), "1/2/20", "1/2/2020"},
+        {test::us(), "1/2/30", "1/2/1930"},
+        {test::us(), "24/12/2020", "12/24/2020"},
+        {test::us(), "7/4", "7/4/2003"},
+        {test::us(), "2020-12-24", "12/24/2020"},
+        {test::us(), "Dec 24, 2020", "12/24/2020"},
+        {test::us(), " 1/2/2003 7 PM ", "1/2/2003"},
+        {test::us(), "12/30/1899", "12/30/1899"},
+        {test::uk(), "24/12/2020", "24/12/2020"},
+        {test::uk(), "1/2/20", "01/02/2020"},
+        {test::german(), "5.6.2024", "05.06.2024"},
+        {test::german(), "5.6.24", "05.06.2024"},
+        {test::german(), "24.12", "24.12.2003"},
+        {test::swedish(), "20-12-24", "2020-12-24"},
+        {test::swedish(), "2020-12-24", "2020-12-24"},
+    };
+    field(1, FieldType::Date);
+    for (const Row& row : rows) {
+        t.regional = row.region;
+        records(1);
+        type(0, 1, row.typed);
+        EXPECT_EQ(cell(0, 1), row.written) << row.typed;
+    }
+    EXPECT_TRUE(t.user.messages.empty());
+}
+
+TEST_F(SaveCell, whatNamesNoDayIsRefused) {
+    field(1, FieldType::Date);
+    stamped(1);
+    for (const char* typed : {"12/24/", "2/30/2003", "7 PM", "12:30", "1.2.03", "36526", "0", "-", "?", "Sunday"}) {
+        setCell(0, 1, "1/2/2003");
+        type(0, 1, typed);
+        EXPECT_EQ(cell(0, 1), "1/2/2003") << typed;
+        EXPECT_EQ(lastMessage().text, "Please specify a valid date (e.g. 12/31/2003).") << typed;
+        EXPECT_EQ(lastMessage().icon, Icon::Critical);
+        t.user.messages.clear();
+    }
+    EXPECT_FALSE(doc.DocModified);
+    EXPECT_FALSE(wasStamped());
+}
+
+TEST_F(SaveCell, aRefusedDateNamesAnExampleOfTheRegion) {
+    t.regional = test::german();
+    field(1, FieldType::Date);
+    records(1);
+    type(0, 1, "morgen");
+    EXPECT_EQ(lastMessage().text, "Please specify a valid date (e.g. 31.12.2003).");
+}
+
+TEST_F(SaveCell, typingNothingEmptiesADate) {
+    field(1, FieldType::Date);
+    stamped(1);
+    setCell(0, 1, "1/2/2003");
+    type(0, 1, "");
+    EXPECT_EQ(cell(0, 1), "");
     EXPECT_TRUE(doc.DocModified);
     EXPECT_TRUE(wasStamped());
 }

@@ -192,17 +192,33 @@ Split splitTime(Tokens tokens) {
     return {tokens, {}};
 }
 
-} // namespace
+// A date, a time or both; at least one of them stood in the text.
+struct Moment {
+    std::optional<Date> date;
+    TimeOfDay time;
+};
 
-std::optional<double> readDate(std::string_view text, const Regional& regional, int thisYear) {
+std::optional<Moment> momentOf(std::string_view text, const Regional& regional, int thisYear) {
     const auto tokens = dateTokens(text, regional);
     if (!tokens || tokens->empty())
         return std::nullopt;
     const Split split = splitTime(*tokens);
     if (split.date.empty())
-        return serialOf(Date{}, split.time);
+        return Moment{std::nullopt, split.time};
     const auto date = dateOfTokens(split.date, regional, thisYear);
-    return date ? std::optional(serialOf(*date, split.time)) : std::nullopt;
+    return date ? std::optional(Moment{date, split.time}) : std::nullopt;
+}
+
+} // namespace
+
+std::optional<double> readDate(std::string_view text, const Regional& regional, int thisYear) {
+    const auto moment = momentOf(text, regional, thisYear);
+    return moment ? std::optional(serialOf(moment->date.value_or(Date{}), moment->time)) : std::nullopt;
+}
+
+std::optional<Date> readDay(std::string_view text, const Regional& regional, int thisYear) {
+    const auto moment = momentOf(text, regional, thisYear);
+    return moment ? moment->date : std::nullopt;
 }
 
 bool isDate(std::string_view text, const Regional& regional, int thisYear) {

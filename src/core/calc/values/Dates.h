@@ -41,6 +41,8 @@ double serialOf(const LocalTime& now);
 // The serial of a text that reads as a date, a time or both; nothing otherwise. `thisYear` completes dates
 // without one.
 std::optional<double> readDate(std::string_view text, const Regional& regional, int thisYear);
+// The day that such a text names, whatever time stands beside it; a time alone names none.
+std::optional<Date> readDay(std::string_view text, const Regional& regional, int thisYear);
 bool isDate(std::string_view text, const Regional& regional, int thisYear);
 
 // As readDate, and otherwise a numeric text within the range is the serial itself.

@@ -29,9 +29,9 @@ struct EditAction {
 };
 
 // Opens the editor of the current cell for a key: a character's code, kKeyBlank for a click, kKeyF2. Changes
-// nothing in column 0, while a view is shown or without records. Asks for the Record Update password when it was not
-// given yet. A Checkbox flips at once; field types that cannot be edited give their message. In a read-only database
-// memos and images alone open, to be looked at.
+// nothing in column 0, while a view is shown or without records. A text with line breaks opens the long editor. Asks
+// for the Record Update password when it was not given yet. A Checkbox flips at once; field types that cannot be
+// edited give their message. In a read-only database memos and images alone open, to be looked at.
 EditAction GridEdit(model::Document& doc, platform::Services& services, int key);
 
 // The same for a key that was pressed on the grid. Nothing at all in a read-only database, where only the mouse opens
@@ -59,7 +59,8 @@ void clearDate(model::Document& doc, platform::Services& services);
 // A text typed into Text1 so far, with the automatic capital: the text to show.
 std::string textChanged(model::Document& doc, std::string_view text);
 
-// The keys that the editors answer themselves. F2 in a Text field gives the action of the long editor.
+// The keys that the editors answer themselves. F2 in a Text field gives the action of the long editor. Up and Down
+// in the picker take the next day and the one before.
 enum class EditKey { Escape, F2, Enter, Tab, BackTab, Up, Down };
 EditAction editorKey(model::Document& doc, platform::Services& services, EditKey key);
 
@@ -78,6 +79,16 @@ bool chooseEntry(model::Document& doc, platform::Services& services, int entry);
 // The text of Text1 against the field's type: empty when it is accepted, else the message. May rewrite the text
 // (doubled separators, a missing zero, a completed time).
 std::string ValidateData(model::Document& doc, platform::Services& services);
+
+// The same for the text of the picker, which becomes the day that it names, as the region writes it. An empty text
+// passes and empties the cell.
+std::string ValidateDate(model::Document& doc, platform::Services& services);
+
+// The picker's calendar: the day on which it opens (that of the text, else today), and one that was picked in it.
+// Days since 1899-12-30.
+int calendarDay(const model::Document& doc, platform::Services& services);
+// Writes it into the editor, all selected; the cell takes it with the next commit.
+void pickDay(model::Document& doc, platform::Services& services, int day);
 
 // A time typed tolerantly: true with the completed text, or false.
 bool CheckTijd(std::string& text, const platform::Regional& regional);

@@ -1,4 +1,5 @@
 // The keys that move on from a cell.
+#include "core/calc/values/Dates.h"
 #include "core/calc/values/Numbers.h"
 #include "core/document/edit/CellEditing.h"
 #include "core/document/edit/TimeFormats.h"
@@ -41,8 +42,23 @@ void moveTo(model::Document& doc, std::optional<int> row) {
         doc.grd.setCell(*row, doc.grd.col());
 }
 
-// False when Text1 has to stay open, with the message.
-bool mayLeaveText(model::Document& doc, platform::Services& services) {
+void formatFloat(model::Document& doc, platform::Services& services) {
+    if (doc.editor.kind == EditorKind::Text1)
+        FormatFloatEdit(doc, services);
+}
+
+// False when the picker has to stay open, with the message.
+bool mayLeaveDate(model::Document& doc, platform::Services& services) {
+    const std::string refusal = ValidateDate(doc, services);
+    if (!refusal.empty())
+        showCritical(services, refusal);
+    return refusal.empty();
+}
+
+// False when the editor has to stay open, with the message.
+bool mayLeave(model::Document& doc, platform::Services& services) {
+    if (doc.editor.kind == EditorKind::DTPickerMS2)
+        return mayLeaveDate(doc, services);
     if (doc.editor.kind != EditorKind::Text1)
         return true;
     FormatFloatEdit(doc, services);
@@ -54,7 +70,7 @@ bool mayLeaveText(model::Document& doc, platform::Services& services) {
 }
 
 bool commit(model::Document& doc, platform::Services& services) {
-    if (!mayLeaveText(doc, services))
+    if (!mayLeave(doc, services))
         return false;
     saveCell(doc, services);
     return true;
@@ -70,10 +86,20 @@ EditAction toLongEditor(model::Document& doc, platform::Services& services) {
     return GridEdit(doc, services, kKeyF2);
 }
 
+// A day that does not exist, or a text that names none, stays as it is.
+void stepDay(model::Document& doc, platform::Services& services, int days) {
+    const auto day = calc::readDay(doc.editor.text, services.regional, services.clock.now().year);
+    const auto moved = day ? calc::addToDate(calc::dayNumber(*day), calc::DateUnit::Day, days) : std::nullopt;
+    if (moved)
+        pickDay(doc, services, static_cast<int>(*moved));
+}
+
 void keyUp(model::Document& doc, platform::Services& services) {
     if (doc.editor.kind == EditorKind::MebSpin)
         spinBy(doc, services, 1);
-    else if (doc.editor.kind != EditorKind::DTPickerMS2 && commit(doc, services))
+    else if (doc.editor.kind == EditorKind::DTPickerMS2)
+        stepDay(doc, services, 1);
+    else if (commit(doc, services))
         moveTo(doc, previousRow(doc, doc.grd.row()));
 }
 
@@ -83,7 +109,9 @@ void keyDown(model::Document& doc, platform::Services& services) {
         spinBy(doc, services, -1);
     else if (editor.kind == EditorKind::cmb1)
         editor.entry = std::min(editor.entry + 1, static_cast<int>(editor.entries.size()) - 1);
-    else if (editor.kind != EditorKind::DTPickerMS2 && commit(doc, services))
+    else if (editor.kind == EditorKind::DTPickerMS2)
+        stepDay(doc, services, -1);
+    else if (commit(doc, services))
         moveTo(doc, nextRow(doc, doc.grd.row()));
 }
 
@@ -102,10 +130,12 @@ EditAction editorKey(model::Document& doc, platform::Services& services, EditKey
         commit(doc, services);
         break;
     case EditKey::Tab:
+        formatFloat(doc, services);
         saveCell(doc, services);
         moveOn(doc);
         break;
     case EditKey::BackTab:
+        formatFloat(doc, services);
         saveCell(doc, services);
         moveBack(doc);
         break;
@@ -117,6 +147,19 @@ EditAction editorKey(model::Document& doc, platform::Services& services, EditKey
         break;
     }
     return {};
+}
+
+int calendarDay(const model::Document& doc, platform::Services& services) {
+    const platform::LocalTime now = services.clock.now();
+    const auto day = calc::readDay(doc.editor.text, services.regional, now.year);
+    return calc::dayNumber(day.value_or(calc::Date{now.year, now.month, now.day}));
+}
+
+void pickDay(model::Document& doc, platform::Services& services, int day) {
+    if (doc.editor.kind != EditorKind::DTPickerMS2)
+        return;
+    doc.editor.text = calc::shortDate(calc::dateOfDay(day), services.regional);
+    doc.editor.allSelected = true;
 }
 
 void spinBy(model::Document& doc, platform::Services& services, int step) {

@@ -131,12 +131,17 @@ EditAction openList(Cell& cell) {
     return openEditor(cell, std::move(editor));
 }
 
+// A cell that names no day begins with today's.
 EditAction openDate(Cell& cell) {
     const platform::LocalTime now = cell.services.clock.now();
-    const auto serial = calc::readDate(cell.text(), cell.services.regional, now.year);
+    const platform::Regional& regional = cell.services.regional;
+    const calc::Date today{now.year, now.month, now.day};
     model::EditorState editor;
     editor.kind = EditorKind::DTPickerMS2;
-    editor.date = calc::dayNumber(serial ? calc::dateOf(*serial) : calc::Date{now.year, now.month, now.day});
+    editor.allSelected = cell.keepsText();
+    editor.text = cell.keepsText()
+                      ? calc::shortDate(calc::readDay(cell.text(), regional, now.year).value_or(today), regional)
+                      : std::string(1, static_cast<char>(cell.key));
     return openEditor(cell, std::move(editor));
 }
 
@@ -158,7 +163,14 @@ bool isNumberType(FieldType type) {
     return type == FieldType::Integer || type == FieldType::Long || type == FieldType::Float;
 }
 
+// A line of text would show line breaks as something else, and lose them with the first key.
+bool hasLineBreak(const Cell& cell) {
+    return cell.text().find_first_of("\r\n") != std::string::npos;
+}
+
 EditAction openText(Cell& cell) {
+    if (hasLineBreak(cell))
+        return openMemoWindow(cell, model::kTextLength);
     model::EditorState editor;
     editor.kind = EditorKind::Text1;
     editor.rightAligned = isNumberType(cell.field.Type);

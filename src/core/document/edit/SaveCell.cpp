@@ -1,6 +1,5 @@
 // Committing the editor of a cell, and the closing of the modal editors.
 #include "core/calc/values/Conversion.h"
-#include "core/calc/values/Dates.h"
 #include "core/calc/values/Numbers.h"
 #include "core/calc/values/Text.h"
 #include "core/document/edit/CellEditing.h"
@@ -66,7 +65,7 @@ Commit commitSpin(const Edit& edit) {
 }
 
 Commit commitDate(const Edit& edit) {
-    edit.setCellText(calc::shortDate(calc::dateOfDay(edit.editor.date), edit.services.regional));
+    edit.setCellText(edit.editor.text);
     return markChanged(edit.doc);
 }
 
@@ -139,11 +138,17 @@ Commit commitEditor(const Edit& edit) {
     return isValidated(edit.field().Type) ? commitValidated(edit) : commitText(edit);
 }
 
-// True when the text of Text1 may go to its cell; otherwise the user has been told.
+// Why the text of the open editor may not go to its cell; empty when it may.
+std::string refusalOf(model::Document& doc, platform::Services& services) {
+    if (doc.editor.kind == EditorKind::DTPickerMS2)
+        return ValidateDate(doc, services);
+    const bool tested = doc.editor.kind == EditorKind::Text1 && isValidated(fieldOfColumn(doc, doc.editor.col).Type);
+    return tested ? ValidateData(doc, services) : std::string();
+}
+
+// True when the text may go to its cell; otherwise the user has been told.
 bool textIsAccepted(model::Document& doc, platform::Services& services) {
-    if (doc.editor.kind != EditorKind::Text1 || !isValidated(fieldOfColumn(doc, doc.editor.col).Type))
-        return true;
-    const std::string refusal = ValidateData(doc, services);
+    const std::string refusal = refusalOf(doc, services);
     if (!refusal.empty())
         showCritical(services, refusal);
     return refusal.empty();

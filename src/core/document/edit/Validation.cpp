@@ -5,6 +5,7 @@
 #include "core/document/edit/CellEditing.h"
 #include "core/document/edit/TimeFormats.h"
 #include "core/document/grid/Cells.h"
+#include "core/platform/OwnTexts.h"
 
 #include <algorithm>
 #include <array>
@@ -122,6 +123,17 @@ std::string ValidateData(model::Document& doc, platform::Services& services) {
     const Typed typed{text, fieldOfColumn(doc, doc.editor.col), services, separatorsOf(services.regional)};
     undouble(text, typed.separators.decimal);
     return validate(typed);
+}
+
+std::string ValidateDate(model::Document& doc, platform::Services& services) {
+    std::string& text = doc.editor.text;
+    if (text.empty())
+        return {};
+    const auto day = calc::readDay(text, services.regional, services.clock.now().year);
+    if (!day)
+        return platform::texts::noDate(calc::shortDate({2003, 12, 31}, services.regional));
+    text = calc::shortDate(*day, services.regional);
+    return {};
 }
 
 bool CheckTijd(std::string& text, const platform::Regional& regional) {
