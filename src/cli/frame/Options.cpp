@@ -28,7 +28,7 @@ void addRegionOption(Verb& verb, std::string& region) {
     std::vector<std::string> names;
     for (const std::string_view name : regionNames())
         names.emplace_back(name);
-    verb.option("--region", region, "How dates, times and numbers are written (us, uk, de, se)").among(names);
+    verb.option("--region", region, "How dates, times and numbers are written (us, uk, de, se, iso)").among(names);
 }
 
 void addOpenOptions(Verb& verb, CommonOptions& options) {

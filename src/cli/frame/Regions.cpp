@@ -49,15 +49,26 @@ Regional sweden() {
             .monthAbbrevs = {"jan", "feb", "mar", "apr", "maj", "jun", "jul", "aug", "sep", "okt", "nov", "dec"}};
 }
 
+// Dates, times and numbers as other programs take them, whatever the country.
+Regional international() {
+    return {.shortDate = "yyyy-MM-dd",
+            .longTime = "HH:mm:ss",
+            .dateOrder = DateOrder::YMD,
+            .dateSeparator = '-',
+            .twelveHours = false,
+            .currency = ""};
+}
+
 struct NamedRegion {
     std::string_view name;
     Regional (*make)();
 };
-constexpr std::array<NamedRegion, 4> kRegions = {{
+constexpr std::array<NamedRegion, 5> kRegions = {{
     {"us", unitedStates},
     {"uk", unitedKingdom},
     {"de", germany},
     {"se", sweden},
+    {"iso", international},
 }};
 
 } // namespace

@@ -50,6 +50,10 @@ void Verb::argument(const char* name, std::string& value, const char* text) {
     m_app->add_option(name, value, text)->required();
 }
 
+void Verb::arguments(const char* name, std::vector<std::string>& values, const char* text) {
+    m_app->add_option(name, values, text)->required();
+}
+
 VerbOption Verb::option(const char* name, std::filesystem::path& value, const char* text) {
     return VerbOption(*m_app->add_option(name, value, text));
 }

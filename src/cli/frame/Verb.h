@@ -43,6 +43,7 @@ public:
     // Arguments have no name on the command line: they are required, in the order in which they were declared.
     void argument(const char* name, std::filesystem::path& value, const char* text);
     void argument(const char* name, std::string& value, const char* text);
+    void arguments(const char* name, std::vector<std::string>& values, const char* text); // one or more
 
     VerbOption option(const char* name, std::filesystem::path& value, const char* text);
     VerbOption option(const char* name, std::string& value, const char* text);

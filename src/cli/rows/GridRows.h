@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <iosfwd>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,11 +22,37 @@ std::string_view shownCell(const model::Document& doc, int row, int column, std:
 // A Windows-1252 text as UTF-8: itself when it is plain ASCII, otherwise made in `scratch`.
 std::string_view utf8(std::string_view text, std::string& scratch);
 
-// The header row and each visible record as the grid shows them, in CSV or TSV; as JSON an object with the
-// members "fields" (slot, name, type) and "records" (an array of texts for each). With numbers, each row begins
-// with the number of its record, under the header "#"; in JSON there is no field for it.
-enum class RecordNumbers : std::uint8_t { No, Yes };
-void writeRows(const model::Document& doc, RowForm form, RecordNumbers numbers, std::ostream& out,
-               Audience audience = Audience::Program);
+// The slots of the columns that are shown, those of the view or of the used fields, in their order.
+std::vector<int> shownSlots(const model::Document& doc);
+
+// A record that is shown: its row in the grid of all fields, and the number that is shown beside it, from 1. A view
+// numbers its records anew.
+struct ShownRow {
+    int row = 0;
+    int number = 0;
+};
+std::vector<ShownRow> shownRows(const model::Document& doc); // in the order in which they are shown
+
+// What is printed of the records, and how.
+struct RowsRequest {
+    RowForm form = RowForm::Csv;
+    bool jsonLines = false; // instead of the form: an object for each record
+    Audience audience = Audience::Program;
+    std::vector<int> slots;
+    std::vector<ShownRow> rows;
+    std::optional<std::string> file; // the first column, UTF-8
+    bool numbers = false;            // a column with the numbers of the records
+    bool ids = false;                // columns with the key, the category's id and the ids of items
+    bool header = true;              // of Csv and Tsv
+};
+
+// The names of the columns, UTF-8.
+std::vector<std::string> columnNames(const model::Document& doc, const RowsRequest& request);
+
+// The header row and each record as the grid shows it, in Csv or Tsv. As Json an object with the members "fields"
+// (slot, name, type) and "records" (an array of texts for each), the number of the record ahead of its texts when it
+// is wanted; ids are not among them. With `jsonLines` an object for each record on a line of its own, with values of
+// their types: numbers, true and false, null for nothing; dates and times are the grid's texts.
+void writeRows(const model::Document& doc, const RowsRequest& request, std::ostream& out);
 
 } // namespace tallybook::cli

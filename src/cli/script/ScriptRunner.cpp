@@ -281,7 +281,11 @@ ScriptRunner::Failure ScriptRunner::doShow(const Words& words) {
     if (!words.empty() && !words[0].is("all"))
         return "usage: show [all]";
     if (!words.empty()) {
-        writeRows(m_doc, RowForm::Tsv, RecordNumbers::No, m_out);
+        RowsRequest all;
+        all.form = RowForm::Tsv;
+        all.slots = shownSlots(m_doc);
+        all.rows = shownRows(m_doc);
+        writeRows(m_doc, all, m_out);
         return std::nullopt;
     }
     if (model::hasNoRecords(m_doc))

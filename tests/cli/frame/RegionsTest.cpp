@@ -36,7 +36,8 @@ INSTANTIATE_TEST_SUITE_P(All, RegionsTest,
                          testing::Values(RegionCase{"us", "1/2/2003", "1:05:09 PM", "1234.50"},
                                          RegionCase{"uk", "02/01/2003", "13:05:09", "1234.50"},
                                          RegionCase{"de", "02.01.2003", "13:05:09", "1234,50"},
-                                         RegionCase{"se", "2003-01-02", "13:05:09", "1234,50"}),
+                                         RegionCase{"se", "2003-01-02", "13:05:09", "1234,50"},
+                                         RegionCase{"iso", "2003-01-02", "13:05:09", "1234.50"}),
                          [](const auto& tested) { return tested.param.name; });
 
 TEST(RegionsTest, knowsNoOtherNames) {
