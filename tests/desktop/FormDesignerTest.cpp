@@ -321,6 +321,29 @@ TEST_F(PictureDialog, readOnlyPictureIsLookedAt) {
     });
 }
 
+// A desktop without a program for bitmaps has the small editor.
+TEST_F(PictureDialog, pixelsAreDrawn) {
+    qputenv("TALLYBOOK_PICTURE_EDITOR", "");
+    if (!desktop::pictureProgram().isEmpty())
+        GTEST_SKIP() << "this desktop has a program for bitmaps";
+    openSample();
+    putPicture(doc(), m_chequers);
+    edit([this](QWidget& dialog) {
+        script.expect([](QWidget& editor) {
+            ASSERT_EQ(editor.objectName(), QStringLiteral("dlgPixelEditor"));
+            auto* canvas = child<QWidget>(editor, "canvas");
+            const int scale = canvas->width() / 5;
+            QTest::mouseClick(canvas, Qt::LeftButton, {}, {scale + scale / 2, scale / 2});
+            clickOn(editor, "cmdOK");
+        });
+        clickOn(dialog, "cmdEdit");
+        clickOn(dialog, "cmdSave");
+    });
+    const auto bytes = forms::pictureBytes(doc(), services, model::kFirstDataRow, kPicture);
+    ASSERT_TRUE(bytes.ok());
+    EXPECT_EQ(indicesOf(forms::readPalmBitmap(bytes.value()).value(), 0), "11101");
+}
+
 TEST(PictureProgram, lineOfADescriptionBecomesArguments) {
     EXPECT_EQ(desktop::programOfExec(QStringLiteral("paint %U")),
               (QStringList{QStringLiteral("paint"), QStringLiteral("%f")}));

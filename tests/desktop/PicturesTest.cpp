@@ -27,6 +27,7 @@
 #include "desktop/forms/FormScreen.h"
 #include "desktop/forms/dlgColour.h"
 #include "desktop/forms/dlgImportPicture.h"
+#include "desktop/forms/dlgPixelEditor.h"
 #include "desktop/forms/dlgPopHlp.h"
 #include "desktop/forms/frmDesignForm.h"
 #include "desktop/forms/frmEditImage.h"
@@ -497,6 +498,8 @@ TEST_P(Pictures, pictureDialog) {
                     .ok());
     desktop::frmEditImage dialog(doc(), services, model::kFirstDataRow, kPicture, nullptr);
     showAndKeep(dialog, "frmEditImage");
+    desktop::dlgPixelEditor pixels(import.bitmap(), nullptr);
+    showAndKeep(pixels, "dlgPixelEditor");
 }
 
 TEST_P(Pictures, properties) {

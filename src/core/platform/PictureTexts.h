@@ -7,9 +7,6 @@
 namespace tallybook::platform::texts {
 
 inline constexpr std::string_view kNoPicture = "There is no picture that could be read.";
-inline constexpr std::string_view kNoPictureProgram = "No program is set for editing bitmaps. Set one for them in "
-                                                      "your desktop, or name one in the environment variable "
-                                                      "TALLYBOOK_PICTURE_EDITOR.";
 inline std::string cannotStart(std::string_view program) {
     return "The program \"" + std::string(program) + "\" could not be started.";
 }

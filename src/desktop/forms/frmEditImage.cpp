@@ -10,6 +10,7 @@
 #include "desktop/forms/OutsideEditor.h"
 #include "desktop/forms/PictureBox.h"
 #include "desktop/forms/dlgImportPicture.h"
+#include "desktop/forms/dlgPixelEditor.h"
 #include "desktop/platform/Text.h"
 
 #include <QClipboard>
@@ -161,11 +162,18 @@ void frmEditImage::showPicture() {
 
 void frmEditImage::edit() {
     const QStringList program = pictureProgram();
+    if (program.isEmpty())
+        return editPixels();
     if (!m_outside->open(program, pathToQt(m_edit.workingFile())))
-        m_services.ui.message({.text = program.isEmpty() ? std::string(platform::texts::kNoPictureProgram)
-                                                         : platform::texts::cannotStart(fromQt(program.first())),
+        m_services.ui.message({.text = platform::texts::cannotStart(fromQt(program.first())),
                                .icon = platform::Icon::Information,
                                .title = {}});
+}
+
+void frmEditImage::editPixels() {
+    dlgPixelEditor editor(*m_edit.bitmap(), this);
+    if (editor.exec() == QDialog::Accepted && editor.changed())
+        m_edit.setBitmap(editor.bitmap());
 }
 
 void frmEditImage::takeUpdate() {

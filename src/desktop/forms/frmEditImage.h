@@ -38,6 +38,7 @@ private:
     void perform(std::string_view tag, const std::function<void()>& operation);
     void showPicture();
     void edit();
+    void editPixels();
     void takeUpdate();
     void importBitmap();
     void importPicture();
