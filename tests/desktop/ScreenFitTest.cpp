@@ -47,7 +47,7 @@ TEST_F(SmallScreen, dialogsFit) {
     desktop::dlgFilterDesg filters(sample, services, nullptr);
     expectFits(filters, "CancelButton");
     desktop::frmViewDesigner views(sample, services, nullptr);
-    expectFits(views, "CancelButton");
+    expectFits(views, "cmdCancel");
     desktop::frmPDBProps properties(sample, services, users, {}, nullptr);
     expectFits(properties, "cmdCancel");
     desktop::frmPwd security(sample, services, nullptr);

@@ -41,6 +41,7 @@ void putIntoScrollArea(QDialog& dialog) {
     auto* outer = new QVBoxLayout(&dialog);
     outer->setContentsMargins({});
     outer->addWidget(area);
+    area->show();      // the dialog is visible already
     outer->activate(); // or the least size of before would still hold
     if (focus != nullptr)
         focus->setFocus();
