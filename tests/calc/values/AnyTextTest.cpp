@@ -1,6 +1,7 @@
 // Cells hold any bytes, so whatever reads them must take any bytes.
 #include "core/calc/values/Conversion.h"
 #include "core/calc/values/Dates.h"
+#include "core/calc/values/LikePattern.h"
 #include "core/calc/values/Numbers.h"
 #include "core/calc/values/Text.h"
 #include "support/Regions.h"

@@ -75,64 +75,6 @@ TEST(Text, findsTheFirstPlaceFromOne) {
     }
 }
 
-struct LikeCase {
-    const char* text;
-    const char* pattern;
-    bool binary;
-    bool folded;
-};
-
-TEST(Text, matchesWholeTextsWithPatterns) {
-    const LikeCase cases[] = {
-        {"aBBBa", "a*a", true, true},
-        {"F", "[A-Z]", true, true},
-        {"F", "[!A-Z]", false, false},
-        {"a2a", "a#a", true, true},
-        {"aM5b", "a[L-P]#[!c-e]", true, true},
-        {"BAT123khg", "B?T*", true, true},
-        {"CAT123khg", "B?T*", false, false},
-        {"a*b", "a[*]b", true, true},
-        {"axb", "a[*]b", false, false},
-        {"f", "[A-Z]", false, true},
-        {"", "*", true, true},
-        {"", "[]", true, true},
-        {"", "?", false, false},
-        {"", "", true, true},
-        {"a", "", false, false},
-        {"a-b", "a[-x]b", true, true},
-        {"a-b", "a[x-]b", true, true},
-        {"a-b", "a[!-x]b", false, false},
-        {"a]b", "a]b", true, true},
-        {"a!b", "a!b", true, true},
-        {"a!b", "a[x!]b", true, true},
-        {"ab", "a[]b", true, true},
-        {"a[b", "a[[]b", true, true},
-        {"a?b", "a[?]b", true, true},
-        {"a#b", "a[#]b", true, true},
-        {"a5b", "a[#]b", false, false},
-        {"a[b", "a[b", false, false},   // never closed
-        {"b", "[z-a]", false, false},   // descending
-        {"x", "*[z-a]*", false, false}, // descending, though nothing else stands against it
-        {"abcabd", "*ab?", true, true},
-        {"mississippi", "m*iss*ip*i", true, true},
-        {"mississippi", "m*iss*ix*i", false, false},
-        {"abc", "a*b", false, false},
-        {"abc", "***c", true, true},
-        {"\xE9", "\xC9", false, true},
-        {"k", "[a-cJ-L]", false, true},
-        {"two\nlines", "two?lines", true, true},
-    };
-    for (const LikeCase& c : cases) {
-        EXPECT_EQ(like(c.text, c.pattern, kBinary), c.binary) << c.text << " like " << c.pattern;
-        EXPECT_EQ(like(c.text, c.pattern, kFolded), c.folded) << c.text << " like " << c.pattern << ", folded";
-    }
-}
-
-TEST(Text, matchesManyStarsInBoundedTime) {
-    const std::string text(2000, 'a');
-    EXPECT_FALSE(like(text, "*a*a*a*a*a*a*a*a*b", kBinary));
-}
-
 TEST(Text, changesLineEnds) {
     EXPECT_EQ(LfToCrLf("one\ntwo\n"), "one\r\ntwo\r\n");
     EXPECT_EQ(LfToCrLf("one\r\ntwo"), "one\r\r\ntwo");

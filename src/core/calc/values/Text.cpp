@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <optional>
 
 namespace tallybook::calc {
 
@@ -50,82 +49,6 @@ template <class Convert> std::string converted(std::string_view text, Convert co
     std::string result(text);
     std::transform(result.begin(), result.end(), result.begin(), convert);
     return result;
-}
-
-// What a character counts as in a comparison.
-std::uint8_t keyOf(char c, TextCase mode) {
-    return mode == TextCase::Folded ? kUpper[byteOf(c)] : byteOf(c);
-}
-
-// One element of a pattern.
-struct Element {
-    char kind = 0;              // ? * # [ or 0 for a character that stands for itself
-    std::string_view list = {}; // of [
-    bool excluded = false;      // the list begins with !
-    char character = 0;
-    std::size_t length = 1; // in the pattern
-};
-
-// The element at the front of a pattern that is not empty and has every bracket closed.
-Element elementOf(std::string_view pattern) {
-    const char c = pattern[0];
-    if (c == '?' || c == '*' || c == '#')
-        return {.kind = c};
-    if (c != '[')
-        return {.character = c};
-    const std::size_t close = pattern.find(']');
-    Element element{.kind = '[', .list = pattern.substr(1, close - 1), .length = close + 1};
-    if (element.list.starts_with('!')) {
-        element.excluded = true;
-        element.list.remove_prefix(1);
-    }
-    return element;
-}
-
-// Calls `visit` with both ends of each range of a list, a single character being both. Stops at a false.
-template <class Visit> bool eachRange(std::string_view list, Visit visit) {
-    while (!list.empty()) {
-        const bool range = list.size() > 2 && list[1] == '-';
-        if (!visit(list[0], list[range ? 2 : 0]))
-            return false;
-        list.remove_prefix(range ? 3 : 1);
-    }
-    return true;
-}
-
-bool isWellFormed(std::string_view pattern, TextCase mode) {
-    while (!pattern.empty()) {
-        if (pattern[0] == '[' && pattern.find(']') == std::string_view::npos)
-            return false;
-        const Element element = elementOf(pattern);
-        const bool ascending =
-            eachRange(element.list, [&](char from, char to) { return keyOf(from, mode) <= keyOf(to, mode); });
-        if (!ascending)
-            return false;
-        pattern.remove_prefix(element.length);
-    }
-    return true;
-}
-
-bool matchesOne(const Element& element, char c, TextCase mode) {
-    const std::uint8_t key = keyOf(c, mode);
-    switch (element.kind) {
-    case '?':
-        return true;
-    case '#':
-        return c >= '0' && c <= '9';
-    case '[': {
-        const bool outside = eachRange(
-            element.list, [&](char from, char to) { return key < keyOf(from, mode) || key > keyOf(to, mode); });
-        return outside == element.excluded;
-    }
-    default:
-        return key == keyOf(element.character, mode);
-    }
-}
-
-bool matchesNothing(const Element& element) {
-    return element.kind == '[' && element.list.empty() && !element.excluded;
 }
 
 bool equalFolded(const char* a, const char* b, std::size_t count) {
@@ -198,40 +121,6 @@ std::size_t findText(std::string_view text, std::string_view needle, TextCase mo
         return at == std::string_view::npos ? 0 : at + 1;
     }
     return findFolded(text, needle);
-}
-
-// Every element but the star matches one character or none, so that only the last star passed may need to take
-// more than it has.
-bool like(std::string_view text, std::string_view pattern, TextCase mode) {
-    struct Place {
-        std::size_t at;            // in the text
-        std::string_view elements; // still to be matched from there
-    };
-    if (!isWellFormed(pattern, mode))
-        return false;
-    Place now{0, pattern};
-    std::optional<Place> star; // behind the last star, at the first character that it has not taken
-    for (;;) {
-        if (now.elements.empty()) {
-            if (now.at == text.size())
-                return true;
-        } else {
-            const Element element = elementOf(now.elements);
-            const bool isStar = element.kind == '*';
-            if (isStar || matchesNothing(element) ||
-                (now.at < text.size() && matchesOne(element, text[now.at], mode))) {
-                now.elements.remove_prefix(element.length);
-                now.at += isStar || matchesNothing(element) ? 0 : 1;
-                if (isStar)
-                    star = now;
-                continue;
-            }
-        }
-        if (!star || star->at == text.size())
-            return false;
-        ++star->at;
-        now = *star;
-    }
 }
 
 std::string LfToCrLf(std::string_view text) {

@@ -21,9 +21,6 @@ bool equalText(std::string_view a, std::string_view b, TextCase mode);
 // Place of the first occurrence from 1, 0 for none. An empty needle is found at 1.
 std::size_t findText(std::string_view text, std::string_view needle, TextCase mode);
 
-// Like patterns: ? * # [list] [!list]. An unclosed bracket or a descending range matches nothing.
-bool like(std::string_view text, std::string_view pattern, TextCase mode);
-
 // Line ends. A file and the grid hold a line feed alone, editors carriage return and line feed.
 std::string LfToCrLf(std::string_view text);
 std::string CrLfToLf(std::string_view text);

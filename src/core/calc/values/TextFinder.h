@@ -9,11 +9,12 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tallybook::calc {
 
-// Finds the same places as findText, but looks at few bytes of a long text. What it needs to know of the needle is
-// settled once, so it is worth having from some dozen texts on.
+// Finds the same places as findText, but looks at few bytes of a long text, and at none of any text more than a few
+// times. What it needs to know of the needle is settled once, so it is worth having from some dozen texts on.
 class TextFinder {
 public:
     TextFinder(std::string_view needle, TextCase mode);
@@ -42,14 +43,24 @@ private:
     static constexpr std::size_t kChunk = 64;
     using Marks = std::array<std::uint8_t, kChunk>;
 
-    bool isAt(const char* place) const;
+    // Comparisons of one search that led to nothing, and when they are too many for what was passed over.
+    struct Vain {
+        std::size_t start = 0; // of the search
+        std::size_t compared = 0;
+    };
+
+    bool tooMuch(const Vain& vain, std::size_t at) const;
+    bool isAt(const char* place, Vain& vain) const;
     bool markIn(const char* chunk, Marks& marks) const;
-    std::size_t findInChunk(const char* chunk, const Marks& marks) const;
-    std::size_t findBySkipping(std::string_view text, std::size_t from) const;
+    std::size_t findInChunk(const char* chunk, const Marks& marks, Vain& vain) const;
+    std::size_t findBySkipping(std::string_view text, std::size_t from, Vain vain) const;
+    std::size_t findByBorders(std::string_view text, std::size_t from) const;
+    void findBorders();
 
     std::string m_needle;                 // as compared
     std::array<std::uint8_t, 256> m_key;  // what a byte is compared as
     std::array<std::uint8_t, 256> m_skip; // by the byte under the needle's last place: how far to go on at least
+    std::vector<std::size_t> m_borders;   // by length of a front of the needle: the longest shorter one that ends it
     Pair m_first;                         // of the needle's first place
     Pair m_last;
 };

@@ -64,23 +64,27 @@ bool isSearched(const model::Document& doc, int slot) {
 } // namespace
 
 CellMatcher::CellMatcher(const FindSettings& settings)
-    : m_settings(settings), m_finder(settings.text, caseOf(settings)) {}
+    : m_settings(settings), m_finder(settings.text, caseOf(settings)) {
+    if (settings.chkExpression)
+        m_patterns.emplace(settings.text, caseOf(settings));
+}
 
 bool CellMatcher::matches(std::string_view text) const {
-    if (m_settings.chkExpression)
-        return m_settings.chkCase ? ExpressionMatch(text, m_settings.text)
-                                  : ExpressionMatchText(text, m_settings.text);
+    if (m_patterns)
+        return m_patterns->matches(text);
     if (m_settings.chkWholeWord)
         return hasWholeWord(text);
     return m_finder.find(text) != std::string_view::npos;
 }
 
 bool CellMatcher::mayMatchIn(std::string_view bytes) const {
-    return !bytes.empty() && (m_settings.chkExpression || m_finder.find(bytes) != std::string_view::npos);
+    if (bytes.empty())
+        return false;
+    return m_patterns ? m_patterns->mayMatchIn(bytes) : m_finder.find(bytes) != std::string_view::npos;
 }
 
 bool CellMatcher::mayMatchOf(const std::bitset<256>& alphabet) const {
-    return m_settings.chkExpression || m_finder.isMadeOf(alphabet);
+    return m_patterns ? m_patterns->mayMatchOf(alphabet) : m_finder.isMadeOf(alphabet);
 }
 
 bool CellMatcher::hasWholeWord(std::string_view text) const {

@@ -3,6 +3,7 @@
 
 #include "core/calc/values/TextFinder.h"
 #include "core/document/find/Find.h"
+#include "core/document/find/PatternList.h"
 #include "core/model/Document.h"
 
 #include <bitset>
@@ -31,6 +32,7 @@ private:
 
     const FindSettings m_settings;
     calc::TextFinder m_finder;
+    std::optional<PatternList> m_patterns; // of chkExpression
 };
 
 // The cells of grd that match, in the order of the walk: row by row, in a row column by column. What is found out

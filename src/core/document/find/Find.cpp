@@ -1,25 +1,14 @@
 #include "core/document/find/Find.h"
 
-#include "core/calc/values/Text.h"
 #include "core/document/edit/CellEditing.h"
 #include "core/document/find/CellSearch.h"
+#include "core/document/find/PatternList.h"
 
 #include <algorithm>
 
 namespace tallybook::document {
 
 namespace {
-
-bool matchesAnyPart(std::string_view text, std::string_view patterns, calc::TextCase mode) {
-    for (;;) {
-        const std::size_t plus = patterns.find('+');
-        if (calc::like(text, patterns.substr(0, plus), mode))
-            return true;
-        if (plus == std::string_view::npos)
-            return false;
-        patterns.remove_prefix(plus + 1);
-    }
-}
 
 void tell(platform::Services& services, std::string_view text) {
     services.ui.message({.text = std::string(text), .icon = platform::Icon::Information, .title = {}});
@@ -49,11 +38,11 @@ bool MatchCell(std::string_view cellText, const FindSettings& settings) {
 }
 
 bool ExpressionMatch(std::string_view cellText, std::string_view patterns) {
-    return matchesAnyPart(cellText, patterns, calc::TextCase::Binary);
+    return PatternList(patterns, calc::TextCase::Binary).matches(cellText);
 }
 
 bool ExpressionMatchText(std::string_view cellText, std::string_view patterns) {
-    return matchesAnyPart(cellText, patterns, calc::TextCase::Folded);
+    return PatternList(patterns, calc::TextCase::Folded).matches(cellText);
 }
 
 bool FindText(model::Document& doc, platform::Services& services, const FindSettings& settings, bool forward) {
