@@ -203,7 +203,7 @@ void checkDataRecords(platform::ByteSpan file, const FileMap& map, const Databas
                       const platform::Regional& regional, Findings& findings) {
     RecordCheck check(file, db, regional, findings);
     for (const ListEntry& entry : map.entries)
-        if (entry.record >= model::kFixedRecords && entry.bytes.size() > 0)
+        if (entry.record >= model::kFixedRecords && entry.bytes.size() > 0 && !entry.passed)
             check.check(entry);
 }
 

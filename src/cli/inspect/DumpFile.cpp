@@ -49,10 +49,13 @@ Json decoded(const ListEntry& entry, ByteSpan file, FixedRecords& fixed) {
 }
 
 Json recordJson(const ListEntry& entry, ByteSpan file, FixedRecords& fixed) {
+    const ByteSpan bytes = entry.passed ? ByteSpan() : entry.bytes.of(file);
     Json json = {{"entry", entry.entry},       {"record", entry.record < 0 ? Json(nullptr) : Json(entry.record)},
                  {"offset", entry.offset},     {"attributes", entry.attributes},
-                 {"uniqueId", entry.uniqueId}, {"hex", hex(entry.bytes.of(file))}};
-    if (entry.record >= 0)
+                 {"uniqueId", entry.uniqueId}, {"hex", hex(bytes)}};
+    if (entry.passed)
+        json["passed"] = true;
+    else if (entry.record >= 0)
         json["decoded"] = decoded(entry, file, fixed);
     return json;
 }

@@ -46,6 +46,19 @@ void setRanges(std::vector<ListEntry>& entries, std::size_t fileSize) {
     }
 }
 
+// What is left are two rows of ranges, those of records and those of dropped entries, in each of which no byte stands
+// twice, however wild the list is.
+void markPassed(std::vector<ListEntry>& entries) {
+    std::int64_t record = -1; // the greatest offsets so far
+    std::int64_t any = -1;
+    for (ListEntry& entry : entries) {
+        entry.passed = entry.offset <= (entry.record < 0 ? any : record);
+        any = std::max<std::int64_t>(any, entry.offset);
+        if (entry.record >= 0)
+            record = std::max<std::int64_t>(record, entry.offset);
+    }
+}
+
 std::vector<ByteRange> uncovered(std::vector<ByteRange> covered, std::size_t fileSize) {
     std::sort(covered.begin(), covered.end(),
               [](const ByteRange& a, const ByteRange& b) { return a.start < b.start; });
@@ -73,10 +86,11 @@ FileMap mapFile(platform::ByteSpan file) {
     map.declared = pdb::ByteReader(file, kCountPosition, layout::kHeaderSize).getWord();
     map.entries = readEntries(file, map.declared);
     setRanges(map.entries, file.size());
+    markPassed(map.entries);
     std::vector<ByteRange> covered = {map.header};
     for (const ListEntry& entry : map.entries) {
         covered.push_back({entry.position, entry.position + layout::kEntrySize});
-        if (entry.bytes.size() > 0)
+        if (entry.bytes.size() > 0 && !entry.passed)
             covered.push_back(entry.bytes);
     }
     map.gaps = uncovered(std::move(covered), file.size());

@@ -29,13 +29,18 @@ struct ListEntry {
     std::uint8_t attributes = 0;
     std::uint32_t uniqueId = 0;
     ByteRange bytes; // from the offset to the next greater one behind it in the list, or to the file's end
+    // The offset does not lie behind those of all records before it: the reader, which goes through a file once, has
+    // been there and passes the record over. Of a dropped entry: behind those of all entries. The bytes are others'
+    // or nobody's.
+    bool passed = false;
 };
 
 struct FileMap {
     ByteRange header;               // 78 bytes, fewer when the file is shorter
     int declared = 0;               // records that the header promises
     std::vector<ListEntry> entries; // those that the file has room for
-    std::vector<ByteRange> gaps;    // bytes that neither the header nor the list nor a record holds, in order
+    std::vector<ByteRange>
+        gaps; // bytes that neither the header nor the list nor a record that is read holds, in order
 };
 
 // Takes any bytes.

@@ -1,6 +1,9 @@
 #include "cli/inspect/FileMap.h"
 
+#include "cli/inspect/DumpFile.h"
+
 #include <gtest/gtest.h>
+#include <sstream>
 #include <vector>
 
 namespace tallybook::cli {
@@ -42,7 +45,38 @@ TEST(FileMapTest, skipsOffsetsThatDoNotRise) {
     // The second record starts ahead of the first one, so the first ends with the third.
     const FileMap map = mapFile(fileWith(3, {110, 104, 120}, 130));
     EXPECT_EQ(ranges(map), (std::vector<ByteRange>{{110, 120}, {104, 120}, {120, 130}}));
-    EXPECT_EQ(map.gaps, (std::vector<ByteRange>{{102, 104}}));
+    EXPECT_EQ(map.gaps, (std::vector<ByteRange>{{102, 110}})); // the second one is passed over
+}
+
+TEST(FileMapTest, tellsWhichRecordsAReadPassesOver) {
+    const FileMap map = mapFile(fileWith(6, {140, 130, 135, 160, 160, 150}, 170));
+    std::vector<bool> passed;
+    for (const ListEntry& entry : map.entries)
+        passed.push_back(entry.passed);
+    EXPECT_EQ(passed, (std::vector<bool>{false, true, true, false, true, true}));
+    EXPECT_EQ(map.gaps, (std::vector<ByteRange>{{126, 140}}));
+}
+
+// A list may lead to the same bytes again and again; what is shown of them stays in proportion to the file.
+TEST(FileMapTest, showsNoByteMoreThanTwice) {
+    const std::size_t size = 78 + 8 * 3000 + 2 + 3000;
+    for (const int step : {-1, 0, 1})
+        for (const std::uint8_t attributes : {0x40, 0xC0}) {
+            std::vector<std::uint32_t> offsets;
+            for (int i = 0; i < 3000; ++i)
+                offsets.push_back(static_cast<std::uint32_t>(
+                    step == 0 ? 78 + 8 * 3000 + 2 : static_cast<int>(size) - 1500 + step * i / 2));
+            Bytes file = fileWith(3000, offsets, size);
+            for (std::size_t entry = 100; entry < 3000; ++entry)
+                file[78 + entry * 8 + 4] = attributes;
+            std::size_t shown = 0;
+            for (const ListEntry& entry : mapFile(file).entries)
+                shown += entry.passed ? 0 : entry.bytes.size();
+            EXPECT_LE(shown, 2 * size) << step << ' ' << int{attributes};
+            std::ostringstream out;
+            writeDump(file, "MS2_Wild.pdb", out);
+            EXPECT_LT(out.str().size(), 3000 * 300 + 4 * size);
+        }
 }
 
 TEST(FileMapTest, givesTwoRecordsOfOneOffsetTheSameBytes) {
