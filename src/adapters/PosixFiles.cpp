@@ -1,7 +1,10 @@
 #include "adapters/PosixFiles.h"
 
 #include "adapters/AppFolder.h"
+#include "adapters/EndBySignal.h"
 #include "adapters/FileHandle.h"
+#include "adapters/FileTraits.h"
+#include "adapters/LeftOvers.h"
 #include "adapters/SystemError.h"
 #include "adapters/Trash.h"
 #include "core/platform/OwnTexts.h"
@@ -10,9 +13,12 @@
 #include <algorithm>
 #include <fcntl.h>
 #include <memory>
+#include <new>
 #include <span>
+#include <sys/file.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
+#include <thread>
 
 namespace tallybook::adapters {
 
@@ -28,8 +34,13 @@ namespace {
 
 constexpr std::int64_t kNanoseconds = 1'000'000'000; // of a second
 constexpr int kLinksFollowed = 40;                   // as the system's own limit
-constexpr mode_t kPermissions = S_IRWXU | S_IRWXG | S_IRWXO;
+constexpr mode_t kOwnOnly = S_IRUSR | S_IWUSR;
+constexpr mode_t kAnybody = kOwnOnly | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH; // less what the user's mask takes
 constexpr mode_t kAnyWrite = S_IWUSR | S_IWGRP | S_IWOTH;
+
+std::int64_t nanoseconds(const timespec& time) {
+    return time.tv_sec * kNanoseconds + time.tv_nsec;
+}
 
 FileKind kindOf(const struct stat& status) {
     if (S_ISREG(status.st_mode))
@@ -106,7 +117,9 @@ bool readToEnd(int descriptor, Bytes& bytes) {
 
 class PosixOutputFile : public platform::OutputFile {
 public:
-    PosixOutputFile(FileHandle file, Path path) : m_file(std::move(file)), m_path(std::move(path)) {}
+    PosixOutputFile(FileHandle file, Path path) : m_file(std::move(file)), m_path(std::move(path)) {
+        holdAsOwner(m_file.get());
+    }
 
     // The disk begins at once with what it has been given, so that the sync at the end has less to wait for.
     Result<std::size_t> write(ByteSpan bytes) override {
@@ -148,13 +161,14 @@ private:
     off_t m_written = 0;
 };
 
-// Gives an open file the owner and the permissions of another. The owner stays ours where the system forbids to
-// give files away; the permissions come last, as a change of owner may clear some.
-bool copyPermissions(int descriptor, const struct stat& like) {
-    if (fchown(descriptor, like.st_uid, like.st_gid) != 0 && errno != EPERM && errno != EINVAL)
-        return false;
-    return fchmod(descriptor, like.st_mode & kPermissions) == 0;
-}
+// The system lets go of the folder when the descriptor is closed, also at the end of the program.
+class PosixFolderLock : public platform::FolderLock {
+public:
+    explicit PosixFolderLock(FileHandle folder) : m_folder(std::move(folder)) {}
+
+private:
+    FileHandle m_folder;
+};
 
 } // namespace
 
@@ -169,7 +183,9 @@ Result<FileState> PosixFiles::state(const Path& path) {
     return FileState{.kind = kind,
                      .size = kind == FileKind::Regular ? static_cast<std::uint64_t>(status.st_size) : 0,
                      .writable = mayWrite(path, status),
-                     .modified = status.st_mtim.tv_sec * kNanoseconds + status.st_mtim.tv_nsec};
+                     .modified = nanoseconds(status.st_mtim),
+                     .changed = nanoseconds(status.st_ctim),
+                     .identity = status.st_ino};
 }
 
 Result<Bytes> PosixFiles::read(const Path& path) {
@@ -178,13 +194,17 @@ Result<Bytes> PosixFiles::read(const Path& path) {
         return source.error();
     if (source.value().size > platform::kMaxFileSize)
         return tooLarge(path);
-    // One byte more than there is: the read that meets the end then needs no further room.
-    Bytes bytes = buffer(static_cast<std::size_t>(source.value().size) + 1);
-    if (!readToEnd(source.value().file.get(), bytes))
-        return systemError("read", path, errno);
-    if (bytes.size() > platform::kMaxFileSize)
-        return tooLarge(path);
-    return bytes;
+    try {
+        // One byte more than there is: the read that meets the end then needs no further room.
+        Bytes bytes = buffer(static_cast<std::size_t>(source.value().size) + 1);
+        if (!readToEnd(source.value().file.get(), bytes))
+            return systemError("read", path, errno);
+        if (bytes.size() > platform::kMaxFileSize)
+            return tooLarge(path);
+        return bytes;
+    } catch (const std::bad_alloc&) {
+        return systemError("read", path, ENOMEM);
+    }
 }
 
 // Much of the time of reading or building a file goes into the first touch of new memory, page by page, so the system
@@ -217,37 +237,40 @@ Result<Bytes> PosixFiles::readPart(const Path& path, std::uint64_t offset, std::
     return bytes;
 }
 
+// The file is its maker's alone until it has the rights of the other one.
 Result<std::unique_ptr<platform::OutputFile>> PosixFiles::create(const Path& path, const Path& like) {
-    struct stat model {};
-    const bool hasModel = stat(like.c_str(), &model) == 0;
-    const mode_t mode = hasModel ? S_IRUSR | S_IWUSR : S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
+    const Result<std::optional<FileTraits>> traits =
+        like.empty() ? std::optional<FileTraits>() : FileTraits::of(like);
+    if (!traits)
+        return traits.error();
+    const mode_t mode = like.empty() || traits.value() ? kOwnOnly : kAnybody;
+    const SignalsWait wait;
     FileHandle file(
         retried([&] { return open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, mode); }));
     if (!file.isOpen())
         return systemError("write", path, errno);
-    if (hasModel && !copyPermissions(file.get(), model)) {
+    noteUnfinished(path);
+    if (traits.value() && !traits.value()->giveTo(file.get())) {
         const int number = errno;
-        (void)unlink(path.c_str());
+        (void)remove(path);
         return systemError("write", path, number);
     }
     return std::unique_ptr<platform::OutputFile>(std::make_unique<PosixOutputFile>(std::move(file), path));
 }
 
-Status PosixFiles::keepPrivate(const Path& path) {
-    if (chmod(path.c_str(), S_IRUSR | S_IWUSR) != 0)
-        return systemError("write", path, errno);
-    return {};
-}
-
 Status PosixFiles::rename(const Path& from, const Path& to) {
+    const SignalsWait wait;
     if (::rename(from.c_str(), to.c_str()) != 0)
         return systemError("replace", to, errno);
+    forgetUnfinished(from);
     return {};
 }
 
 Status PosixFiles::remove(const Path& path) {
+    const SignalsWait wait;
     if (unlink(path.c_str()) != 0)
         return systemError("delete", path, errno);
+    forgetUnfinished(path);
     return {};
 }
 
@@ -270,6 +293,26 @@ Status PosixFiles::syncFolder(const Path& path) {
     if (errno == EINVAL || errno == ENOTSUP) // a file system whose folders need no sync
         return {};
     return systemError("write to the folder", path, errno);
+}
+
+void PosixFiles::sweepLeftOvers(const Path& folder) {
+    sweepFiles(folder);
+}
+
+Result<std::unique_ptr<platform::FolderLock>> PosixFiles::lockFolder(const Path& path) {
+    constexpr std::chrono::milliseconds kBetweenTries{5};
+    FileHandle folder(retried([&] { return open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
+    if (!folder.isOpen())
+        return std::unique_ptr<platform::FolderLock>(); // who may not read a folder may write into it all the same
+    const auto end = std::chrono::steady_clock::now() + m_longestWait;
+    while (retried([&] { return flock(folder.get(), LOCK_EX | LOCK_NB); }) != 0) {
+        if (errno != EWOULDBLOCK)
+            return std::unique_ptr<platform::FolderLock>(); // a disk without locks
+        if (std::chrono::steady_clock::now() >= end)
+            return systemError("save into the folder", path, EBUSY);
+        std::this_thread::sleep_for(kBetweenTries);
+    }
+    return std::unique_ptr<platform::FolderLock>(std::make_unique<PosixFolderLock>(std::move(folder)));
 }
 
 Result<std::vector<Path>> PosixFiles::list(const Path& folder) {

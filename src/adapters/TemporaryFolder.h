@@ -1,11 +1,15 @@
 // A folder of one's own for a while.
 #pragma once
 
+#include "adapters/FileHandle.h"
+
 #include <filesystem>
 
 namespace tallybook::adapters {
 
-// Exists, with what is put into it, as long as the object does. An empty path says that it could not be made.
+// Exists, with what is put into it, as long as the object does, and goes when a signal ends the program (see
+// EndBySignal.h). One that a killed program left is removed a day later, when the next one is made. An empty path
+// says that it could not be made.
 class TemporaryFolder {
 public:
     TemporaryFolder();
@@ -17,6 +21,7 @@ public:
 
 private:
     std::filesystem::path m_path;
+    FileHandle m_held; // says that its owner lives
 };
 
 } // namespace tallybook::adapters

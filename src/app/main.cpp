@@ -1,3 +1,4 @@
+#include "adapters/EndBySignal.h"
 #include "adapters/Heap.h"
 #include "desktop/main/Program.h"
 
@@ -5,6 +6,7 @@
 
 int main(int argc, char** argv) {
     tallybook::adapters::growHeapInLargeSteps();
+    tallybook::adapters::cleanUpAtSignals();
     const QApplication app(argc, argv);
     return tallybook::desktop::run();
 }

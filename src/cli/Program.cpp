@@ -7,6 +7,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <exception>
+#include <new>
 #include <optional>
 #include <ostream>
 
@@ -48,15 +49,18 @@ ExitCode explain(const CLI::App& app, const CLI::ParseError& error, const std::v
     return ExitCode::Usage;
 }
 
-} // namespace
+// The file that the command line names, which is the first of a verb's arguments.
+std::string fileOf(const CLI::App& app) {
+    const CLI::App* verb = &app;
+    while (!verb->get_subcommands().empty())
+        verb = verb->get_subcommands().front();
+    for (const CLI::Option* option : verb->get_options())
+        if (option->get_positional() && option->count() > 0)
+            return option->results().front();
+    return {};
+}
 
-ExitCode run(const std::vector<std::string>& arguments, Terminal& terminal) {
-    CLI::App app("Looks into, checks, saves and edits Tallybook databases.", "tallybook");
-    app.set_version_flag("--version", "tallybook " TALLYBOOK_VERSION);
-    app.footer("Exit code: 0 done or found; 1 nothing found, or something to complain of; 2 wrong command line; 3 "
-               "refused or "
-               "not readable, the reason on standard error.");
-    ExitCode code = ExitCode::Done;
+void addVerbs(CLI::App& app, Terminal& terminal, ExitCode& code) {
     Verb command(app);
     addInfo(command, terminal, code);
     addCells(command, terminal, code);
@@ -77,13 +81,23 @@ ExitCode run(const std::vector<std::string>& arguments, Terminal& terminal) {
     addNew(command, terminal, code);
     addSchema(command, terminal, code);
     addRetype(command, terminal, code);
+}
+
+ExitCode runVerb(const std::vector<std::string>& arguments, Terminal& terminal) {
+    CLI::App app("Looks into, checks, saves and edits Tallybook databases.", "tallybook");
+    app.set_version_flag("--version", "tallybook " TALLYBOOK_VERSION);
+    app.footer("Exit code: 0 done or found; 1 nothing found, or something to complain of; 2 wrong command line; 3 "
+               "refused or "
+               "not readable, the reason on standard error.");
+    ExitCode code = ExitCode::Done;
+    addVerbs(app, terminal, code);
     try {
         // The parser takes its arguments from the back.
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::ParseError& error) {
         return explain(app, error, arguments, terminal);
-    } catch (const std::exception& error) { // no memory, no current folder
-        terminal.say(error.what());
+    } catch (const std::bad_alloc&) { // what the verb held is given back by now
+        terminal.say(notEnoughMemory(fileOf(app)));
         return ExitCode::Refused;
     }
     terminal.out.flush();
@@ -93,6 +107,19 @@ ExitCode run(const std::vector<std::string>& arguments, Terminal& terminal) {
         return ExitCode::Refused;
     }
     return code;
+}
+
+} // namespace
+
+ExitCode run(const std::vector<std::string>& arguments, Terminal& terminal) {
+    try {
+        return runVerb(arguments, terminal);
+    } catch (const std::bad_alloc&) { // for the command line itself, or for saying so
+        terminal.say(kNotEnoughMemory);
+    } catch (const std::exception& error) { // no current folder
+        terminal.say(error.what());
+    }
+    return ExitCode::Refused;
 }
 
 } // namespace tallybook::cli

@@ -1,3 +1,4 @@
+#include "adapters/EndBySignal.h"
 #include "adapters/Heap.h"
 #include "cli/Program.h"
 
@@ -7,6 +8,7 @@
 
 int main(int argc, char** argv) {
     tallybook::adapters::growHeapInLargeSteps();
+    tallybook::adapters::cleanUpAtSignals();
     std::ios::sync_with_stdio(false);
     auto terminal = tallybook::cli::Terminal::standard();
     const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);

@@ -3,6 +3,7 @@
 #include "support/TempFolder.h"
 
 #include <algorithm>
+#include <chrono>
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -179,6 +180,46 @@ TEST_F(PosixFilesTest, takesTheOwnerOfTheFileToBeReplacedWhereItMay) {
     ASSERT_EQ(stat((folder / "file").c_str(), &made), 0);
     EXPECT_EQ(made.st_uid, like.st_uid);
     EXPECT_EQ(made.st_gid, like.st_gid);
+}
+
+TEST_F(PosixFilesTest, tellsAFileFromOneThatLooksTheSame) {
+    const auto time = std::filesystem::file_time_type::clock::now() - std::chrono::hours(1);
+    const auto put = [&](const char* name) {
+        putFile(folder / name, "12345");
+        std::filesystem::last_write_time(folder / name, time);
+        return files.state(folder / name).value();
+    };
+    const platform::FileState before = put("file");
+    const platform::FileState rewritten = put("file");
+    EXPECT_EQ(rewritten.size, before.size);
+    EXPECT_EQ(rewritten.modified, before.modified);
+    EXPECT_EQ(rewritten.identity, before.identity);
+    EXPECT_GT(rewritten.changed, before.changed);
+    put("other");
+    std::filesystem::rename(folder / "other", folder / "file");
+    const platform::FileState replaced = files.state(folder / "file").value();
+    EXPECT_EQ(replaced.modified, before.modified);
+    EXPECT_NE(replaced.identity, before.identity);
+}
+
+TEST_F(PosixFilesTest, lendsAFolderToOneAtATime) {
+    PosixFiles impatient{std::chrono::milliseconds(0)};
+    auto held = files.lockFolder(folder.path());
+    ASSERT_TRUE(held);
+    ASSERT_NE(held.value(), nullptr);
+    const auto refused = impatient.lockFolder(folder.path());
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().text, "Cannot save into the folder \"" + folder.path().string() + "\": it is in use.");
+    held.value().reset();
+    const auto again = impatient.lockFolder(folder.path());
+    ASSERT_TRUE(again);
+    EXPECT_NE(again.value(), nullptr);
+}
+
+TEST_F(PosixFilesTest, goesOnWithoutAFolderThatCannotBeHeld) {
+    const auto none = files.lockFolder(folder / "none"); // whoever writes there says what is wrong
+    ASSERT_TRUE(none);
+    EXPECT_EQ(none.value(), nullptr);
 }
 
 TEST_F(PosixFilesTest, leavesPermissionsOfOtherFilesToTheUsersMask) {

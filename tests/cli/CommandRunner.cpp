@@ -1,5 +1,6 @@
 #include "cli/CommandRunner.h"
 
+#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <fstream>
@@ -160,8 +161,34 @@ CommandResult CommandTest::runAtTerminal(const std::vector<std::string>& argumen
     return result;
 }
 
+int CommandTest::runUntilSignal(const std::vector<std::string>& arguments, const std::string& input, int signal,
+                                const std::function<void()>& during) const {
+    const std::filesystem::path in = m_folder.path() / "in";
+    std::ofstream(in, std::ios::binary) << input;
+    int output[2];
+    EXPECT_EQ(pipe(output), 0);
+    const pid_t process = fork();
+    if (process == 0) {
+        redirect(in, O_RDONLY, STDIN_FILENO);
+        redirect("/dev/null", O_WRONLY, STDERR_FILENO);
+        dup2(output[1], STDOUT_FILENO);
+        close(output[0]);
+        close(output[1]);
+        execute(arguments, m_folder.path());
+    }
+    close(output[1]);
+    char first = 0;
+    EXPECT_EQ(read(output[0], &first, 1), 1);
+    during();
+    kill(process, signal);
+    int status = 0;
+    EXPECT_EQ(waitpid(process, &status, 0), process);
+    close(output[0]);
+    return WIFSIGNALED(status) ? WTERMSIG(status) : -1;
+}
+
 bool CommandTest::temporaryFolderIsEmpty() const {
-    return std::filesystem::is_empty(m_folder.path() / "tmp");
+    return std::filesystem::is_empty(temporaryFolder());
 }
 
 } // namespace tallybook::cli

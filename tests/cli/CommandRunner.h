@@ -5,6 +5,7 @@
 #include "core/platform/Files.h"
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -46,6 +47,13 @@ public:
     CommandResult runAtTerminal(const std::vector<std::string>& arguments, const std::string& prompt,
                                 const std::string& typed) const;
 
+    // Runs it until it has written something to its output, which nobody reads on, and sends it a signal. Gives the
+    // signal that ended it, or -1; `during` runs ahead of the signal.
+    int runUntilSignal(const std::vector<std::string>& arguments, const std::string& input, int signal,
+                       const std::function<void()>& during) const;
+
+    // The folder for the command's temporary files.
+    std::filesystem::path temporaryFolder() const { return m_folder.path() / "tmp"; }
     // Whether the command has left anything in the folder for temporary files.
     bool temporaryFolderIsEmpty() const;
 

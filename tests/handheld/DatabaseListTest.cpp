@@ -65,7 +65,7 @@ TEST_F(DatabaseList, takesFilesByTheirNames) {
         {"Ms2_x.Pdb", true}, // nine characters are enough
         {"MS2_.pdb", false}, // eight are not
         {"MS2_Books.pdb~", false},
-        {"MS2_Books.pdb.tmp-1", false},
+        {"MS2_Books.pdb.tallybook-tmp-1", false},
         {"MS2Books.pdb", false},
         {"MSA_Old.pdb", false},
         {"xMS2_Books.pdb", false},

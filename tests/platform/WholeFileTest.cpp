@@ -133,7 +133,7 @@ TEST_F(WholeFileTest, refusesAFileThatCameOutShort) {
     putFile(target, kOld);
     files.before = [&](int call) {
         if (call == 7) // the size is asked for next
-            std::filesystem::resize_file(folder / "MS2_Books.pdb.tmp-1", 5);
+            std::filesystem::resize_file(folder / "MS2_Books.pdb.tallybook-tmp-1", 5);
     };
     const Status saved = write(kNew);
     ASSERT_FALSE(saved);
@@ -148,7 +148,7 @@ TEST_F(WholeFileTest, refusesAFileThatReadsBackWithOtherBytes) {
     putFile(target, kOld);
     files.before = [&](int call) {
         if (call == 7)
-            putFile(folder / "MS2_Books.pdb.tmp-1", std::string(kNew.size(), '\0'));
+            putFile(folder / "MS2_Books.pdb.tallybook-tmp-1", std::string(kNew.size(), '\0'));
     };
     ASSERT_FALSE(write(kNew));
     EXPECT_EQ(getFile(target), kOld);
@@ -165,12 +165,12 @@ TEST_F(WholeFileTest, tellsOfAFileThatChangedBehindTheRename) {
 }
 
 TEST_F(WholeFileTest, leavesTemporaryFilesOfOthersAlone) {
-    putFile(folder / "MS2_Books.pdb.tmp-1", "of a program that was killed");
-    std::filesystem::create_directory(folder / "MS2_Books.pdb.tmp-2");
+    putFile(folder / "MS2_Books.pdb.tallybook-tmp-1", "of a program that was killed");
+    std::filesystem::create_directory(folder / "MS2_Books.pdb.tallybook-tmp-2");
     ASSERT_TRUE(write(kNew));
     EXPECT_EQ(getFile(target), kNew);
-    EXPECT_EQ(namesIn(folder.path()), "MS2_Books.pdb MS2_Books.pdb.tmp-1 MS2_Books.pdb.tmp-2");
-    EXPECT_EQ(getFile(folder / "MS2_Books.pdb.tmp-1"), "of a program that was killed");
+    EXPECT_EQ(namesIn(folder.path()), "MS2_Books.pdb MS2_Books.pdb.tallybook-tmp-1 MS2_Books.pdb.tallybook-tmp-2");
+    EXPECT_EQ(getFile(folder / "MS2_Books.pdb.tallybook-tmp-1"), "of a program that was killed");
 }
 
 TEST_F(WholeFileTest, writesAFileWhoseNameHasTheLongestLength) {

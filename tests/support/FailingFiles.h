@@ -57,9 +57,6 @@ public:
                 std::make_unique<Output>(*this, path, std::move(made).value()));
         });
     }
-    platform::Status keepPrivate(const Path& path) override {
-        return pass("keepPrivate", path, [&] { return m_under.keepPrivate(path); });
-    }
     platform::Status rename(const Path& from, const Path& to) override {
         return pass("rename", to, [&] { return m_under.rename(from, to); });
     }
@@ -71,6 +68,9 @@ public:
     }
     platform::Status syncFolder(const Path& path) override {
         return pass("syncFolder", path, [&] { return m_under.syncFolder(path); });
+    }
+    platform::Result<std::unique_ptr<platform::FolderLock>> lockFolder(const Path& path) override {
+        return pass("lockFolder", path, [&] { return m_under.lockFolder(path); });
     }
     platform::Result<std::vector<Path>> list(const Path& folder) override {
         return pass("list", folder, [&] { return m_under.list(folder); });

@@ -59,7 +59,12 @@ void MemoryFiles::addFolder(const path& path) {
 void MemoryFiles::put(const path& path, Bytes bytes) {
     addFolder(path.parent_path());
     m_files[path] = std::move(bytes);
-    m_modified[path] = ++m_changes;
+    m_modified[path] = m_changed[path] = ++m_changes;
+}
+
+void MemoryFiles::replaceUnseen(const path& path, Bytes bytes) {
+    m_files[path] = std::move(bytes);
+    m_changed[path] = ++m_changes;
 }
 
 const Bytes& MemoryFiles::bytes(const path& path) const {
@@ -74,7 +79,16 @@ void MemoryFiles::failAt(int nth, int number) {
     m_failure = number;
 }
 
+void MemoryFiles::interruptAt(int nth, std::function<void()> run) {
+    m_interruptedCall = m_calls + nth;
+    m_interruption = std::move(run);
+}
+
 std::optional<Error> MemoryFiles::enter(const path& path) {
+    if (m_calls + 1 == m_interruptedCall) {
+        m_interruptedCall = 0;
+        m_interruption();
+    }
     return ++m_calls == m_failingCall ? std::optional(failure(path, m_failure)) : std::nullopt;
 }
 
@@ -85,8 +99,12 @@ Result<FileState> MemoryFiles::state(const path& path) {
         return FileState{.kind = FileKind::Folder, .writable = true};
     if (!has(path))
         return FileState{};
-    return FileState{
-        .kind = FileKind::Regular, .size = m_files[path].size(), .writable = true, .modified = m_modified[path]};
+    return FileState{.kind = FileKind::Regular,
+                     .size = m_files[path].size(),
+                     .writable = true,
+                     .modified = m_modified[path],
+                     .changed = m_changed[path],
+                     .identity = static_cast<std::uint64_t>(m_changed[path])};
 }
 
 Result<Bytes> MemoryFiles::read(const path& path) {
@@ -129,7 +147,7 @@ Status MemoryFiles::rename(const path& from, const path& to) {
     auto bytes = std::move(m_files[from]);
     m_files.erase(from);
     m_files[to] = std::move(bytes);
-    m_modified[to] = ++m_changes;
+    m_modified[to] = m_changed[to] = ++m_changes;
     return {};
 }
 
@@ -163,6 +181,28 @@ Status MemoryFiles::syncFolder(const path& path) {
     if (const auto error = enter(path))
         return *error;
     return isFolder(path) ? Status() : Status(failure(path, ENOENT));
+}
+
+class MemoryFiles::Lock : public platform::FolderLock {
+public:
+    Lock(MemoryFiles& files, path folder) : m_files(files), m_folder(std::move(folder)) {
+        m_files.m_locked.insert(m_folder);
+    }
+    ~Lock() override { m_files.m_locked.erase(m_folder); }
+    Lock(const Lock&) = delete;
+    Lock& operator=(const Lock&) = delete;
+
+private:
+    MemoryFiles& m_files;
+    path m_folder;
+};
+
+Result<std::unique_ptr<platform::FolderLock>> MemoryFiles::lockFolder(const path& folder) {
+    if (const auto error = enter(folder))
+        return *error;
+    if (m_locked.contains(folder))
+        return failure(folder, EBUSY);
+    return std::unique_ptr<platform::FolderLock>(std::make_unique<Lock>(*this, folder));
 }
 
 Result<std::vector<path>> MemoryFiles::list(const path& folder) {

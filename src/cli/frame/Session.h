@@ -12,22 +12,26 @@
 #include "core/platform/Services.h"
 
 #include <filesystem>
+#include <optional>
 
 namespace tallybook::cli {
 
 // The application folder is a private one unless the options name one, so that a script neither meets nor leaves
-// backups and working copies.
+// backups and working copies. It is made for those who save; whoever only looks writes nothing anywhere. Paths are
+// taken as they are given.
 class Session {
 public:
     Session(Terminal& terminal, const CommonOptions& options);
 
-    // Makes the folders that opening and saving use. False when there is no place for them, which has been said.
+    // Makes the folders that saving uses. False when there is no place for them, which has been said.
     bool prepareFolders();
 
-    // Reads the file into the document. False when that was refused; the reason then stands on standard error.
-    bool open(const std::filesystem::path& file);
+    // Reads the file into the document, to be looked at alone or to be saved. False when that was refused; the reason
+    // then stands on standard error.
+    enum class Purpose { Look, Save };
+    bool open(const std::filesystem::path& file, Purpose purpose = Purpose::Save);
 
-    // Saves the document under another name, as the desktop does. Refused leaves the reason on standard error.
+    // Saves the document to a path, as the desktop does. Refused leaves the reason on standard error.
     ExitCode saveTo(const std::filesystem::path& out);
 
     // Says that something was refused, when nobody has said so yet.
@@ -38,15 +42,12 @@ public:
     TerminalUser& user() { return m_user; }
 
 private:
-    static std::filesystem::path applicationFolder(const CommonOptions& options,
-                                                   const adapters::TemporaryFolder& own);
-
     TerminalUser m_user;
     platform::Screen m_screen;
     adapters::PosixFiles m_files;
     adapters::SystemClock m_clock;
     platform::Regional m_regional;
-    adapters::TemporaryFolder m_folder;
+    std::optional<adapters::TemporaryFolder> m_folder;
     platform::Services m_services;
     model::Document m_document;
 };

@@ -2,6 +2,8 @@
 
 #include "cli/frame/VisibleText.h"
 
+#include <algorithm>
+#include <array>
 #include <csignal>
 #include <iostream>
 #include <sys/select.h>
@@ -34,27 +36,30 @@ private:
     bool m_known;
 };
 
-// Ctrl+C ends the wait for a key instead of the program, which so puts the echo back and removes its files. It is
-// held back but while the wait runs, so that none is missed. Everything is as it was before afterwards.
+// Signals that end a program end the wait for a key instead, which so puts the echo back and removes its files:
+// Ctrl+C, the end of the terminal, a polite kill. They are held back but while the wait runs, so that none is missed.
+// Everything is as it was before afterwards.
 class InterruptEndsWait {
 public:
     InterruptEndsWait() {
         struct sigaction action {};
         action.sa_handler = [](int) {};
-        sigaction(SIGINT, &action, &m_before);
-        sigset_t interrupt;
-        sigemptyset(&interrupt);
-        sigaddset(&interrupt, SIGINT);
-        sigprocmask(SIG_BLOCK, &interrupt, &m_mask);
+        sigemptyset(&m_signals);
+        for (std::size_t i = 0; i < kEndings.size(); ++i) {
+            sigaction(kEndings[i], &action, &m_before[i]);
+            sigaddset(&m_signals, kEndings[i]);
+        }
+        sigprocmask(SIG_BLOCK, &m_signals, &m_mask);
     }
     ~InterruptEndsWait() {
         sigprocmask(SIG_SETMASK, &m_mask, nullptr);
-        sigaction(SIGINT, &m_before, nullptr);
+        for (std::size_t i = 0; i < kEndings.size(); ++i)
+            sigaction(kEndings[i], &m_before[i], nullptr);
     }
     InterruptEndsWait(const InterruptEndsWait&) = delete;
     InterruptEndsWait& operator=(const InterruptEndsWait&) = delete;
 
-    // True when standard input has something to read, and Ctrl+C did not come first.
+    // True when standard input has something to read, and none of them came first.
     bool wait() const {
         fd_set inputs;
         FD_ZERO(&inputs);
@@ -62,11 +67,14 @@ public:
         const bool ready = pselect(STDIN_FILENO + 1, &inputs, nullptr, nullptr, nullptr, &m_mask) == 1;
         sigset_t pending;
         sigpending(&pending); // a wait that finds something to read does not look at signals
-        return ready && sigismember(&pending, SIGINT) == 0;
+        return ready && std::ranges::none_of(kEndings, [&](int s) { return sigismember(&pending, s) != 0; });
     }
 
 private:
-    struct sigaction m_before {};
+    static constexpr std::array kEndings = {SIGINT, SIGTERM, SIGHUP};
+
+    std::array<struct sigaction, kEndings.size()> m_before{};
+    sigset_t m_signals{};
     sigset_t m_mask{};
 };
 

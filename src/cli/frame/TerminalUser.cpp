@@ -81,6 +81,10 @@ void TerminalUser::sayUtf8(const std::string& text) {
     m_terminal.say(text);
 }
 
+void TerminalUser::note(const std::string& text) {
+    m_terminal.say(calc::ansi::toUtf8(text));
+}
+
 Answer TerminalUser::message(const Message& message) {
     say(message.text);
     if (message.buttons == Buttons::Ok)

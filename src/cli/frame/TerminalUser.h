@@ -50,6 +50,7 @@ public:
     void prepareAnswer(std::string_view start, platform::Answer answer);
 
     platform::Answer message(const platform::Message& message) override;
+    void note(const std::string& text) override;
     std::optional<std::string> askPassword(const std::string& actionWord, const std::string& fileName) override;
     std::optional<std::string> askText(const std::string& title, const std::string& prompt,
                                        const std::string& preset) override;

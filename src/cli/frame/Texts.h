@@ -33,6 +33,11 @@ inline std::string passwordFault(std::string_view fault) {
 inline constexpr std::string_view kScriptNotRead = "The script could not be read.";
 inline constexpr std::string_view kMemoTooLong = "A memo field may not have more than 4096 characters";
 inline constexpr std::string_view kChangesNotSaved = "Changes were not saved.";
+inline constexpr std::string_view kNotEnoughMemory = "There is not enough memory.";
+inline std::string notEnoughMemory(std::string_view file) {
+    return file.empty() ? std::string(kNotEnoughMemory)
+                        : "There is not enough memory for \"" + std::string(file) + "\".";
+}
 inline constexpr std::string_view kNoTemporaryFolder = "A temporary folder could not be made.";
 
 // Making a database from a description, and describing one. UTF-8.

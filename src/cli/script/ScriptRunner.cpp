@@ -385,11 +385,11 @@ std::optional<std::string> ScriptRunner::save() {
     Outcome outcome = Outcome::Done;
     if (m_saveTo) {
         document::saveCell(m_doc, m_services);
-        outcome = document::savePDBFile20(m_doc, m_services, *m_saveTo);
+        outcome = document::savePDBFile20(m_doc, m_services, *m_saveTo, document::FileNames::AsGiven);
         if (outcome == Outcome::Done)
             m_doc.DocModified = false;
     } else {
-        outcome = document::saveDocument(m_doc, m_services);
+        outcome = document::saveDocument(m_doc, m_services, {}, document::FileNames::AsGiven);
     }
     if (Failure failure = settle())
         return failure;

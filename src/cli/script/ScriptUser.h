@@ -5,6 +5,7 @@
 
 #include <deque>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -33,7 +34,14 @@ public:
     // True when something was said or asked since the last call.
     bool takeSpoke();
 
+    // Where notes go, which stop no script; nothing: nowhere.
+    std::function<void(const std::string&)> onNote;
+
     platform::Answer message(const platform::Message& message) override;
+    void note(const std::string& text) override {
+        if (onNote)
+            onNote(text);
+    }
     std::optional<std::string> askPassword(const std::string& actionWord, const std::string& fileName) override;
     std::optional<std::string> askText(const std::string& title, const std::string& prompt,
                                        const std::string& preset) override;

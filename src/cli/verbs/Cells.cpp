@@ -135,7 +135,7 @@ RowsRequest requestOf(const CellsOptions& options, const Terminal& terminal) {
 ExitCode cellsOf(const CellsOptions& options, const std::string& file, std::vector<std::string>& names,
                  Terminal& terminal) {
     Session session(terminal, options.common);
-    if (!session.open(file))
+    if (!session.open(file, Session::Purpose::Look))
         return ExitCode::Refused;
     RowsRequest request = requestOf(options, terminal);
     if (options.files.size() > 1)

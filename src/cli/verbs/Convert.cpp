@@ -20,6 +20,7 @@ ExitCode convert(const ConvertOptions& options, Terminal& terminal) {
     Session session(terminal, options.common);
     terminal.setSubject(options.present.string());
     const std::filesystem::path target = std::filesystem::absolute(options.present);
+    constexpr auto kNames = document::FileNames::AsGiven;
     if (document::refusesFileName(session.document(), session.services(), target))
         return ExitCode::Refused;
     terminal.setSubject(options.older.string());
@@ -27,8 +28,8 @@ ExitCode convert(const ConvertOptions& options, Terminal& terminal) {
         terminal.say(missing);
         return ExitCode::Refused;
     }
-    const document::Outcome outcome =
-        document::convertOlder(session.services(), std::filesystem::absolute(options.older), target);
+    const document::Outcome outcome = document::convertOlder(
+        session.services(), std::filesystem::absolute(options.older), target, document::kLoadFailed, kNames);
     return outcome == document::Outcome::Done ? ExitCode::Done : ExitCode::Refused;
 }
 

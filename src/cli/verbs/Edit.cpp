@@ -105,10 +105,11 @@ ExitCode edit(const EditOptions& options, Terminal& terminal) {
         return ExitCode::Refused;
     }
     Session session(terminal, options.common);
-    if (!session.open(options.file))
+    if (!session.open(options.file, Session::Purpose::Save))
         return ExitCode::Refused;
 
     ScriptUser user;
+    user.onNote = [&session](const std::string& text) { session.user().note(text); };
     user.yes = options.common.yes;
     if (const std::optional<std::string> password = options.common.password())
         user.passwordForAll = checkedText(*password);

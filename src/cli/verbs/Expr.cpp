@@ -76,7 +76,7 @@ ExitCode check(const ExprOptions& options, Terminal& terminal) {
         return ExitCode::Complaint;
     }
     Session session(terminal, options.common);
-    if (!session.open(options.file))
+    if (!session.open(options.file, Session::Purpose::Look))
         return ExitCode::Refused;
     const std::string text = checkedText(options.text);
     const auto names = design::usableFieldNames(session.document().CurrDB20);

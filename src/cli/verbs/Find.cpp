@@ -66,7 +66,7 @@ ExitCode find(const FindOptions& options, Terminal& terminal) {
         session.user().say(std::string(document::kNoSearchText));
         return ExitCode::Usage;
     }
-    if (!session.open(options.file))
+    if (!session.open(options.file, Session::Purpose::Look))
         return ExitCode::Refused;
     if (writeHits(session.document(), settings, terminal.out))
         return ExitCode::Done;

@@ -165,7 +165,7 @@ void writeInfo(const model::Document& doc, std::ostream& out) {
 
 ExitCode info(const InfoOptions& options, Terminal& terminal) {
     Session session(terminal, options.common);
-    if (!session.open(options.file))
+    if (!session.open(options.file, Session::Purpose::Look))
         return ExitCode::Refused;
     if (options.json)
         terminal.out << visibleJson(infoJson(session.document()).dump(2)) << '\n';

@@ -6,6 +6,8 @@
 #include "core/calc/values/Ansi.h"
 #include "core/document/file/OpenSave.h"
 #include "core/pdb/Names.h"
+#include "core/platform/OwnTexts.h"
+#include "core/platform/Paths.h"
 
 #include <algorithm>
 #include <fstream>
@@ -62,7 +64,8 @@ bool mayWrite(Session& session, const std::filesystem::path& target) {
 
 ExitCode make(const NewOptions& options, Terminal& terminal) {
     Session session(terminal, options.common);
-    const std::filesystem::path target = document::savedPath(std::filesystem::absolute(options.file));
+    const std::filesystem::path target = document::savedPath(
+        session.services().files, std::filesystem::absolute(options.file), document::FileNames::AsGiven);
     if (!session.prepareFolders())
         return ExitCode::Refused;
     try {
@@ -79,7 +82,10 @@ ExitCode make(const NewOptions& options, Terminal& terminal) {
         return fault.code;
     }
     terminal.setSubject(options.file.string());
-    return session.saveTo(target);
+    const ExitCode saved = session.saveTo(target);
+    if (saved == ExitCode::Done && target.filename() != options.file.filename())
+        session.user().note(platform::texts::savedInstead(platform::shownPath(target)));
+    return saved;
 }
 
 } // namespace

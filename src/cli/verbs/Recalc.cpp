@@ -18,7 +18,7 @@ struct RecalcOptions {
 // Opening computes the fields already; the command does so once more, which settles fields that name later ones.
 ExitCode recalc(const RecalcOptions& options, Terminal& terminal) {
     Session session(terminal, options.common);
-    if (!session.open(options.file))
+    if (!session.open(options.file, Session::Purpose::Save))
         return ExitCode::Refused;
     document::recalcExpressions(session.document(), session.services());
     return session.saveTo(options.out);

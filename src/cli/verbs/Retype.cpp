@@ -94,7 +94,7 @@ bool change(Session& session, const RetypeOptions& options) {
 
 ExitCode retype(const RetypeOptions& options, Terminal& terminal) {
     Session session(terminal, options.common);
-    if (!session.open(options.file))
+    if (!session.open(options.file, Session::Purpose::Save))
         return ExitCode::Refused;
     prepareAnswers(options, session.user());
     try {

@@ -16,7 +16,7 @@ struct SaveOptions {
 
 ExitCode save(const SaveOptions& options, Terminal& terminal) {
     Session session(terminal, options.common);
-    if (!session.open(options.file))
+    if (!session.open(options.file, Session::Purpose::Save))
         return ExitCode::Refused;
     return session.saveTo(options.out);
 }

@@ -30,7 +30,7 @@ void tellWhatIsMissing(const model::DatabaseModel& db, Terminal& terminal) {
 
 ExitCode schema(const SchemaOptions& options, Terminal& terminal) {
     Session session(terminal, options.common);
-    if (!session.open(options.file))
+    if (!session.open(options.file, Session::Purpose::Look))
         return ExitCode::Refused;
     const model::DatabaseModel& db = session.document().CurrDB20;
     const std::string stem = calc::ansi::fromUtf8(options.file.stem().string());

@@ -140,7 +140,8 @@ bool Properties::takeFilePath() {
         return false;
     m_doc.CurrFilePath = path;
     m_doc.CurrFolder = path.parent_path();
-    m_doc.fileMark = document::markOf(m_services.files, path); // what lies there now has been given up
+    const auto mark = document::markOf(m_services.files, path); // what lies there now has been given up
+    m_doc.fileMark = mark ? mark.value() : model::FileMark{};
     return true;
 }
 

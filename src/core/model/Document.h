@@ -13,12 +13,15 @@
 
 namespace tallybook::model {
 
-// What a file on the disk was when the program last read or wrote it; size and time tell whether somebody else
-// has changed it since.
+// What a file on the disk was when the program last read or wrote it, which tells whether somebody else has changed
+// it since: another file of the same name has another identity, and a change of the same size, with the time of the
+// bytes put back, has another time of change.
 struct FileMark {
     bool known = false;
     std::uint64_t size = 0;
     std::int64_t modified = 0;
+    std::int64_t changed = 0;
+    std::uint64_t identity = 0;
 
     bool operator==(const FileMark&) const = default;
 };

@@ -2,9 +2,11 @@
 #pragma once
 
 #include "core/platform/Ansi.h"
+#include "core/platform/OwnTexts.h"
 #include "core/platform/UserInterface.h"
 
 #include <exception>
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -16,6 +18,9 @@ template <class Callable> bool runOperation(UserInterface& ui, std::string_view 
     try {
         operation();
         return true;
+    } catch (const std::bad_alloc&) { // what the operation held is given back by now
+        ui.showError({.tag = std::string(tag), .text = std::string(texts::kNotEnoughMemory)});
+        return false;
     } catch (const std::exception& error) {
         ui.showError({.tag = std::string(tag), .text = ansi::fromUtf8(error.what())});
         return false;

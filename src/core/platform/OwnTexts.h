@@ -58,6 +58,17 @@ inline std::string savedUnsafely(std::string_view path, std::string_view cause) 
     return quoted(path) + " was saved, but the disk did not confirm it. Save it again, or elsewhere. " +
            std::string(cause);
 }
+inline constexpr std::string_view kNotEnoughMemory = "There is not enough memory for this.";
+inline std::string notEnoughMemory(std::string_view path) {
+    return "There is not enough memory for " + quoted(path) + '.';
+}
+// A file of another name than the one that was given.
+inline std::string openedInstead(std::string_view opened, std::string_view given) {
+    return quoted(given) + " is not there; " + quoted(opened) + " was opened.";
+}
+inline std::string savedInstead(std::string_view saved) {
+    return "Saved as " + quoted(saved) + '.';
+}
 inline constexpr std::string_view kNoTrash = "there is no trash to move it to";
 inline constexpr std::string_view kReadBackDiffers = "What was read back differs from what was written.";
 inline constexpr std::string_view kNoTemporaryName = "there are too many temporary files beside it";
@@ -143,6 +154,11 @@ inline std::string deleteForGood(std::string_view cause) {
 inline std::string changedMeanwhile(std::string_view path) {
     return quoted(path) + " was changed by another program since it was opened.  Do you want to replace it with what "
                           "is open here?";
+}
+
+inline std::string goneMeanwhile(std::string_view path) {
+    return quoted(path) + " was moved or deleted by another program since it was opened.  Do you want to write it "
+                          "anew with what is open here?";
 }
 
 // What can be wrong with the text of an advanced expression. docs/expressions.md lists them.

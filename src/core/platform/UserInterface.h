@@ -45,6 +45,9 @@ public:
     // Shows a message and gives the button pressed; closing the box is `closingOf` its buttons.
     virtual Answer message(const Message& message) = 0;
 
+    // Something to know, that needs no answer and holds nothing up. The windows show it elsewhere. Windows-1252.
+    virtual void note(const std::string& text) { static_cast<void>(text); }
+
     // The password prompt frmLogin with the action word as its caption; nothing when cancelled.
     virtual std::optional<std::string> askPassword(const std::string& actionWord, const std::string& fileName) = 0;
 

@@ -13,7 +13,9 @@ namespace {
 using Path = std::filesystem::path;
 
 constexpr int kTemporaryNames = 1000;
-constexpr std::size_t kStemBytes = 240; // of a temporary name, which may have 255 bytes in all
+constexpr std::string_view kTemporaryMark = ".tallybook-tmp-";
+constexpr std::size_t kMostDigits = 4;
+constexpr std::size_t kStemBytes = 255 - kTemporaryMark.size() - kMostDigits; // of a name, which may have 255 bytes
 constexpr std::size_t kReadBack = 4096; // bytes at the front of the file: the header and the record list's start
 
 Error fileError(std::string text, int number = 0) {
@@ -45,13 +47,13 @@ struct Created {
     std::unique_ptr<OutputFile> file;
 };
 
-// A new file beside the target. Left-overs of a program that was killed keep their names, so the next free number
-// is taken.
-Result<Created> createBeside(Files& files, const Path& target) {
+// A new file beside the target, with the rights of `like`. Left-overs of a program that was killed keep their names,
+// so the next free number is taken.
+Result<Created> createBeside(Files& files, const Path& target, const Path& like) {
     const std::string stem = target.filename().string().substr(0, kStemBytes);
     for (int number = 1; number <= kTemporaryNames; ++number) {
-        Path path = target.parent_path() / (stem + ".tmp-" + std::to_string(number));
-        Result<std::unique_ptr<OutputFile>> file = files.create(path, target);
+        Path path = target.parent_path() / (stem + std::string(kTemporaryMark) + std::to_string(number));
+        Result<std::unique_ptr<OutputFile>> file = files.create(path, like);
         if (file)
             return Created{std::move(path), std::move(file).value()};
         if (file.error().number != static_cast<int>(std::errc::file_exists))
@@ -83,8 +85,8 @@ struct Written {
     }
 };
 
-// Compares size and first bytes of a file with what was written to it.
-Status readBack(Files& files, const Path& path, const Written& written) {
+// Compares size and first bytes of a file with what was written to it, and gives what it is.
+Result<FileState> readBack(Files& files, const Path& path, const Written& written) {
     const Result<FileState> state = files.state(path);
     if (!state)
         return state.error();
@@ -95,7 +97,7 @@ Status readBack(Files& files, const Path& path, const Written& written) {
                       std::ranges::equal(read.value(), written.front);
     if (!same)
         return fileError(std::string(texts::kReadBackDiffers), static_cast<int>(std::errc::io_error));
-    return {};
+    return state;
 }
 
 // What may stand at the target's place: nothing, or a regular file that is not read-only.
@@ -125,6 +127,7 @@ struct GrowingFile::Parts {
     std::unique_ptr<TemporaryFile> temporary;
     std::unique_ptr<OutputFile> file;
     Written written{};
+    FileState committed{};
 
     // Everything up to the rename.
     Status replaceTarget() {
@@ -132,8 +135,8 @@ struct GrowingFile::Parts {
             return synced;
         if (Status closed = file->close(); !closed)
             return closed;
-        if (Status checked = readBack(files, temporary->path(), written); !checked)
-            return checked;
+        if (const auto checked = readBack(files, temporary->path(), written); !checked)
+            return checked.error();
         if (Status renamed = files.rename(temporary->path(), target); !renamed)
             return renamed;
         temporary->keep();
@@ -144,7 +147,11 @@ struct GrowingFile::Parts {
     Status confirmTarget() {
         if (Status synced = files.syncFolder(target.parent_path()); !synced)
             return synced;
-        return readBack(files, target, written);
+        const auto state = readBack(files, target, written);
+        if (!state)
+            return state.error();
+        committed = state.value();
+        return {};
     }
 };
 
@@ -157,15 +164,21 @@ Result<std::unique_ptr<GrowingFile>> GrowingFile::begin(Files& files, const Path
         return target.error();
     if (Status allowed = checkTarget(files, path); !allowed)
         return allowed.error();
-    Result<Created> created = createBeside(files, target.value());
+    return beginAt(files, path, target.value(), privacy == Privacy::Usual ? target.value() : Path());
+}
+
+Result<std::unique_ptr<GrowingFile>> GrowingFile::beginOwn(Files& files, const Path& path) {
+    return beginAt(files, path, path, {});
+}
+
+Result<std::unique_ptr<GrowingFile>> GrowingFile::beginAt(Files& files, const Path& path, const Path& target,
+                                                          const Path& like) {
+    Result<Created> created = createBeside(files, target, like);
     if (!created)
         return notSaved(path, created.error());
     auto temporary = std::make_unique<TemporaryFile>(files, created.value().path);
-    if (privacy == Privacy::OwnerOnly)
-        if (Status kept = files.keepPrivate(temporary->path()); !kept)
-            return notSaved(path, kept.error());
     return std::unique_ptr<GrowingFile>(new GrowingFile(std::unique_ptr<Parts>(
-        new Parts{files, path, target.value(), std::move(temporary), std::move(created.value().file)})));
+        new Parts{files, path, target, std::move(temporary), std::move(created.value().file)})));
 }
 
 Status GrowingFile::write(ByteSpan bytes) {
@@ -184,13 +197,47 @@ Status GrowingFile::commit() {
     return {};
 }
 
-Status writeWholeFile(Files& files, const Path& path, ByteSpan bytes, Privacy privacy) {
-    const auto file = GrowingFile::begin(files, path, privacy);
+const FileState& GrowingFile::committed() const {
+    return m_parts->committed;
+}
+
+namespace {
+
+Result<FileState> writeAndCommit(Result<std::unique_ptr<GrowingFile>> file, ByteSpan bytes) {
     if (!file)
         return file.error();
-    if (Status written = file.value()->write(bytes); !written)
-        return written;
-    return file.value()->commit();
+    if (const Status written = file.value()->write(bytes); !written)
+        return written.error();
+    if (const Status committed = file.value()->commit(); !committed)
+        return committed.error();
+    return file.value()->committed();
+}
+
+Status statusOf(const Result<FileState>& written) {
+    return written ? Status() : Status(written.error());
+}
+
+} // namespace
+
+Status writeWholeFile(Files& files, const Path& path, ByteSpan bytes, Privacy privacy) {
+    return statusOf(writeAndCommit(GrowingFile::begin(files, path, privacy), bytes));
+}
+
+Result<FileState> replaceWholeFile(Files& files, const Path& path, ByteSpan bytes) {
+    return writeAndCommit(GrowingFile::begin(files, path), bytes);
+}
+
+Status writeOwnFile(Files& files, const Path& path, ByteSpan bytes) {
+    return statusOf(writeAndCommit(GrowingFile::beginOwn(files, path), bytes));
+}
+
+bool isTemporaryName(std::string_view name) {
+    const std::size_t mark = name.rfind(kTemporaryMark);
+    if (mark == std::string_view::npos || mark == 0)
+        return false;
+    const std::string_view number = name.substr(mark + kTemporaryMark.size());
+    return !number.empty() && number.size() <= kMostDigits &&
+           number.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
 Status copyWholeFile(Files& files, const Path& from, const Path& to) {

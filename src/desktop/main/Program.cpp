@@ -34,6 +34,14 @@ constexpr int kSplashTime = 1500; // milliseconds
 #define TALLYBOOK_SUPPORT_PAGE ""
 #endif
 
+// What was left by saves that the end of the computer, or of the program, cut short.
+void sweepLeftOvers(platform::Services& services, const handheld::UserList& users) {
+    for (const std::string_view folder : platform::kWorkingFolders)
+        services.files.sweepLeftOvers(platform::applicationPath(services, folder));
+    for (const std::filesystem::path& folder : users.UserFolders)
+        services.files.sweepLeftOvers(folder);
+}
+
 } // namespace
 
 Instance::Instance(const std::filesystem::path& folder, platform::UserInterface& ui) {
@@ -83,6 +91,7 @@ int run() {
     users.CurrentUser = platform::ansi::fromUtf8(shell::loadUserId(settings));
     if (!handheld::GetUserIDs(services, *desktop, users)) // has closed the splash to say why
         return 0;
+    sweepLeftOvers(services, users);
     frmMain frame(services, ui, settings);
     frame.setHandheld(*desktop, std::move(users));
     frame.show();

@@ -3,6 +3,7 @@
 #include "core/platform/WholeFile.h"
 #include "support/TempFolder.h"
 
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstring>
@@ -48,6 +49,20 @@ public:
 
     // Runs to the next entry of or return from a system call. False when the save is over.
     bool step() { return resume(PTRACE_SYSCALL) && stoppedBy(kSyscallStop); }
+
+    // Sends a signal that the program may catch, and lets it run to its end. True when the signal ended it.
+    bool end(int signal) {
+        if (m_child <= 0 || kill(m_child, signal) != 0)
+            return false;
+        int deliver = 0;
+        do {
+            if (ptrace(PTRACE_CONT, m_child, nullptr, deliver) != 0 || !waitFor())
+                return false;
+            deliver = WIFSTOPPED(m_status) && WSTOPSIG(m_status) != SIGSTOP ? WSTOPSIG(m_status) & 0x7F : 0;
+        } while (WIFSTOPPED(m_status));
+        m_child = 0;
+        return WIFSIGNALED(m_status) && WTERMSIG(m_status) == signal;
+    }
 
     // True when the program is gone, killed by this call.
     bool killNow() {
@@ -129,6 +144,27 @@ TEST_P(KilledSave, leavesTheOldOrTheNewFileWhole) {
     EXPECT_GT(stops, 2 * 12); // each call of the interface is at least one of the system, entered and left
     EXPECT_GT(withNew, 2);
     EXPECT_LT(withNew, stops / 2);
+}
+
+// A signal that asks the program to end leaves nothing behind, wherever in a save it comes.
+TEST_P(KilledSave, leavesNothingBesideWhenItIsAskedToEnd) {
+    int stops = 0;
+    for (;; ++stops) {
+        prepare();
+        Victim victim(named);
+        ASSERT_EQ(victim.problem(), "");
+        bool running = true;
+        for (int stop = 0; running && stop < stops; ++stop)
+            running = victim.step();
+        if (!running)
+            break;
+        const int signal = std::array{SIGINT, SIGTERM, SIGHUP}[static_cast<std::size_t>(stops) % 3];
+        ASSERT_TRUE(victim.end(signal)) << "signal " << signal << " behind stop " << stops;
+        ASSERT_TRUE(holdsOld() || holdsNew()) << "ended behind stop " << stops;
+        const std::string left = test::namesIn(folder / "place");
+        EXPECT_EQ(left.find("tmp"), std::string::npos) << "ended behind stop " << stops << ": " << left;
+    }
+    EXPECT_GT(stops, 2 * 12);
 }
 
 INSTANTIATE_TEST_SUITE_P(Places, KilledSave,

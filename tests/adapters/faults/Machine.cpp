@@ -1,8 +1,10 @@
 #include "adapters/faults/Machine.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fstream>
+#include <grp.h>
 #include <linux/capability.h>
 #include <sched.h>
 #include <sys/mount.h>
@@ -105,6 +107,20 @@ OrdinaryUser::~OrdinaryUser() {
     now.data[0].effective = m_before[0];
     now.data[1].effective = m_before[1];
     (void)now.set();
+}
+
+AnotherUser::AnotherUser(const Account& account) : m_groupBefore(getegid()), m_userBefore(geteuid()) {
+    m_groupsBefore.resize(static_cast<std::size_t>(std::max(getgroups(0, nullptr), 0)));
+    (void)getgroups(static_cast<int>(m_groupsBefore.size()), m_groupsBefore.data());
+    if (setgroups(account.groups.size(), account.groups.data()) != 0 || setegid(account.group) != 0 ||
+        seteuid(account.user) != 0)
+        m_problem = cannot("another user");
+}
+
+AnotherUser::~AnotherUser() {
+    (void)!seteuid(m_userBefore);
+    (void)!setegid(m_groupBefore);
+    (void)!setgroups(m_groupsBefore.size(), m_groupsBefore.data());
 }
 
 FileSizeLimit::FileSizeLimit(std::uint64_t bytes) {

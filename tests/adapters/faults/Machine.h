@@ -7,6 +7,8 @@
 #include <filesystem>
 #include <string>
 #include <sys/resource.h>
+#include <sys/types.h>
+#include <vector>
 
 namespace tallybook::test {
 
@@ -43,6 +45,30 @@ public:
 
 private:
     std::uint32_t m_before[2] = {0, 0}; // effective capabilities
+    std::string m_problem;
+};
+
+// A user of the machine; the numbers need not be in its list of users.
+struct Account {
+    uid_t user = 0;
+    gid_t group = 0;
+    std::vector<gid_t> groups; // further ones
+};
+
+// What this process does to files it does as another user while this lives. An administrator alone can.
+class AnotherUser {
+public:
+    explicit AnotherUser(const Account& account);
+    ~AnotherUser();
+    AnotherUser(const AnotherUser&) = delete;
+    AnotherUser& operator=(const AnotherUser&) = delete;
+
+    const std::string& problem() const { return m_problem; }
+
+private:
+    std::vector<gid_t> m_groupsBefore;
+    gid_t m_groupBefore;
+    uid_t m_userBefore;
     std::string m_problem;
 };
 

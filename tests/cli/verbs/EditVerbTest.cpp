@@ -5,6 +5,8 @@
 #include "cli/inspect/FileMap.h"
 #include "cli/inspect/RecordCells.h"
 
+#include <csignal>
+#include <cstdlib>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <string>
@@ -33,6 +35,68 @@ TEST(EditTest, readsTheScriptFromStandardInput) {
         test.run({"edit", "MS2_Small.pdb", "--script", "-"}, "goto 2 Count\ntype \"77\"\nsave\n");
     EXPECT_EQ(result.code, 0) << result.err;
     EXPECT_NE(test.run({"cells", "MS2_Small.pdb"}).out.find("Unfiled,Second,77,"), std::string::npos);
+}
+
+// Twelve programs at once, each of which adds a record: what it says it has saved is there.
+TEST(EditTest, losesNothingThatItSaysItHasSaved) {
+    const CommandTest test;
+    constexpr int kAtOnce = 12;
+    test.put("MS2_Small.pdb", smallDatabase());
+    test.put("script", std::string("add\nsave\n"));
+    test.put("run", "cd '" + test.path("").string() + "'\nfor i in $(seq " + std::to_string(kAtOnce) +
+                        "); do\n  ('" TALLYBOOK_COMMAND "' edit MS2_Small.pdb --script script > err$i 2>&1; "
+                        "echo $? > code$i) &\ndone\nwait\n");
+    ASSERT_EQ(std::system(("sh '" + test.path("run").string() + "'").c_str()), 0);
+    int saved = 0;
+    for (int i = 1; i <= kAtOnce; ++i) {
+        const std::string number = std::to_string(i);
+        const std::string code = test.text("code" + number);
+        EXPECT_TRUE(code == "0\n" || code == "3\n") << code << test.text("err" + number);
+        EXPECT_EQ(test.text("err" + number).empty(), code == "0\n") << test.text("err" + number);
+        saved += code == "0\n" ? 1 : 0;
+    }
+    EXPECT_GE(saved, 1);
+    const std::string info = test.run({"info", "MS2_Small.pdb"}).out;
+    EXPECT_NE(info.find("Records: " + std::to_string(3 + saved) + "\n"), std::string::npos) << saved << '\n' << info;
+}
+
+TEST(EditTest, writesTheFileOfTheVeryNameThatIsGiven) {
+    const CommandTest test;
+    test.put("MS2_My Data.pdb", smallDatabase());
+    test.put("MS2_My_Data.pdb", smallDatabase());
+    const CommandResult result =
+        test.run({"edit", "MS2_My Data.pdb", "--script", "-"}, "goto 2 Count\ntype \"77\"\nsave\n");
+    EXPECT_EQ(result.code, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_NE(test.run({"cells", "MS2_My Data.pdb"}).out.find("Unfiled,Second,77,"), std::string::npos);
+    EXPECT_EQ(test.bytes("MS2_My_Data.pdb"), smallDatabase());
+}
+
+TEST(EditTest, tellsOfTheOtherFileThatItTook) {
+    const CommandTest test;
+    test.put("MS2_My_Data.pdb", smallDatabase());
+    const CommandResult result = test.run({"edit", "MS2_My Data.pdb", "--script", "-"}, "add\nsave\n");
+    EXPECT_EQ(result.code, 0);
+    EXPECT_EQ(result.err,
+              said("MS2_My Data.pdb", '"' + test.path("MS2_My Data.pdb").string() + "\" is not there; \"" +
+                                          test.path("MS2_My_Data.pdb").string() + "\" was opened."));
+    EXPECT_NE(test.bytes("MS2_My_Data.pdb"), smallDatabase());
+    EXPECT_FALSE(std::filesystem::exists(test.path("MS2_My Data.pdb")));
+}
+
+// It is in the middle of its output then, with the working copy of its pictures in its temporary folder.
+TEST(EditTest, takesItsFilesAwayWhenItIsAskedToEnd) {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        const CommandTest test;
+        test.put("MS2_Inventory.pdb", samples::inventory());
+        std::string script;
+        for (int line = 0; line < 3000; ++line)
+            script += "show all\n";
+        const int ended = test.runUntilSignal({"edit", "MS2_Inventory.pdb", "--script", "-"}, script, signal,
+                                              [&] { EXPECT_FALSE(test.temporaryFolderIsEmpty()); });
+        EXPECT_EQ(ended, signal);
+        EXPECT_TRUE(test.temporaryFolderIsEmpty()) << signal;
+    }
 }
 
 TEST(EditTest, saysWhatWasNotSaved) {

@@ -153,8 +153,48 @@ TEST(OpenTest, keepsBackupsInTheApplicationFolderThatIsNamed) {
     const CommandTest test;
     test.put("MS2_Small.pdb", smallDatabase());
     std::filesystem::create_directory(test.path("app"));
-    EXPECT_EQ(test.run({"cells", "MS2_Small.pdb", "--application-folder", "app"}).code, 0);
+    EXPECT_EQ(test.run({"save", "MS2_Small.pdb", "MS2_Out.pdb", "--application-folder", "app"}).code, 0);
     EXPECT_EQ(test.bytes("app/Backup/MS2_Small.pdb"), smallDatabase());
+    for (const char* name : {"app/Backup", "app/Temp"})
+        EXPECT_EQ(std::filesystem::status(test.path(name)).permissions(), std::filesystem::perms::owner_all) << name;
+}
+
+const std::vector<std::vector<std::string>> kLooks = {
+    {"info", "MS2_Small.pdb"},
+    {"cells", "MS2_Small.pdb"},
+    {"find", "MS2_Small.pdb", "Second"},
+    {"schema", "MS2_Small.pdb"},
+    {"dump", "MS2_Small.pdb"},
+    {"check", "MS2_Small.pdb"},
+    {"expr", "check", "MS2_Small.pdb", "1+1"},
+};
+
+TEST(OpenTest, writesNothingForThoseWhoOnlyLook) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    std::filesystem::create_directory(test.path("app"));
+    std::filesystem::remove(test.temporaryFolder()); // so that nothing can be written there either
+    for (std::vector<std::string> look : kLooks) {
+        const CommandResult result = test.run(look);
+        EXPECT_EQ(result.code, 0) << look[0] << ": " << result.err;
+        if (look[0] == "check")
+            continue;
+        look.insert(look.end(), {"--application-folder", "app"});
+        EXPECT_EQ(test.run(look).code, 0) << look[0];
+        EXPECT_TRUE(std::filesystem::is_empty(test.path("app"))) << look[0];
+    }
+    const CommandResult saved = test.run({"save", "MS2_Small.pdb", "MS2_Out.pdb"});
+    EXPECT_EQ(saved.code, 3);
+    EXPECT_EQ(saved.err, said("MS2_Small.pdb", "A temporary folder could not be made."));
+}
+
+TEST(OpenTest, takesTheFileOfTheVeryNameThatIsGiven) {
+    const CommandTest test;
+    test.put("MS2_My Data.pdb", smallDatabase());
+    test.put("MS2_My_Data.pdb", samples::empty());
+    const CommandResult result = test.run({"cells", "MS2_My Data.pdb"});
+    EXPECT_EQ(result.err, "");
+    EXPECT_NE(result.out.find("Second"), std::string::npos);
 }
 
 TEST(OpenTest, saysWhenItsOutputCannotBeWritten) {

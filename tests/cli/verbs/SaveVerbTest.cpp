@@ -60,7 +60,9 @@ TEST(SaveTest, replacesAFileAndMaySaveOverItsOwn) {
 TEST(SaveTest, putsUnderscoresForBlanksIntoTheNameOnDisk) {
     const CommandTest test;
     test.put("MS2_Small.pdb", smallDatabase());
-    EXPECT_EQ(test.run({"save", "MS2_Small.pdb", "MS2_My books.pdb"}).code, 0);
+    const CommandResult result = test.run({"save", "MS2_Small.pdb", "MS2_My books.pdb"});
+    EXPECT_EQ(result.code, 0);
+    EXPECT_EQ(result.err, said("MS2_Small.pdb", "Saved as \"" + test.path("MS2_My_books.pdb").string() + "\"."));
     EXPECT_TRUE(std::filesystem::exists(test.path("MS2_My_books.pdb")));
 }
 
@@ -78,12 +80,30 @@ TEST(SaveTest, refusesTheNamesThatNoNewFileMayHave) {
         };
         for (const auto& call : calls) {
             const CommandResult result = test.run(call);
-            EXPECT_EQ(result.code, 1) << call[0] << ' ' << name;
+            EXPECT_EQ(result.code, 3) << call[0] << ' ' << name;
             EXPECT_NE(result.err.find("Filename not valid."), std::string::npos) << call[0] << ' ' << result.err;
             EXPECT_FALSE(std::filesystem::exists(test.path(name))) << call[0] << ' ' << name;
         }
     }
     EXPECT_EQ(test.run({"save", "MS2_Small.pdb", "MS2_123456789012345678901234567.pdb"}).code, 0);
+}
+
+TEST(SaveTest, replacesNoFileThatWasNotNamedUnasked) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    test.put("MS2_My_books.pdb", std::string("old"));
+    EXPECT_EQ(test.run({"save", "MS2_Small.pdb", "MS2_My books.pdb"}).code, 3);
+    EXPECT_EQ(test.text("MS2_My_books.pdb"), "old");
+    EXPECT_EQ(test.run({"save", "MS2_Small.pdb", "MS2_My books.pdb", "--yes"}).code, 0);
+    EXPECT_EQ(withoutDates(test.bytes("MS2_My_books.pdb")), withoutDates(smallDatabase()));
+    // The file of the very name is what was named.
+    test.put("MS2_My books.pdb", std::string("old"));
+    test.put("MS2_My_books.pdb", std::string("other"));
+    const CommandResult result = test.run({"save", "MS2_Small.pdb", "MS2_My books.pdb"});
+    EXPECT_EQ(result.code, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(withoutDates(test.bytes("MS2_My books.pdb")), withoutDates(smallDatabase()));
+    EXPECT_EQ(test.text("MS2_My_books.pdb"), "other");
 }
 
 TEST(SaveTest, leavesADeletedRecordOut) {

@@ -2,6 +2,10 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <deque>
+#include <memory>
+#include <new>
+#include <optional>
 
 namespace tallybook::document {
 namespace {
@@ -96,6 +100,103 @@ TEST_F(Save, fileThatSomebodyElseChangedIsReplacedOnlyWhenAskedFor) {
     EXPECT_EQ(saveDocument(*opened, t), Outcome::Done);
     EXPECT_EQ(saveDocument(*opened, t), Outcome::Done); // our own change is not somebody else's
     EXPECT_EQ(savedCell(0), "mine");
+}
+
+TEST_F(Save, aChangeOfTheSameSizeAndTimeIsNoticed) {
+    openBooks();
+    change(0, "mine");
+    Bytes theirs = t.files.bytes(kBooks);
+    theirs[offsetOf(kBooks, 87) + 1] = 7;
+    t.files.replaceUnseen(kBooks, theirs);
+    t.user.answers = {Answer::No};
+    EXPECT_EQ(saveDocument(*opened, t), Outcome::Refused);
+    EXPECT_EQ(lastMessage().text, "\"/home/MS2_Books.pdb\" was changed by another program since it was opened.  Do "
+                                  "you want to replace it with what is open here?");
+    EXPECT_EQ(lastMessage().preferred, Answer::No);
+    EXPECT_EQ(t.files.bytes(kBooks), theirs);
+}
+
+TEST_F(Save, aFileThatSomebodyElseDeletedIsAskedAbout) {
+    openBooks();
+    change(0, "mine");
+    ASSERT_TRUE(t.files.remove(kBooks));
+    t.user.answers = {Answer::No};
+    EXPECT_EQ(saveDocument(*opened, t), Outcome::Refused);
+    EXPECT_EQ(lastMessage().text, "\"/home/MS2_Books.pdb\" was moved or deleted by another program since it was "
+                                  "opened.  Do you want to write it anew with what is open here?");
+    EXPECT_FALSE(t.files.has(kBooks));
+    EXPECT_TRUE(opened->DocModified);
+    t.user.answers = {Answer::Yes};
+    EXPECT_EQ(saveDocument(*opened, t), Outcome::Done);
+    EXPECT_EQ(saveDocument(*opened, t), Outcome::Done); // asked about once
+    EXPECT_EQ(savedCell(0), "mine");
+}
+
+TEST_F(Save, aChangeIsAskedAboutAgainAfterASaveThatFailed) {
+    openBooks();
+    change(0, "mine");
+    t.files.addFolder("/home/MS2_Books.pdb.tallybook-tmp-1");
+    for (int number = 2; number <= 1000; ++number) // no name is left to write under
+        t.files.addFolder("/home/MS2_Books.pdb.tallybook-tmp-" + std::to_string(number));
+    t.user.errorAnswers = {ErrorAnswer::Leave};
+    EXPECT_EQ(saveDocument(*opened, t), Outcome::Refused);
+    setByte(kBooks, offsetOf(kBooks, 87) + 1, 7);
+    t.user.answers = {Answer::No};
+    EXPECT_EQ(saveDocument(*opened, t), Outcome::Refused);
+}
+
+TEST_F(Save, aTargetThatCannotBeLookedAtFailsTheSave) {
+    openBooks();
+    change(0, "mine");
+    const Bytes before = t.files.bytes(kBooks);
+    for (int nth = 1; nth <= 3; ++nth) {
+        t.files.failAt(nth, EACCES);
+        t.user.errorAnswers = {ErrorAnswer::Leave};
+        EXPECT_EQ(saveDocument(*opened, t), Outcome::Refused) << nth;
+        EXPECT_EQ(t.files.bytes(kBooks), before);
+    }
+}
+
+// Another program saves its own change of the same file ahead of each call of a save in turn. Nobody lets go what he
+// did not know of.
+TEST_F(Save, ofTwoSavesAtOnceNoneIsLostUnseen) {
+    openBooks();
+    const Bytes before = t.files.bytes(kBooks);
+    bool inTheMiddle = false;
+    for (int nth = 1; nth < 60; ++nth) {
+        t.files.put(kBooks, before);
+        ASSERT_EQ(open(kBooks), Outcome::Done);
+        const std::unique_ptr<model::Document> other = std::move(opened);
+        ASSERT_EQ(open(kBooks), Outcome::Done);
+        change(0, "mine");
+        other->grd.setText(2, 2, "theirs");
+        t.user.answers = std::deque<Answer>(9, Answer::No);
+        t.user.errorAnswers = std::deque<ErrorAnswer>(9, ErrorAnswer::Leave);
+        std::optional<Outcome> theirs;
+        t.files.interruptAt(nth, [&] { theirs = saveDocument(*other, t); });
+        const Outcome mine = saveDocument(*opened, t);
+        if (!theirs) {
+            t.files.interruptAt(0, {});
+            break;
+        }
+        inTheMiddle = inTheMiddle || nth > 1;
+        EXPECT_NE(mine == Outcome::Done, *theirs == Outcome::Done) << nth;
+        EXPECT_EQ(savedCell(0), mine == Outcome::Done ? "mine" : "theirs") << nth;
+    }
+    t.user.answers.clear();
+    t.user.errorAnswers.clear();
+    EXPECT_TRUE(inTheMiddle);
+}
+
+TEST_F(Save, theOpenFileIsNotReplacedUnseenUnderAnyOfItsNames) {
+    openBooks();
+    change(0, "mine");
+    setByte(kBooks, offsetOf(kBooks, 87) + 1, 7);
+    const Bytes theirs = t.files.bytes(kBooks);
+    t.user.answers = {Answer::No};
+    EXPECT_EQ(savePDBFile20(*opened, t, kBooks), Outcome::Refused);
+    EXPECT_EQ(t.files.bytes(kBooks), theirs);
+    EXPECT_EQ(savePDBFile20(*opened, t, "/home/MS2_Copy.pdb"), Outcome::Done);
 }
 
 TEST_F(Save, temporaryCopyIsRenewed) {
@@ -206,6 +307,48 @@ TEST_F(Save, failureAtAnyCallLeavesAWholeFileAndTheChanges) {
     EXPECT_TRUE(refused);
 }
 
+TEST_F(Save, withoutMemoryTheFileAndTheChangesStay) {
+    openBooks();
+    const Bytes before = t.files.bytes(kBooks);
+    bool said = false;
+    for (int nth = 1; nth < 60; ++nth) {
+        t.files.put(kBooks, before);
+        ASSERT_EQ(open(kBooks), Outcome::Done);
+        change(0, "changed");
+        bool thrown = false;
+        t.files.interruptAt(nth, [&] {
+            thrown = true;
+            throw std::bad_alloc();
+        });
+        t.user.errors.clear();
+        t.user.errorAnswers = {ErrorAnswer::Leave};
+        Outcome outcome = Outcome::Refused;
+        try {
+            outcome = saveDocument(*opened, t);
+        } catch (const std::bad_alloc&) { // of the questions ahead of it, which the command as a whole answers for
+        }
+        t.files.interruptAt(0, {});
+        t.user.errorAnswers.clear();
+        EXPECT_EQ(opened->DocModified, outcome != Outcome::Done) << nth;
+        EXPECT_TRUE(t.user.atRest()) << nth;
+        const bool old = t.files.bytes(kBooks) == before;
+        EXPECT_TRUE(old || (open(kBooks) == Outcome::Done && openedCell(0, 1) == "changed")) << nth;
+        for (const auto& error : t.user.errors) {
+            EXPECT_EQ(error.text, "There is not enough memory for \"/home/MS2_Books.pdb\".") << nth;
+            said = true;
+        }
+        if (!thrown)
+            break;
+    }
+    EXPECT_TRUE(said);
+}
+
+TEST_F(Save, leftOversInTheFolderAreTakenAwayFirst) {
+    openBooks();
+    ASSERT_EQ(saveDocument(*opened, t), Outcome::Done);
+    EXPECT_EQ(t.files.swept().back(), "/home");
+}
+
 TEST_F(Save, failingTemporaryCopyLeavesTheSavedFileAsTheSource) {
     openBooks();
     ASSERT_TRUE(t.files.remove(kCopy));
@@ -219,6 +362,7 @@ TEST_F(Save, vanishedFolderIsReported) {
     openBooks();
     change(0, "changed");
     opened->CurrFilePath = "/gone/MS2_Books.pdb";
+    t.user.answers = {Answer::Yes};
     t.user.errorAnswers = {ErrorAnswer::Leave};
     EXPECT_EQ(saveDocument(*opened, t), Outcome::Refused);
     EXPECT_TRUE(opened->DocModified);
@@ -270,6 +414,7 @@ TEST_F(Pictures, unchangedPictureSurvivesTwoSavesInARow) {
 TEST_F(Pictures, pictureSurvivesTheLossOfTheFileItCameFrom) {
     openPicture();
     ASSERT_TRUE(t.files.remove(kBooks));
+    t.user.answers = {Answer::Yes};
     ASSERT_EQ(saveDocument(*opened, t), Outcome::Done);
     EXPECT_EQ(storedPicture(), kPictureCell);
 }

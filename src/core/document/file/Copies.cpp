@@ -1,6 +1,9 @@
 #include "core/document/file/Copies.h"
 
 #include "core/platform/AppFolders.h"
+#include "core/platform/Containment.h"
+#include "core/platform/OwnTexts.h"
+#include "core/platform/Paths.h"
 #include "core/platform/WholeFile.h"
 
 #include <algorithm>
@@ -20,10 +23,10 @@ using platform::Files;
 using platform::Status;
 using Path = std::filesystem::path;
 
-// What a regular file holds; nothing when there is none to be read.
+// What a copy holds; nothing when there is none to be read. What a link leads to is no copy.
 std::optional<Bytes> contentOf(Files& files, const Path& path) {
     const auto state = files.state(path);
-    if (!state || state.value().kind != platform::FileKind::Regular)
+    if (!state || state.value().kind != platform::FileKind::Regular || !platform::staysInFolder(files, path))
         return std::nullopt;
     auto bytes = files.read(path);
     return bytes ? std::optional(std::move(bytes).value()) : std::nullopt;
@@ -78,17 +81,34 @@ bool mayHavePictures(const model::DatabaseModel& db) {
 
 } // namespace
 
-model::FileMark markOf(Files& files, const Path& file) {
-    const auto state = files.state(file);
-    if (!state || state.value().kind != platform::FileKind::Regular)
+platform::Error noMemory(const Path& path) {
+    return {.kind = platform::ErrorKind::File,
+            .tag = {},
+            .text = platform::texts::notEnoughMemory(platform::shownPath(path))};
+}
+
+model::FileMark markOf(const platform::FileState& state) {
+    if (state.kind != platform::FileKind::Regular)
         return {};
-    return {.known = true, .size = state.value().size, .modified = state.value().modified};
+    return {.known = true,
+            .size = state.size,
+            .modified = state.modified,
+            .changed = state.changed,
+            .identity = state.identity};
+}
+
+platform::Result<model::FileMark> markOf(Files& files, const Path& file) {
+    const auto state = files.state(file);
+    if (!state)
+        return state.error();
+    return markOf(state.value());
 }
 
 void renewTempCopy(model::Document& doc, platform::Services& services, const Path& file, ByteSpan bytes) {
     Path copy = platform::applicationPath(services, platform::kTempFolder) / "Copy_";
     copy += file.filename();
-    const bool copied = mayHavePictures(doc.CurrDB20) && platform::writeWholeFile(services.files, copy, bytes);
+    const bool mayCopy = !services.applicationFolder.empty() && mayHavePictures(doc.CurrDB20);
+    const bool copied = mayCopy && platform::writeOwnFile(services.files, copy, bytes);
     doc.TempCopyPath = copied ? copy : file;
 }
 
@@ -102,10 +122,10 @@ Status refreshBackup(platform::Services& services, const Path& file, ByteSpan by
     if (before) {
         Path older = folder / name.stem();
         older += stampOf(services.clock.now()) + name.extension().string();
-        if (Status kept = platform::writeWholeFile(files, older, *before); !kept)
+        if (Status kept = platform::writeOwnFile(files, older, *before); !kept)
             return kept;
     }
-    if (Status written = platform::writeWholeFile(files, folder / name, bytes); !written)
+    if (Status written = platform::writeOwnFile(files, folder / name, bytes); !written)
         return written;
     dropOldest(files, folder, name);
     return {};

@@ -13,8 +13,10 @@
 #include "core/pdb/OlderDatabase.h"
 #include "core/pdb/Passwords.h"
 #include "core/platform/Guards.h"
+#include "core/platform/OwnTexts.h"
 #include "core/platform/Paths.h"
 
+#include <new>
 #include <optional>
 
 namespace tallybook::document {
@@ -27,11 +29,16 @@ using Path = std::filesystem::path;
 
 constexpr std::string_view kTag = "Tallybook Pocket : Open";
 
-// The name with "_" for blanks, as the program writes it, or else the name as given: other programs keep blanks.
-Path existingPath(platform::Files& files, const Path& path) {
+// The name with "_" for blanks, as the program writes it, or the name as given: other programs keep blanks.
+Path existingPath(platform::Files& files, const Path& path, FileNames names) {
+    const auto isThere = [&](const Path& candidate) {
+        const auto state = files.state(candidate);
+        return state && state.value().kind != platform::FileKind::Missing;
+    };
     const Path onDisk = path.parent_path() / pdb::addUnderscore20(path.filename().string());
-    const auto state = files.state(onDisk);
-    return state && state.value().kind != platform::FileKind::Missing ? onDisk : path;
+    if (names == FileNames::AsGiven && isThere(path))
+        return path;
+    return isThere(onDisk) ? onDisk : path;
 }
 
 std::optional<Bytes> readWhole(Services& services, const Path& path) {
@@ -165,17 +172,19 @@ Opened readBytes(model::Document& doc, Services& services, ReadMode mode, Bytes 
     return {.isUnreadable = !is2x};
 }
 
-Opened readInto(model::Document& doc, Services& services, const Path& path, ReadMode mode) {
+Opened readInto(model::Document& doc, Services& services, const Path& path, ReadMode mode, KeptCopies copies) {
     const platform::HourGlass wait(services.screen);
     forget(doc);
-    const model::FileMark mark = markOf(services.files, path);
+    const auto mark = markOf(services.files, path); // ahead of the bytes: a change in between is noticed
     auto bytes = readWhole(services, path);
     if (!bytes || !verifyPDB(services, path, *bytes))
         return {};
     nameDocument(doc, path);
-    doc.fileMark = mark;
+    doc.fileMark = mark ? mark.value() : model::FileMark{};
     Opened opened = readBytes(doc, services, mode, std::move(*bytes));
-    if (opened.outcome == Outcome::Done)
+    if (opened.outcome == Outcome::Done && copies == KeptCopies::None)
+        doc.TempCopyPath = path;
+    else if (opened.outcome == Outcome::Done)
         renewTempCopy(doc, services, path, opened.bytes);
     return opened;
 }
@@ -184,7 +193,7 @@ Opened readInto(model::Document& doc, Services& services, const Path& path, Read
 Opened readOlderInto(model::Document& doc, Services& services, const Path& path, ReadMode mode) {
     const platform::HourGlass wait(services.screen);
     forget(doc);
-    const model::FileMark mark = markOf(services.files, path);
+    const auto mark = markOf(services.files, path); // ahead of the bytes: a change in between is noticed
     auto bytes = readWhole(services, path);
     if (!bytes)
         return {};
@@ -197,12 +206,12 @@ Opened readOlderInto(model::Document& doc, Services& services, const Path& path,
     }
     doc.Is2xFormat = false;
     nameDocument(doc, path);
-    doc.fileMark = mark;
+    doc.fileMark = mark ? mark.value() : model::FileMark{};
     return readBytes(doc, services, mode, std::move(*bytes));
 }
 
-Opened openOlder(model::Document& doc, Services& services, const Path& path, ReadMode mode) {
-    Opened opened = readOlderInto(doc, services, existingPath(services.files, path), mode);
+Opened openOlder(model::Document& doc, Services& services, const Path& path, ReadMode mode, FileNames names) {
+    Opened opened = readOlderInto(doc, services, existingPath(services.files, path, names), mode);
     if (opened.isUnreadable)
         showCritical(services, kLoadFailed);
     return opened;
@@ -223,35 +232,65 @@ bool mayConvertOnto(Services& services, const Path& target) {
 } // namespace
 
 Outcome readPDBFile20(model::Document& doc, Services& services, const Path& path, ReadMode mode) {
-    return readInto(doc, services, existingPath(services.files, path), mode).outcome;
+    return readInto(doc, services, existingPath(services.files, path, FileNames::WithUnderscores), mode,
+                    KeptCopies::All)
+        .outcome;
 }
 
 Outcome readPDBFile(model::Document& doc, Services& services, const Path& path, ReadMode mode) {
-    return openOlder(doc, services, path, mode).outcome;
+    return openOlder(doc, services, path, mode, FileNames::WithUnderscores).outcome;
 }
 
-Outcome OpenDatabase(model::Document& doc, Services& services, const Path& path) {
-    const bool is2x = pdb::has2xPrefix(path.filename().string());
-    if (!is2x)
-        services.ui.message({.text = "Old Format", .icon = platform::Icon::Information, .title = {}});
-    const Opened opened = is2x ? readInto(doc, services, existingPath(services.files, path), ReadMode::Show)
-                               : openOlder(doc, services, path, ReadMode::Show);
-    if (opened.outcome != Outcome::Done)
-        return opened.outcome;
-    if (const platform::Status kept = refreshBackup(services, doc.CurrFilePath, opened.bytes); !kept)
-        report(services, kept.error(), kTag); // the file itself is open all the same
-    return Outcome::Done;
+namespace {
+
+Opened openEither(model::Document& doc, Services& services, const Path& path, FileNames names, KeptCopies copies) {
+    if (pdb::has2xPrefix(path.filename().string()))
+        return readInto(doc, services, existingPath(services.files, path, names), ReadMode::Show, copies);
+    services.ui.message({.text = "Old Format", .icon = platform::Icon::Information, .title = {}});
+    return openOlder(doc, services, path, ReadMode::Show, names);
 }
 
-Outcome convertOlder(Services& services, const Path& from, const Path& to, std::string_view failure) {
-    if (!mayConvertOnto(services, savedPath(to)))
+void tellOfOtherName(Services& services, const Path& given, const Path& opened, FileNames names) {
+    if (names == FileNames::AsGiven && given.filename() != opened.filename())
+        services.ui.note(platform::texts::openedInstead(platform::shownPath(opened), platform::shownPath(given)));
+}
+
+} // namespace
+
+Outcome OpenDatabase(model::Document& doc, Services& services, const Path& path, FileNames names, KeptCopies copies) {
+    try {
+        const Opened opened = openEither(doc, services, path, names, copies);
+        if (opened.outcome != Outcome::Done)
+            return opened.outcome;
+        tellOfOtherName(services, path, doc.CurrFilePath, names);
+        if (copies != KeptCopies::All)
+            return Outcome::Done;
+        if (const platform::Status kept = refreshBackup(services, doc.CurrFilePath, opened.bytes); !kept)
+            report(services, kept.error(), kTag); // the file itself is open all the same
+        return Outcome::Done;
+    } catch (const std::bad_alloc&) {
+        forget(doc); // which makes room for what is said
+        report(services, noMemory(path), kTag);
+        return Outcome::Refused;
+    }
+}
+
+Outcome convertOlder(Services& services, const Path& from, const Path& to, std::string_view failure,
+                     FileNames names) {
+    const Path target = savedPath(services.files, to, names);
+    if (!mayConvertOnto(services, target))
         return Outcome::Cancelled;
     model::Document doc;
-    const Opened read = readOlderInto(doc, services, existingPath(services.files, from), ReadMode::Quiet);
-    if (read.outcome == Outcome::Done)
-        return savePDBFile20(doc, services, to);
-    showCritical(services, failure);
-    return Outcome::Refused;
+    const Opened read = readOlderInto(doc, services, existingPath(services.files, from, names), ReadMode::Quiet);
+    if (read.outcome != Outcome::Done) {
+        showCritical(services, failure);
+        return Outcome::Refused;
+    }
+    tellOfOtherName(services, from, doc.CurrFilePath, names);
+    const Outcome saved = savePDBFile20(doc, services, target, names);
+    if (saved == Outcome::Done && names == FileNames::AsGiven && target.filename() != to.filename())
+        services.ui.note(platform::texts::savedInstead(platform::shownPath(target)));
+    return saved;
 }
 
 } // namespace tallybook::document

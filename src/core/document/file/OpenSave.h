@@ -19,6 +19,17 @@ enum class Outcome {
 
 enum class ReadMode { Show, Quiet }; // Quiet leaves the views, the filters and the cursor alone
 
+// How a path leads to a file. The windows' files have "_" for the blanks of their names, and a file with blanks
+// serves where there is none; a path that was typed as such means the file of that very name, and the other serves.
+enum class FileNames { WithUnderscores, AsGiven };
+
+// What is kept of a file that is opened, and written for that.
+enum class KeptCopies {
+    None,      // for those who only look
+    Temporary, // what pictures are taken from at the next save
+    All,       // and the copy in Backup
+};
+
 // Fills the document from a file: check, header, login, properties, records, keys, joins, calculated columns,
 // temporary copy, views. The name on the disk has "_" for blanks; the path as given is taken when there is no such
 // file. Anything that goes wrong has been shown; the document is then empty and FileOK clear. Cancelled: the login
@@ -40,7 +51,7 @@ Outcome readPDBFile(model::Document& doc, platform::Services& services, const st
 // A file that is there is replaced when the user says so. Whatever is wrong with the older file, `failure` is said in
 // the end.
 Outcome convertOlder(platform::Services& services, const std::filesystem::path& from, const std::filesystem::path& to,
-                     std::string_view failure = kLoadFailed);
+                     std::string_view failure = kLoadFailed, FileNames names = FileNames::WithUnderscores);
 
 // Reads the file into `doc`, refreshes the copy in Backup, sets names and caption. A name without "MS2_" is that of
 // an older file, which is answered with "Old Format" before it is read.
@@ -49,7 +60,10 @@ Outcome convertOlder(platform::Services& services, const std::filesystem::path& 
 // one and puts it in the open one's place when this gives Done. In every other case it throws the fresh one away:
 // what was open, its temporary copy and the copy in Backup are as they were. After Cancelled, a refused login,
 // nothing stays open.
-Outcome OpenDatabase(model::Document& doc, platform::Services& services, const std::filesystem::path& path);
+//
+// With FileNames::AsGiven the user is told when a file of another name was opened.
+Outcome OpenDatabase(model::Document& doc, platform::Services& services, const std::filesystem::path& path,
+                     FileNames names = FileNames::WithUnderscores, KeptCopies copies = KeptCopies::All);
 
 // A new database: one list of categories, no fields, no records, caption "New Database".
 void CreateNewDatabase(model::Document& doc, platform::Services& services);
@@ -59,8 +73,11 @@ bool isNewDatabase(const model::Document& doc);
 
 // Builds and writes the file, whole or not at all, renews the temporary copy and the places of the pictures. The
 // prefix of the older format in the target's name becomes "MS2_", its blanks become "_": see savedPath. Does not
-// touch DocModified, the paths or the recent files.
-Outcome savePDBFile20(model::Document& doc, platform::Services& services, const std::filesystem::path& target);
+// touch DocModified, the paths or the recent files. In the place of the document's own file the user is asked about
+// changes as by saveDocument. With FileNames::AsGiven the user is told when a file of another name was written, and
+// asked before when it was there already.
+Outcome savePDBFile20(model::Document& doc, platform::Services& services, const std::filesystem::path& target,
+                      FileNames names = FileNames::WithUnderscores);
 
 // Why a new file may not have this name (UTF-8, prefix and ending included); empty when it may. Between the two stand
 // 1 to 27 characters of the code page, not blanks alone, so that the header holds the same name.
@@ -70,18 +87,24 @@ std::string faultOfFileName(const std::string& name);
 // whatever it is.
 bool refusesFileName(const model::Document& doc, platform::Services& services, const std::filesystem::path& target);
 
-// Where savePDBFile20 puts a file for a target.
+// Where savePDBFile20 puts a file for a target: the prefix of the older format becomes the present one's, blanks
+// become
+// "_"; with FileNames::AsGiven they stay where there is a file of that very name.
 std::filesystem::path savedPath(const std::filesystem::path& target);
+std::filesystem::path savedPath(platform::Files& files, const std::filesystem::path& target, FileNames names);
 
 // The Save command: commits the open edit, refuses a read-only database, asks for a name when there is none yet. A
 // database that was made read-only, or is not any more, since its file was read or written is saved once.
 // Afterwards the document's paths name the file that was written. The caller updates the recent files.
 //
+// When somebody else has changed the file since it was read or written, or done away with it, the user is asked. From
+// that look at the file until the new one has been read back, no other program of ours writes into its folder.
+//
 // With the folder of a handheld user the file goes there under its own name (CurrFileName, which Tallybook Properties
 // change), wherever it was opened, so that the next sync and the Open dialog find it; when another file has the name
 // there, the user is asked first.
-Outcome saveDocument(model::Document& doc, platform::Services& services,
-                     const std::filesystem::path& userFolder = {});
+Outcome saveDocument(model::Document& doc, platform::Services& services, const std::filesystem::path& userFolder = {},
+                     FileNames names = FileNames::WithUnderscores);
 
 // Asks for a name that starts with "MS2_" and saves under it. A new database that has a name already is offered
 // under it, with its blanks, which go into the header. A file that lies there is asked about, unless the user has

@@ -14,12 +14,15 @@
 #include "core/platform/Paths.h"
 #include "core/platform/WholeFile.h"
 
+#include <memory>
+#include <new>
 #include <optional>
 
 namespace tallybook::document {
 
 namespace {
 
+using model::FileMark;
 using platform::Answer;
 using platform::Buttons;
 using platform::Icon;
@@ -92,8 +95,9 @@ bool mayTakePlace(Services& services, const Path& place) {
 // A new database may have been given this very place, and what lies there have been given up.
 bool mayReplace(const model::Document& doc, Services& services, const Path& path) {
     const Path onDisk = savedPath(path);
-    const bool given = isNewDatabase(doc) && onDisk == doc.CurrFilePath && doc.fileMark.known &&
-                       doc.fileMark == markOf(services.files, onDisk);
+    const auto now = markOf(services.files, onDisk);
+    const bool given =
+        isNewDatabase(doc) && onDisk == doc.CurrFilePath && doc.fileMark.known && now && doc.fileMark == now.value();
     return given || mayTakePlace(services, onDisk);
 }
 
@@ -141,24 +145,136 @@ Path targetIn(const Path& userFolder, const model::Document& doc, Services& serv
     return platform::isSamePlace(services.files, place, doc.CurrFilePath) ? doc.CurrFilePath : place;
 }
 
-void adoptPath(model::Document& doc, Services& services, const Path& path) {
+void adoptPath(model::Document& doc, const Path& path, const FileMark& mark) {
     doc.Is2xFormat = true; // whatever was read, this is what a save writes
     doc.CurrFilePath = path;
     doc.CurrFolder = path.parent_path();
     doc.CurrFileName = platform::shownPath(path.filename());
-    doc.fileMark = markOf(services.files, path);
+    doc.fileMark = mark;
 }
 
-// A sync may have brought newer records from the handheld into the very file.
-bool mayOverwrite(const model::Document& doc, Services& services) {
-    const model::FileMark now = markOf(services.files, doc.CurrFilePath);
-    if (!doc.fileMark.known || !now.known || now == doc.fileMark)
+// A sync may have brought newer records from the handheld into the very file, or somebody may have done away with it.
+bool mayOverwrite(const model::Document& doc, Services& services, const FileMark& now) {
+    if (!doc.fileMark.known || now == doc.fileMark)
         return true;
-    return services.ui.message({.text = platform::texts::changedMeanwhile(platform::shownPath(doc.CurrFilePath)),
-                                .icon = Icon::Warning,
-                                .buttons = Buttons::YesNo,
-                                .title = {},
-                                .preferred = Answer::No}) == Answer::Yes;
+    const std::string path = platform::shownPath(doc.CurrFilePath);
+    return services.ui.message(
+               {.text = now.known ? platform::texts::changedMeanwhile(path) : platform::texts::goneMeanwhile(path),
+                .icon = Icon::Warning,
+                .buttons = Buttons::YesNo,
+                .title = {},
+                .preferred = Answer::No}) == Answer::Yes;
+}
+
+// What stands at the place of a save now, once the user lets it go; nothing when it stays or cannot be looked at.
+std::optional<FileMark> agreedTarget(const model::Document& doc, Services& services, const Path& path) {
+    const auto now = markOf(services.files, path);
+    if (!now) {
+        report(services, now.error(), kTag);
+        return std::nullopt;
+    }
+    const bool own = platform::isSamePlace(services.files, path, doc.CurrFilePath);
+    const bool may = own ? mayOverwrite(doc, services, now.value()) : mayTakePlace(services, path);
+    return may ? std::optional(now.value()) : std::nullopt;
+}
+
+// The folder that a file really lies in, kept from other programs of ours. What killed ones left there goes first, as
+// it may be what fills the disk.
+platform::Result<std::unique_ptr<platform::FolderLock>> holdFolderOf(platform::Files& files, const Path& path) {
+    const auto place = files.resolve(path);
+    if (!place)
+        return place.error();
+    const Path folder = place.value().parent_path();
+    files.sweepLeftOvers(folder);
+    return files.lockFolder(folder);
+}
+
+struct Written {
+    platform::Status status{};
+    bool overtaken = false; // somebody changed the file since the user was asked about it; it was left alone
+    FileMark mark{};        // of what stands there now
+};
+
+// Puts the bytes in the place of what the user let go, and of nothing else: from the look at the file until it has
+// been read back no other program of ours writes there. Without `agreed` they go in the place of anything. After a
+// failure there is what was there before, or the new file, which the disk did not confirm.
+Written putInPlace(Services& services, const Path& path, platform::ByteSpan bytes,
+                   const std::optional<FileMark>& agreed) {
+    const auto held = holdFolderOf(services.files, path);
+    if (!held)
+        return {.status = held.error()};
+    const auto before = markOf(services.files, path);
+    if (!before)
+        return {.status = before.error()};
+    if (agreed && before.value() != *agreed)
+        return {.overtaken = true, .mark = before.value()};
+    const auto written = platform::replaceWholeFile(services.files, path, bytes);
+    if (written)
+        return {.mark = markOf(written.value())};
+    const auto now = markOf(services.files, path);
+    return {.status = written.error(), .mark = now ? now.value() : FileMark{}};
+}
+
+struct Saved {
+    Outcome outcome = Outcome::Refused;
+    bool overtaken = false; // as of Written
+    FileMark mark{};
+};
+
+// Builds and writes the file, renews the temporary copy and the places of the pictures.
+Saved saveNow(model::Document& doc, Services& services, const Path& path, const std::optional<FileMark>& agreed) {
+    const platform::HourGlass wait(services.screen);
+    const platform::Freeze freeze(services.screen, doc);
+    ProgressBar bar(services.screen, "Building record ");
+    doc.FileOK = false;
+    if (doc.CurrDB20.DBName.empty())
+        doc.CurrDB20.DBName = platform::shownPath(path.stem());
+    const auto built = build(doc, services, bar);
+    if (!built) {
+        report(services, built.error(), kTag);
+        return {.mark = agreed.value_or(FileMark{})};
+    }
+    bar.setVerb("Saving record ");
+    bar.step(doc.NumDataRecs, doc.NumDataRecs, doc.NumDataRecs);
+    const platform::Bytes& bytes = built.value().bytes;
+    const Written written = putInPlace(services, path, bytes, agreed);
+    if (written.overtaken)
+        return {.overtaken = true};
+    if (!written.status) {
+        report(services, written.status.error(), kTag);
+        return {.mark = written.mark};
+    }
+    adoptPictures(doc, services, built.value());
+    renewTempCopy(doc, services, path, bytes);
+    doc.ReadOnlyInFile = doc.CurrDB20.ReadOnly != 0;
+    doc.FileOK = true;
+    return {.outcome = Outcome::Done, .mark = written.mark};
+}
+
+Saved save(model::Document& doc, Services& services, const Path& path, const std::optional<FileMark>& agreed) {
+    try {
+        return saveNow(doc, services, path, agreed);
+    } catch (const std::bad_alloc&) { // the file is what it was, and the document too
+        report(services, noMemory(path), kTag);
+        return {.mark = agreed.value_or(FileMark{})};
+    }
+}
+
+// Saves in the place of what the user let go; whoever else was quicker is asked about again.
+Saved saveAgreed(model::Document& doc, Services& services, const Path& path, std::optional<FileMark> agreed) {
+    const bool own = platform::isSamePlace(services.files, path, doc.CurrFilePath);
+    doc.FileOK = false;
+    while (agreed) {
+        const Saved saved = save(doc, services, path, agreed);
+        if (saved.overtaken) {
+            agreed = agreedTarget(doc, services, path);
+            continue;
+        }
+        if (own)
+            doc.fileMark = saved.mark;
+        return saved;
+    }
+    return {};
 }
 
 void say(Services& services, std::string_view text) {
@@ -198,73 +314,69 @@ Path savedPath(const Path& target) {
     return target.parent_path() / pdb::addUnderscore20(pdb::presentName(target.filename().string()));
 }
 
-Outcome savePDBFile20(model::Document& doc, Services& services, const Path& target) {
-    const platform::HourGlass wait(services.screen);
-    const platform::Freeze freeze(services.screen, doc);
-    ProgressBar bar(services.screen, "Building record ");
-    const Path path = savedPath(target);
-    doc.FileOK = false;
-    if (doc.CurrDB20.DBName.empty())
-        doc.CurrDB20.DBName = platform::shownPath(path.stem());
-    const auto built = build(doc, services, bar);
-    if (!built) {
-        report(services, built.error(), kTag);
-        return Outcome::Refused;
-    }
-    bar.setVerb("Saving record ");
-    bar.step(doc.NumDataRecs, doc.NumDataRecs, doc.NumDataRecs);
-    const platform::Bytes& bytes = built.value().bytes;
-    if (const platform::Status written = platform::writeWholeFile(services.files, path, bytes); !written) {
-        report(services, written.error(), kTag);
-        return Outcome::Refused;
-    }
-    adoptPictures(doc, services, built.value());
-    renewTempCopy(doc, services, path, bytes);
-    doc.ReadOnlyInFile = doc.CurrDB20.ReadOnly != 0;
-    doc.FileOK = true;
-    return Outcome::Done;
+Path savedPath(platform::Files& files, const Path& target, FileNames names) {
+    if (names == FileNames::WithUnderscores)
+        return savedPath(target);
+    const Path present = target.parent_path() / pdb::presentName(target.filename().string());
+    const auto state = files.state(present);
+    const bool isThere = state && state.value().kind != platform::FileKind::Missing;
+    return isThere ? present : savedPath(target);
 }
 
-Outcome saveDocument(model::Document& doc, Services& services, const Path& userFolder) {
+// What was not named is never replaced unasked.
+Outcome savePDBFile20(model::Document& doc, Services& services, const Path& target, FileNames names) {
+    const Path path = savedPath(services.files, target, names);
+    const bool own = !doc.CurrFilePath.empty() && platform::isSamePlace(services.files, path, doc.CurrFilePath);
+    const bool named = names == FileNames::WithUnderscores || path.filename() == target.filename();
+    const Saved saved = own || !named ? saveAgreed(doc, services, path, agreedTarget(doc, services, path))
+                                      : save(doc, services, path, std::nullopt);
+    if (saved.outcome == Outcome::Done && !named)
+        services.ui.note(platform::texts::savedInstead(platform::shownPath(path)));
+    return saved.outcome;
+}
+
+Outcome saveDocument(model::Document& doc, Services& services, const Path& userFolder, FileNames names) {
     if (doc.ReadOnlyInFile && refuseReadOnly(doc, services))
         return Outcome::Refused;
     saveCell(doc, services);
     if (isNewDatabase(doc))
         return SaveNew(doc, services);
     const Path target = targetIn(userFolder, doc, services);
-    const Path path = savedPath(target);
-    const bool mayWrite = path == doc.CurrFilePath ? mayOverwrite(doc, services) : mayTakePlace(services, path);
-    if (!mayWrite)
-        return Outcome::Refused;
-    const Outcome outcome = savePDBFile20(doc, services, target);
-    if (outcome != Outcome::Done) {
-        if (path == doc.CurrFilePath)
-            doc.fileMark = {}; // what stands there now may be our own
-        return outcome;
-    }
+    const Path path = savedPath(services.files, target, names);
+    const Saved saved = saveAgreed(doc, services, path, agreedTarget(doc, services, path));
+    if (saved.outcome != Outcome::Done)
+        return saved.outcome;
     doc.DocModified = false;
     const bool renamed = path.filename() != doc.CurrFilePath.filename();
-    adoptPath(doc, services, path);
+    adoptPath(doc, path, saved.mark);
     if (renamed)
         doc.Caption = doc.CurrFileName;
-    return outcome;
+    if (renamed && names == FileNames::AsGiven)
+        services.ui.note(platform::texts::savedInstead(platform::shownPath(path)));
+    return saved.outcome;
 }
 
 Outcome SaveNew(model::Document& doc, Services& services) {
-    const auto path = askNewName(doc, services);
-    if (!path)
+    const auto chosen = askNewName(doc, services);
+    if (!chosen)
         return Outcome::Cancelled;
+    const Path path = savedPath(*chosen);
+    const auto there = markOf(services.files, path); // which the user has been asked about
+    if (!there) {
+        report(services, there.error(), kTag);
+        return Outcome::Refused;
+    }
     const std::string nameBefore = doc.CurrDB20.DBName;
-    doc.CurrDB20.DBName = platform::shownPath(path->stem());
-    const Outcome outcome = savePDBFile20(doc, services, *path);
-    if (outcome != Outcome::Done) {
+    doc.CurrDB20.DBName = platform::shownPath(chosen->stem());
+    const Saved saved = saveAgreed(doc, services, path, there.value());
+    if (saved.outcome != Outcome::Done) {
         doc.CurrDB20.DBName = nameBefore;
-        return outcome;
+        return saved.outcome;
     }
     doc.Caption = doc.CurrDB20.DBName;
-    adoptPath(doc, services, savedPath(*path));
+    adoptPath(doc, path, saved.mark);
     doc.DocModified = false;
-    return outcome;
+    return saved.outcome;
 }
 
 Outcome saveAsSub(model::Document& doc, Services& services) {
