@@ -148,7 +148,7 @@ void writePart(const model::DatabaseModel& db, const forms::FormBuilder& builder
 
 ExitCode form(const FormOptions& options, Terminal& terminal) {
     Session session(terminal, options.common);
-    if (!session.open(options.file))
+    if (!session.open(options.file, Session::Purpose::Look))
         return ExitCode::Refused;
     const model::DatabaseModel& db = session.document().CurrDB20;
     const forms::FormBuilder builder = forms::TransferPDBInfoToFormBuilder(db);
