@@ -266,18 +266,22 @@ Plan planOfTwo(const Bitmap& bitmap) {
     return plan;
 }
 
+// By whole bytes, of which there are only 256; the pixels of a row's last one, when it is not full, each.
 std::array<bool, 256> usedIndices(const Bitmap& bitmap) {
+    const int perByte = 8 / bitmap.depth;
+    const int whole = bitmap.width / perByte;
+    std::array<bool, 256> bytes{};
     std::array<bool, 256> used{};
     for (int y = 0; y < bitmap.height; ++y) {
         const std::uint8_t* row = bitmap.row(y);
-        if (bitmap.depth == 8) {
-            for (int x = 0; x < bitmap.width; ++x)
-                used[row[x]] = true;
-            continue;
-        }
-        for (int x = 0; x < bitmap.width; ++x)
+        for (int at = 0; at < whole; ++at)
+            bytes[row[at]] = true;
+        for (int x = whole * perByte; x < bitmap.width; ++x)
             used[bitmap.pixel(x, y)] = true;
     }
+    for (unsigned byte = 0; byte < bytes.size(); ++byte)
+        for (int shift = 0; bytes[byte] && shift < 8; shift += bitmap.depth)
+            used[byte >> shift & ((1U << bitmap.depth) - 1)] = true;
     return used;
 }
 
