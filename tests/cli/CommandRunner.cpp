@@ -161,6 +161,10 @@ CommandResult CommandTest::runAtTerminal(const std::vector<std::string>& argumen
     return result;
 }
 
+std::string CommandTest::command() {
+    return TALLYBOOK_COMMAND;
+}
+
 int CommandTest::runUntilSignal(const std::vector<std::string>& arguments, const std::string& input, int signal,
                                 const std::function<void()>& during) const {
     const std::filesystem::path in = m_folder.path() / "in";

@@ -52,6 +52,8 @@ public:
     int runUntilSignal(const std::vector<std::string>& arguments, const std::string& input, int signal,
                        const std::function<void()>& during) const;
 
+    // The path of the command.
+    static std::string command();
     // The folder for the command's temporary files.
     std::filesystem::path temporaryFolder() const { return m_folder.path() / "tmp"; }
     // Whether the command has left anything in the folder for temporary files.

@@ -43,8 +43,9 @@ TEST(EditTest, losesNothingThatItSaysItHasSaved) {
     constexpr int kAtOnce = 12;
     test.put("MS2_Small.pdb", smallDatabase());
     test.put("script", std::string("add\nsave\n"));
-    test.put("run", "cd '" + test.path("").string() + "'\nfor i in $(seq " + std::to_string(kAtOnce) +
-                        "); do\n  ('" TALLYBOOK_COMMAND "' edit MS2_Small.pdb --script script > err$i 2>&1; "
+    test.put("run", "cd '" + test.path("").string() + "'\nfor i in $(seq " + std::to_string(kAtOnce) + "); do\n  ('" +
+                        CommandTest::command() +
+                        "' edit MS2_Small.pdb --script script > err$i 2>&1; "
                         "echo $? > code$i) &\ndone\nwait\n");
     ASSERT_EQ(std::system(("sh '" + test.path("run").string() + "'").c_str()), 0);
     int saved = 0;
