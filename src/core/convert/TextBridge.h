@@ -68,6 +68,7 @@ struct ImportOptions {
     BridgeFlags flags;
     bool byNames = false;                // columns go into the fields that are called like them
     std::vector<ColumnChoice> choices{}; // with byNames: these columns alone, into these fields
+    std::filesystem::path out{};         // where the database is written; empty: where it was read
     bool writes = true;                  // false: everything but the writing of the database
 };
 BridgeCode importText(BridgeCall& call, const std::filesystem::path& csvPath, const std::filesystem::path& pdbPath,
@@ -109,6 +110,7 @@ private:
     const model::Document& m_doc;
     BridgeFlags m_flags;
     BridgeValues m_values;
+    char m_shownDecimal; // in the document's texts
     std::vector<Column> m_columns;
     std::string m_value;
     std::string m_scratch;

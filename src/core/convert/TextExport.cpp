@@ -223,7 +223,7 @@ std::string columnName(const model::DatabaseModel& db, int slot) {
 
 RecordExporter::RecordExporter(const model::Document& doc, std::vector<int> slots, const BridgeFlags& flags,
                                const platform::Regional& regional, int thisYear)
-    : m_doc(doc), m_flags(flags), m_values(regional, flags, thisYear) {
+    : m_doc(doc), m_flags(flags), m_values(regional, flags, thisYear), m_shownDecimal(regional.decimal) {
     for (const int slot : slots) {
         Column& column = m_columns.emplace_back();
         column.slot = slot;
@@ -299,7 +299,13 @@ std::string_view RecordExporter::valueOf(const Column& column, std::uint32_t row
         if (word)
             return isDate ? dateText(*word) : timeText(*word);
     }
-    return column.texts->text(row, m_scratch);
+    const std::string_view text = column.texts->text(row, m_scratch);
+    const char decimal = m_flags.DecimalFlag == 1 ? ',' : '.';
+    if (column.words != model::WordForm::Decimal || decimal == m_shownDecimal)
+        return text;
+    m_value = text;
+    std::replace(m_value.begin(), m_value.end(), m_shownDecimal, decimal);
+    return m_value;
 }
 
 std::string_view RecordExporter::dateText(std::uint32_t word) {

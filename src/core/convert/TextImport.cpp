@@ -434,7 +434,8 @@ BridgeCode TextImporter::save() {
     const auto built = pdb::buildDatabase(m_doc, m_call.services);
     if (!built)
         return fail(BridgeCode::Unspecified, built.error().description());
-    const Status written = platform::writeWholeFile(m_call.services.files, m_doc.CurrFilePath, built.value().bytes);
+    const Status written = platform::writeWholeFile(
+        m_call.services.files, m_options.out.empty() ? m_doc.CurrFilePath : m_options.out, built.value().bytes);
     if (written)
         return BridgeCode::Good;
     const bool refused = written.error().number == static_cast<int>(std::errc::permission_denied);

@@ -299,6 +299,18 @@ inline std::string nothingChanged(std::string_view cause) {
 inline std::string noSuchColumn(std::string_view name) {
     return "There is no column " + quoted(name) + '.';
 }
+// The copy of a database that a run makes before it begins.
+inline std::string safetyCopy(std::string_view path) {
+    return "A copy of the Tallybook from before lies in " + quoted(path) + '.';
+}
+inline constexpr std::string_view kOtherRun = "Another conversion is running.  Try again when it has ended.";
+inline constexpr std::string_view kSpecUnreadable = "(cannot be read)";
+inline std::string noSuchUser(std::string_view user) {
+    return "There is no user " + quoted(user) + '.';
+}
+inline std::string runningSpec(std::string_view name) {
+    return "Running " + std::string(name);
+}
 inline constexpr std::string_view kNoColumnMatches = "No column is called like a field.";
 inline std::string columnIgnored(std::string_view name) {
     return "Column " + quoted(name) + " is called like no field and was passed over.";
