@@ -4,8 +4,15 @@
 #include "desktop/platform/Twips.h"
 
 #include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QHelpEvent>
+#include <QLabel>
+#include <QLineEdit>
 #include <QScrollBar>
 #include <QTest>
+#include <QTextDocument>
+#include <QToolTip>
 #include <QWheelEvent>
 
 namespace tallybook::test {
@@ -21,6 +28,14 @@ protected:
     QPoint edgeOf(int column) {
         const QRect header = grid().cellRect(0, column);
         return {header.right() + 1, header.center().y()};
+    }
+    // The whole pair, as the system delivers it.
+    void doubleClickAt(QPoint point) {
+        QTest::mouseDClick(window().windowHandle(), Qt::LeftButton, {}, grid().viewport()->mapTo(&window(), point));
+    }
+    void menuByKey() {
+        QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(5, 5), grid().mapToGlobal(QPoint(5, 5)));
+        QApplication::sendEvent(&grid(), &event);
     }
     void addRecords(int count) {
         for (int i = 0; i < count; ++i)
@@ -229,7 +244,7 @@ TEST_F(Grid, aDoubleClickOnAnEdgeFitsThatColumn) {
     doc().grd.setColumnWidth(column, 3000);
     doc().grd.setColumnWidth(columnOfSlot(kNotes), 1500);
     grid().refresh();
-    QTest::mouseDClick(grid().viewport(), Qt::LeftButton, {}, edgeOf(column));
+    doubleClickAt(edgeOf(column));
     EXPECT_EQ(width(column), fitting);
     EXPECT_NE(width(columnOfSlot(kNotes)), other);
 }
@@ -262,6 +277,25 @@ TEST_F(Grid, scrollingCommitsTheOpenEditAndHidesTheMarker) {
     EXPECT_EQ(text(50, kTitle), "Scrolled");
 }
 
+// The edit ends and the grid stays where the user has scrolled it to, with the first step.
+TEST_F(Grid, theFirstScrollAwayFromAnEditorStays) {
+    openSample();
+    addRecords(100);
+    for (const bool changed : {false, true}) {
+        click(50, kTitle);
+        if (changed)
+            type("Scrolled");
+        ASSERT_TRUE(visible("Text1"));
+        QWheelEvent wheel(QPointF(100, 100), grid().viewport()->mapToGlobal(QPointF(100, 100)), {}, QPoint(0, 3600),
+                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        const int before = grid().verticalScrollBar()->value();
+        QApplication::sendEvent(grid().viewport(), &wheel);
+        EXPECT_FALSE(visible("Text1"));
+        EXPECT_LE(grid().verticalScrollBar()->value(), before - 5 * grid().geometry().rowHeight());
+    }
+    EXPECT_EQ(text(50, kTitle), "Scrolled");
+}
+
 TEST_F(Grid, theWheelScrollsByRows) {
     openSample();
     addRecords(100);
@@ -288,6 +322,202 @@ TEST_F(Grid, anEmptyDatabaseTakesNoClickAndNoKey) {
     EXPECT_TRUE(doc().editor.open());
 }
 
+TEST_F(Grid, inANewDatabaseKeysAndClicksMoveTheCurrentColumn) {
+    show();
+    trigger("mnuFileNew");
+    EXPECT_EQ(place(), (model::GridPlace{2, 1, 2, 1}));
+    key(Qt::Key_Right);
+    EXPECT_EQ(place(), (model::GridPlace{2, 2, 2, 2}));
+    key(Qt::Key_Tab);
+    EXPECT_EQ(place().Col, 3);
+    key(Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(place().Col, 2);
+    key(Qt::Key_End);
+    EXPECT_EQ(place(), (model::GridPlace{2, 81, 2, 81}));
+    EXPECT_LE(grid().cellRect(0, 81).right(), grid().viewport()->width()); // and it is in sight
+    key(Qt::Key_Home);
+    EXPECT_EQ(place().Col, 1);
+    for (const int code : {Qt::Key_Down, Qt::Key_Up, Qt::Key_PageDown, Qt::Key_Left})
+        key(code);
+    EXPECT_EQ(place(), (model::GridPlace{2, 1, 2, 1}));
+    clickAt(grid().cellRect(0, columnOfSlot(4)).center());
+    EXPECT_EQ(place(), (model::GridPlace{2, 5, 2, 5}));
+    script.expect([](QWidget& dialog) {
+        EXPECT_EQ(dialog.objectName(), QStringLiteral("frmFieldProp"));
+        EXPECT_EQ(dialog.findChild<QLineEdit*>(QStringLiteral("txtFieldName"))->text(), QStringLiteral("Fld04"));
+        dialog.close();
+    });
+    key(Qt::Key_Return, Qt::AltModifier);
+    QApplication::setActiveWindow(&window());
+    key(Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_FALSE(grid().hasFocus());
+}
+
+TEST_F(Grid, theHeaderOfTheCurrentColumnStandsOut) {
+    show();
+    trigger("mnuFileNew");
+    key(Qt::Key_Right);
+    const QImage picture = grid().viewport()->grab().toImage();
+    const auto ground = [&](int column) {
+        const QRect header = grid().cellRect(0, column);
+        return picture.pixelColor(QPoint(header.left() + 2, header.top() + 2) * picture.devicePixelRatio());
+    };
+    EXPECT_NE(ground(2), ground(1));
+    EXPECT_EQ(ground(3), ground(1));
+}
+
+TEST_F(Grid, anEmptyGridSaysWhatToDoFirst) {
+    show();
+    trigger("mnuFileNew");
+    EXPECT_EQ(grid().accessibleDescription(),
+              QStringLiteral("Go to a column with the arrow keys or a click on its name, and make it a field with "
+                             "Alt+Enter.  Ins adds a record."));
+    openSample();
+    EXPECT_EQ(grid().accessibleDescription(), QString());
+    script.expectMessage(QStringLiteral("WARNING: Delete all records in this Tallybook. Are you sure?"),
+                         QStringLiteral("Yes"));
+    trigger("mnuRecordDeleteAll");
+    EXPECT_EQ(grid().accessibleDescription(), QStringLiteral("There are no records.  Ins adds one."));
+    const QImage hint = grid().viewport()->grab().toImage();
+    doc().CurrDB20.ReadOnly = 1;
+    window().documentWindow().showDocument();
+    EXPECT_EQ(grid().accessibleDescription(), QStringLiteral("There are no records."));
+    EXPECT_NE(grid().viewport()->grab().toImage(), hint); // it is what is painted
+}
+
+TEST_F(Grid, controlASelectsAllAndSpaceSelectsTheRowOrColumn) {
+    openSample();
+    go(1, kPages);
+    key(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(place(), (model::GridPlace{2, 1, 4, 81}));
+    trigger("mnuEditCopy");
+    EXPECT_EQ(QGuiApplication::clipboard()->text().count(QLatin1Char('\t')), 3 * 80);
+    go(1, kPages);
+    key(Qt::Key_Space, Qt::ShiftModifier);
+    EXPECT_EQ(place(), (model::GridPlace{3, 1, 3, 81}));
+    go(1, kPages);
+    key(Qt::Key_Space, Qt::ControlModifier);
+    EXPECT_EQ(place(), (model::GridPlace{2, columnOfSlot(kPages), 4, columnOfSlot(kPages)}));
+}
+
+TEST_F(Grid, inAnEditorControlASelectsTheText) {
+    openSample();
+    click(0, kTitle);
+    key(Qt::Key_End);
+    key(Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(find<QLineEdit>("Text1")->selectedText(), QStringLiteral("Sea Charts"));
+    EXPECT_EQ(place(), (model::GridPlace{2, 2, 2, 2}));
+}
+
+TEST_F(Grid, delEmptiesTheCellAndControlDelAsksToDeleteTheRecord) {
+    openSample();
+    go(1, kTitle);
+    key(Qt::Key_Delete);
+    EXPECT_EQ(text(1, kTitle), "");
+    EXPECT_TRUE(doc().DocModified);
+    EXPECT_TRUE(window().isWindowModified());
+    EXPECT_EQ(doc().NumDataRecs, 3);
+    script.expectMessage(QStringLiteral("Delete current record.  Are you sure?"), QStringLiteral("Yes"));
+    key(Qt::Key_Delete, Qt::ControlModifier);
+    EXPECT_EQ(doc().NumDataRecs, 2);
+    QApplication::setActiveWindow(&window());
+    go(0, kTitle);
+    key(Qt::Key_Space, Qt::ShiftModifier);
+    script.expectMessage(QStringLiteral("Delete current record.  Are you sure?"), QStringLiteral("No"));
+    key(Qt::Key_Delete);
+    EXPECT_EQ(doc().NumDataRecs, 2);
+}
+
+TEST_F(Grid, delInAnEditorIsTheEditorsOwn) {
+    openSample();
+    click(0, kTitle);
+    key(Qt::Key_Home);
+    key(Qt::Key_Delete);
+    EXPECT_EQ(find<QLineEdit>("Text1")->text(), QStringLiteral("ea Charts"));
+    key(Qt::Key_Delete, Qt::ControlModifier); // to the end of the word
+    EXPECT_NE(find<QLineEdit>("Text1")->text(), QStringLiteral("ea Charts"));
+    EXPECT_EQ(doc().NumDataRecs, 3);
+}
+
+TEST_F(Grid, theKeyboardReachesTheColumnsMenu) {
+    openSample();
+    go(2, kPages);
+    script.expectMenu(QStringLiteral("mnuColumn"), QStringLiteral("mnuColumnSortd"));
+    menuByKey();
+    EXPECT_EQ(text(0, kTitle), "Old Clocks"); // 310 pages
+    EXPECT_EQ(place(), (model::GridPlace{4, columnOfSlot(kPages), 4, columnOfSlot(kPages)}));
+    QApplication::setActiveWindow(&window());
+    key(Qt::Key_Space, Qt::ShiftModifier);
+    script.expectMenu(QStringLiteral("mnuRow"), QStringLiteral("mnuRowCancel"));
+    menuByKey();
+}
+
+TEST_F(Grid, theKeyboardSortsAndFits) {
+    openSample();
+    go(0, kPages);
+    key(Qt::Key_F7);
+    EXPECT_EQ(text(0, kTitle), "Garden Year"); // 96 pages
+    key(Qt::Key_F7, Qt::ShiftModifier);
+    EXPECT_EQ(text(0, kTitle), "Old Clocks");
+    const int column = columnOfSlot(kTitle);
+    const int fitting = width(column);
+    doc().grd.setColumnWidth(column, 5000);
+    grid().refresh();
+    key(Qt::Key_F8);
+    EXPECT_EQ(width(column), fitting);
+}
+
+// A message that comes while an edge is taken hold of swallows the button's release.
+TEST_F(Grid, anEdgeIsLetGoOfWhenTheButtonIsUp) {
+    openSample();
+    click(0, kPages);
+    type("x");
+    script.expect([](QWidget& box) { pressButton(box, QStringLiteral("OK")); });
+    QTest::mousePress(grid().viewport(), Qt::LeftButton, {}, edgeOf(columnOfSlot(kTitle)));
+    const int before = width(columnOfSlot(kTitle));
+    const QPoint to = edgeOf(columnOfSlot(kTitle)) + QPoint(60, 0);
+    QMouseEvent move(QEvent::MouseMove, to, grid().viewport()->mapToGlobal(to), Qt::NoButton, Qt::NoButton, {});
+    QApplication::sendEvent(grid().viewport(), &move);
+    EXPECT_EQ(width(columnOfSlot(kTitle)), before);
+    QTest::mouseRelease(grid().viewport(), Qt::LeftButton, {}, to);
+}
+
+TEST_F(Grid, cutCellsAndHeadersHaveAToolTip) {
+    openSample([](model::Document& sample) {
+        sample.grd.setText(2, columnOfSlot(kTitle), "<b>Sea</b> Charts & more");
+        sample.grd.setText(3, columnOfSlot(kTitle), std::string(400, 'x'));
+    });
+    doc().grd.setColumnWidth(columnOfSlot(kTitle), 700);
+    grid().refresh();
+    // All of the text, and nothing of it taken for markup.
+    const auto shown = [](const QString& tip) {
+        QTextDocument text;
+        text.setHtml(tip);
+        return text.toPlainText();
+    };
+    EXPECT_EQ(shown(grid().toolTipAt(middleOf(0, kTitle))), QStringLiteral("<b>Sea</b> Charts & more"));
+    EXPECT_EQ(shown(grid().toolTipAt(middleOf(1, kTitle))), QString(254, QLatin1Char('x')));
+    EXPECT_EQ(grid().toolTipAt(middleOf(0, kPages)), QString());
+    const QPoint header = grid().cellRect(0, columnOfSlot(kTitle)).center();
+    EXPECT_EQ(grid().toolTipAt(header), QString()); // "Title" fits
+    doc().grd.setColumnWidth(columnOfSlot(kTitle), 250);
+    grid().refresh();
+    EXPECT_EQ(shown(grid().toolTipAt(grid().cellRect(0, columnOfSlot(kTitle)).center())), QStringLiteral("Title"));
+    QHelpEvent event(QEvent::ToolTip, middleOf(0, kTitle), grid().viewport()->mapToGlobal(middleOf(0, kTitle)));
+    QApplication::sendEvent(grid().viewport(), &event);
+    EXPECT_TRUE(QToolTip::isVisible());
+    QToolTip::hideText();
+}
+
+TEST_F(Grid, aFlippedBoxHasTheMarkerBesideIt) {
+    openSample();
+    EXPECT_FALSE(visible("cursor"));
+    click(1, kLent);
+    EXPECT_TRUE(visible("cursor"));
+    const auto* marker = find<QWidget>("cursor");
+    EXPECT_EQ(marker->geometry().center().y(), grid().cellRect(3, 1).center().y());
+}
+
 TEST_F(Grid, aResizedWindowLosesTheEditAndThePlace) {
     openSample();
     click(1, kTitle);
@@ -312,6 +542,28 @@ TEST(GridColours, stayReadable) {
         for (const std::uint32_t number : {255U, 65280U, 16711680U, 65535U, 16777215U, 1U})
             EXPECT_GE(desktop::contrast(desktop::readableColour(number, Qt::gray, ground), ground), 3.0)
                 << number << " on " << ground.name().toStdString();
+}
+
+// What a text is drawn on while its cell is selected is a colour itself.
+TEST(GridColours, areAsReadableOnTheSelectionAsTextsAre) {
+    for (const QColor& selected :
+         {QColor(48, 140, 198), QColor(47, 130, 208), QColor(20, 60, 120), QColor(255, 170, 0)})
+        for (const std::uint32_t number : {255U, 65280U, 16711680U, 65535U})
+            EXPECT_GE(desktop::contrast(desktop::selectedColour(number, Qt::white, selected), selected), 4.5)
+                << number << " on " << selected.name().toStdString();
+}
+
+TEST(GridColours, theCurrentCellsFrameStandsOutInEveryTheme) {
+    QWidget widget;
+    for (const QColor& ground : {QColor(Qt::white), QColor(30, 31, 34), QColor(90, 90, 90)})
+        for (const QColor& highlight : {QColor(48, 140, 198), QColor(20, 40, 80), QColor(200, 220, 255)}) {
+            QPalette palette = widget.palette();
+            palette.setColor(QPalette::Base, ground);
+            palette.setColor(QPalette::Highlight, highlight);
+            widget.setPalette(palette);
+            EXPECT_GE(desktop::contrast(desktop::lookOf(widget).frame, ground), 3.0)
+                << highlight.name().toStdString() << " on " << ground.name().toStdString();
+        }
 }
 
 TEST(GridColours, zeroIsTheThemesTextColour) {

@@ -131,9 +131,19 @@ TEST_F(MainWindow, hasItsMenusInOrderWithAccessKeys) {
 TEST_F(MainWindow, hasTheStandardShortcuts) {
     show();
     const std::map<const char*, const char*> expected = {
-        {"mnuFileNew", "Ctrl+N"},   {"mnuFileOpen", "Ctrl+O"}, {"mnuFileSave", "Ctrl+S"}, {"mnuFind", "Ctrl+F"},
-        {"mnuFilePrint", "Ctrl+P"}, {"mnuEditCut", "Ctrl+X"},  {"mnuEditCopy", "Ctrl+C"}, {"mnuEditPaste", "Ctrl+V"},
-        {"mnuRecordDelete", "Del"}, {"mnuHelpContents", "F1"},
+        {"mnuFileNew", "Ctrl+N"},
+        {"mnuFileOpen", "Ctrl+O"},
+        {"mnuFileSave", "Ctrl+S"},
+        {"mnuFind", "Ctrl+F"},
+        {"mnuFilePrint", "Ctrl+P"},
+        {"mnuEditCut", "Ctrl+X"},
+        {"mnuEditCopy", "Ctrl+C"},
+        {"mnuEditPaste", "Ctrl+V"},
+        {"mnuRecordDelete", "Ctrl+Del"},
+        {"mnuHelpContents", "F1"},
+        {"sorta", "F7"},
+        {"sortd", "Shift+F7"},
+        {"bestfit", "F8"},
     };
     for (const auto& [name, keys] : expected)
         EXPECT_EQ(action(name)->shortcut().toString().toStdString(), keys) << name;
@@ -379,6 +389,19 @@ TEST_F(MainWindow, saveAsAsksForANameAndFollowsIt) {
     EXPECT_EQ(find<QLabel>("lblPath")->text(), QStringLiteral("/tmp/MS2_Other.pdb"));
 }
 
+TEST_F(MainWindow, saysInTheStatusBarThatADatabaseIsReadOnly) {
+    openSample([](model::Document& sample) { sample.CurrDB20.ReadOnly = 1; });
+    EXPECT_TRUE(visible("lblReadOnly"));
+    EXPECT_EQ(find<QLabel>("lblReadOnly")->text(), QStringLiteral("Read-only"));
+    doc().CurrDB20.ReadOnly = 0; // as Tallybook Properties sets it
+    window().documentWindow().showDocument();
+    EXPECT_FALSE(visible("lblReadOnly"));
+    doc().CurrDB20.ReadOnly = 1;
+    window().documentWindow().showDocument();
+    trigger("mnuFileClose");
+    EXPECT_FALSE(visible("lblReadOnly"));
+}
+
 TEST_F(MainWindow, refusesToSaveAReadOnlyDatabase) {
     openSample([](model::Document& sample) { sample.CurrDB20.ReadOnly = 1; });
     script.expectMessage(QStringLiteral("Tallybook is readonly."));
@@ -495,6 +518,17 @@ TEST_F(MainWindow, deletesTheCurrentRecord) {
     EXPECT_EQ(doc().NumDataRecs, 2);
     trigger("mnuFileSave");
     EXPECT_EQ(savedFile()->grd.text(3, columnOfSlot(kTitle)), "Old Clocks");
+}
+
+TEST_F(MainWindow, enterAndEscapeKeepTheRecord) {
+    openSample();
+    for (const Qt::Key answer : {Qt::Key_Return, Qt::Key_Escape})
+        for (const char* command : {"mnuRecordDelete", "mnuRecordDeleteAll"}) {
+            script.expect([answer](QWidget& box) { QTest::keyClick(&box, answer); });
+            trigger(command);
+        }
+    EXPECT_EQ(doc().NumDataRecs, 3);
+    EXPECT_FALSE(doc().DocModified);
 }
 
 TEST_F(MainWindow, deletingTheLastRecordMovesTheCursorUp) {

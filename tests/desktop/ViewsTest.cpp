@@ -281,6 +281,136 @@ TEST_F(Views, aColumnDraggedInAViewKeepsItsWidth) {
     EXPECT_EQ(doc().grd.columnWidth(columnOfSlot(kTitle)), 3000);
 }
 
+// The view has no column, so there is none to go to, to sort or to define.
+TEST_F(Views, inAViewWithoutColumnsNothingMoves) {
+    openSample([](model::Document& sample) {
+        addViews(sample);
+        sample.CurrDB20.Views[2].Name = "Bare";
+        sample.CurrDB20.NumViews = 3;
+    });
+    go(1, kTitle);
+    pick("CmbView", "Bare");
+    EXPECT_TRUE(view().hasFocus());
+    const model::GridPlace before = doc().ViewGrd.place();
+    EXPECT_EQ(before.Col, 0);
+    for (const int code : {Qt::Key_Right, Qt::Key_Left, Qt::Key_Home, Qt::Key_End, Qt::Key_Down, Qt::Key_PageDown,
+                           Qt::Key_Tab, Qt::Key_Backtab})
+        for (const Qt::KeyboardModifiers with : {Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier}) {
+            view().setFocus();
+            key(code, with);
+            EXPECT_EQ(doc().ViewGrd.place(), before) << code;
+        }
+    view().setFocus();
+    for (const Qt::KeyboardModifiers with : {Qt::ShiftModifier, Qt::ControlModifier})
+        key(Qt::Key_Space, with);
+    key(Qt::Key_A, Qt::ControlModifier);
+    key(Qt::Key_Delete);
+    QTest::mouseClick(view().viewport(), Qt::LeftButton, {}, QPoint(view().viewport()->width() / 2, 5));
+    EXPECT_EQ(doc().ViewGrd.place(), before);
+    for (const char* command : {"mnuViewFieldProp", "mnuEditCopy", "bestfit", "mnuFieldProps"})
+        trigger(command);
+    EXPECT_EQ(doc().ViewGrd.place(), before);
+    EXPECT_TRUE(visible("ViewGrd"));
+    EXPECT_EQ(view().accessibleDescription(),
+              QStringLiteral("This view has no columns.  \"Edit Views...\" in the list of views gives it some."));
+}
+
+// The columns of a view go out of sight with the unused fields: what is left to move in is nothing.
+TEST_F(Views, aViewOfHiddenColumnsIsOneWithoutColumns) {
+    openSample([](model::Document& sample) {
+        addViews(sample);
+        model::ViewDef& unused = sample.CurrDB20.Views[2];
+        unused.Name = "Unused";
+        unused.NumCols = 2;
+        unused.Columns[0].Field = 70;
+        unused.Columns[1].Field = 71;
+        sample.CurrDB20.NumViews = 3;
+    });
+    trigger("mnuViewNotUsedFields");
+    pick("CmbView", "Unused");
+    for (const int code : {Qt::Key_Right, Qt::Key_End, Qt::Key_Home, Qt::Key_Left, Qt::Key_Down, Qt::Key_End}) {
+        key(code);
+        EXPECT_LE(doc().ViewGrd.col(), 2);
+        EXPECT_EQ(doc().ViewGrd.row(), 2);
+    }
+}
+
+// The first half opens the record in the full grid; whatever lies there under the pointer is not meant by the second.
+TEST_F(Views, aDoubleClickOpensTheRecordAndNothingMore) {
+    openSample(addViews);
+    pick("CmbView", "Prices");
+    const QPoint inWindow = grid().viewport()->mapTo(&window(), QPoint());
+    const QRect below = grid().cellRect(2, columnOfSlot(kTitle)); // in the full grid, under the view
+    const QRect first(view().cellRect(2, 1));
+    ASSERT_TRUE(first.intersects(below));
+    QTest::mouseDClick(window().windowHandle(), Qt::LeftButton, {}, inWindow + first.intersected(below).center());
+    EXPECT_TRUE(visible("grd"));
+    EXPECT_EQ(doc().grd.row(), 2);
+    EXPECT_FALSE(doc().editor.open());
+    // A pair of its own is a click, and another.
+    QTest::mouseDClick(window().windowHandle(), Qt::LeftButton, {}, inWindow + middleOf(1, kPages));
+    EXPECT_TRUE(doc().editor.open());
+    EXPECT_EQ(doc().editor.row, 3);
+}
+
+TEST_F(Views, aDoubleClickFlipsNoCheckBoxOfTheFullGrid) {
+    openSample([](model::Document& sample) {
+        addViews(sample);
+        sample.CurrDB20.Fields[kTitle].Type = model::FieldType::Checkbox;
+        sample.grd.column(columnOfSlot(kTitle)).clear();
+    });
+    pick("CmbView", "Prices");
+    const QPoint inWindow = grid().viewport()->mapTo(&window(), QPoint());
+    const QRect box = grid().cellRect(2, columnOfSlot(kTitle));
+    const model::Picture before = doc().grd.picture(2, columnOfSlot(kTitle));
+    QTest::mouseDClick(window().windowHandle(), Qt::LeftButton, {}, inWindow + box.center());
+    EXPECT_TRUE(visible("grd"));
+    EXPECT_EQ(doc().grd.picture(2, columnOfSlot(kTitle)), before);
+}
+
+TEST_F(Views, aFilterThatHidesAllSaysSo) {
+    openSample([](model::Document& sample) {
+        addViews(sample);
+        sample.CurrDB20.Filters[0].CondValues[0] = "1";
+    });
+    go(1, kTitle);
+    pick("CmbFilter", "Thin");
+    EXPECT_EQ(doc().grd.visibleRows(), 0);
+    EXPECT_EQ(grid().accessibleDescription(), QStringLiteral("The filter hides all records."));
+    for (const int code : {Qt::Key_Right, Qt::Key_Down, Qt::Key_End, Qt::Key_PageUp, Qt::Key_Home, Qt::Key_Return})
+        key(code);
+    script.expectMessage(QStringLiteral("No records for deletion."));
+    trigger("mnuRecordDelete");
+    QApplication::setActiveWindow(&window());
+    pick("CmbFilter", "No Filter");
+    EXPECT_EQ(grid().accessibleDescription(), QString());
+}
+
+// A search may stop in a record that the filter hides. What is emptied has to be seen.
+TEST_F(Views, delEmptiesNothingOutOfSight) {
+    openSample(addViews);
+    pick("CmbFilter", "Cheap"); // the second of three
+    doc().grd.setCell(4, columnOfSlot(kTitle));
+    key(Qt::Key_Delete);
+    EXPECT_EQ(text(2, kTitle), "Old Clocks");
+    EXPECT_EQ(text(1, kTitle), "Garden Year");
+    EXPECT_EQ(doc().grd.row(), 4);
+}
+
+TEST_F(Views, deleteAsksAboutARecordThatCanBeSeen) {
+    openSample(addViews);
+    pick("CmbFilter", "Cheap"); // the second of three
+    doc().grd.setCell(4, 2);    // as a search leaves it
+    script.expect([this](QWidget& box) {
+        EXPECT_EQ(doc().grd.row(), 3);
+        EXPECT_EQ(find<QLabel>("lblRecord")->text(), QStringLiteral("Record 2 of 3, 1 shown"));
+        pressButton(box, QStringLiteral("Yes"));
+    });
+    trigger("mnuRecordDelete");
+    EXPECT_EQ(doc().NumDataRecs, 2);
+    EXPECT_EQ(text(1, kTitle), "Old Clocks");
+}
+
 TEST_F(Views, theOpeningViewIsShownAtOnce) {
     openSample([](model::Document& sample) {
         addViews(sample);

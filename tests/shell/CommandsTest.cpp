@@ -211,7 +211,8 @@ TEST(Commands, shortcutsAndAccessKeysAreUniqueWhereTheyMeet) {
             EXPECT_TRUE(command.text.empty()) << command.name << " has no access key";
         }
     }
-    for (const auto wanted : {"Ctrl+N", "Ctrl+O", "Ctrl+S", "Ctrl+F", "Ctrl+P", "Ctrl+X", "Ctrl+C", "Ctrl+V", "Del"})
+    for (const auto wanted : {"Ctrl+N", "Ctrl+O", "Ctrl+S", "Ctrl+F", "Ctrl+P", "Ctrl+X", "Ctrl+C", "Ctrl+V",
+                              "Ctrl+Del", "F7", "Shift+F7", "F8"})
         EXPECT_TRUE(shortcuts.contains(wanted)) << wanted;
 }
 

@@ -14,6 +14,22 @@ inline constexpr std::string_view kTooManyRecords = "A Tallybook cannot hold mor
 // Shown where a document would be.
 inline constexpr std::string_view kNothingOpen = "Open a Tallybook with Ctrl+O, or drop its file here.";
 
+// Shown where a grid has no cells.
+inline constexpr std::string_view kNoFields =
+    "Go to a column with the arrow keys or a click on its name, and make it a field with Alt+Enter.  Ins adds a "
+    "record.";
+inline constexpr std::string_view kFirstRecord = "There are no records.  Ins adds one.";
+inline constexpr std::string_view kNoRecords = "There are no records."; // and none can be added
+inline constexpr std::string_view kAllHidden = "The filter hides all records.";
+inline constexpr std::string_view kViewWithoutColumns =
+    "This view has no columns.  \"Edit Views...\" in the list of views gives it some.";
+
+// The key Del with a block selected.
+inline constexpr std::string_view kOneCellAtATime = "Only one cell can be emptied at a time.";
+
+// In the status bar.
+inline constexpr std::string_view kReadOnly = "Read-only";
+
 // Work that is still to come.
 inline constexpr std::string_view kImageEditor = "Editing images";
 inline std::string notBuilt(std::string_view what) {

@@ -62,7 +62,7 @@ constexpr std::array kCommands = {
 
     Command{"mnuRecordAdd", "&Add Record", "Ins", 14, "addrec", "Add Record", WithDocument, kBuilt, "mnuRecord",
             false, "Add a record behind the last one"},
-    Command{"mnuRecordDelete", "&Delete Record", "Del", 15, "delrec", "Delete Record", WithDocument, kBuilt,
+    Command{"mnuRecordDelete", "&Delete Record", "Ctrl+Del", 15, "delrec", "Delete Record", WithDocument, kBuilt,
             "mnuRecord", false, "Delete the current record"},
     Command{"mnuRecordDeleteAll", "Delete A&ll Records", "", 0, "", "", WithDocument, kBuilt, "mnuRecord", kLine,
             "Delete every record of the Tallybook"},
@@ -109,9 +109,12 @@ constexpr std::array kCommands = {
     Command{"mnuRowCancel", "&Cancel", "", 0, "", "", WithDocument, kBuilt, "mnuRow", kLine, ""},
 
     // The sort buttons refuse while a view is shown, the items of the column's menu do not: commands of their own.
-    Command{"", "", "", 17, "sorta", "Sort Ascending", WithDocument, kBuilt, "", false, ""},
-    Command{"", "", "", 18, "sortd", "Sort Descending", WithDocument, kBuilt, "", false, ""},
-    Command{"", "", "", 20, "bestfit", "Best Fit", WithDocument, kBuilt, "", false, ""},
+    Command{"", "", "F7", 17, "sorta", "Sort Ascending", WithDocument, kBuilt, "", false,
+            "Sort the records on the current column (F7)"},
+    Command{"", "", "Shift+F7", 18, "sortd", "Sort Descending", WithDocument, kBuilt, "", false,
+            "Sort the records on the current column, the last first (Shift+F7)"},
+    Command{"", "", "F8", 20, "bestfit", "Best Fit", WithDocument, kBuilt, "", false,
+            "Make each column as wide as its texts (F8)"},
 };
 // clang-format on
 

@@ -271,6 +271,12 @@ bool CellEditors::eventFilter(QObject* watched, QEvent* event) {
         event->ignore(); // it is for the grid below, and does not change a value by the way
         return true;
     }
+    // Deletes to the end of the word, and not the record.
+    if (event->type() == QEvent::ShortcutOverride &&
+        static_cast<QKeyEvent*>(event)->matches(QKeySequence::DeleteEndOfWord)) {
+        event->accept();
+        return true;
+    }
     if (event->type() != QEvent::KeyPress)
         return false;
     m_lastWasKey = watched == m_combo;

@@ -46,6 +46,8 @@ void frmDocument::connectView() {
     connect(&viewGrid(), &GridView::keyTyped, this,
             operation("Tallybook Form : Key Presseed in Grid", &frmDocument::typeOnView));
     connect(&viewGrid(), &GridView::tabPressed, &viewGrid(), &GridView::moveSideways);
+    connect(&viewGrid(), &GridView::deletePressed, this,
+            operation("Tallybook Form : Key Board Action on Grid", &frmDocument::deleteByKey));
     connect(&viewGrid(), &GridView::currentCellChanged, this, &frmDocument::documentChanged);
     connect(&viewGrid(), &GridView::columnResized, this, &frmDocument::resizeViewColumn);
     connect(&viewGrid(), &GridView::bestFitRequested, this,
@@ -68,6 +70,7 @@ void frmDocument::showChoices() {
 
 void frmDocument::showGrids() {
     GridView& shown = shownGrid();
+    shown.setHint(toQt(document::gridHint(*m_doc)));
     shown.refresh();
     if (m_ui->grids->currentWidget() == &shown)
         return;

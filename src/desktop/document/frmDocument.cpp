@@ -2,6 +2,7 @@
 
 #include "core/design/AutoWriter.h"
 #include "core/design/Tags.h"
+#include "core/document/edit/DeleteKey.h"
 #include "core/document/joins/ExternalPicker.h"
 #include "core/document/views/ViewPlace.h"
 #include "core/platform/OwnTexts.h"
@@ -63,11 +64,16 @@ void frmDocument::setPopUpMenus(QMenu* column, QMenu* row) {
 void frmDocument::connectGrid() {
     m_pictureTip = new PictureTip(grid(), m_services);
     connect(&grid(), &GridView::leavingCell, this, operation(kLeaveCell, &frmDocument::commit));
+    connect(&grid(), &GridView::scrolling, this, operation("Tallybook Form : Scroll Grid", &frmDocument::commit));
     connect(&grid(), &GridView::keyTyped, this,
             operation("Tallybook Form : Key Presseed in Grid", &frmDocument::typeOnCell));
     connect(&grid(), &GridView::clicked, this, operation("Tallybook Form : Click on Grid", &frmDocument::clickCell));
     connect(&grid(), &GridView::rightPressed, this,
             operation("Tallybook Form : Mouse Action on Grid", &frmDocument::popUp));
+    connect(&grid(), &GridView::menuAsked, this,
+            operation("Tallybook Form : Key Board Action on Grid", &frmDocument::popUpByKey));
+    connect(&grid(), &GridView::deletePressed, this,
+            operation("Tallybook Form : Key Board Action on Grid", &frmDocument::deleteByKey));
     connect(&grid(), &GridView::tabPressed, this,
             operation("Tallybook Form : Key Board Action on Grid", &frmDocument::tabOn));
     connect(&grid(), &GridView::currentCellChanged, this, &frmDocument::documentChanged);
@@ -80,8 +86,14 @@ void frmDocument::connectGrid() {
 }
 
 void frmDocument::connectEditors() {
-    connect(m_editors, &CellEditors::keyPressed, this,
-            operation("Tallybook Form : Keyboard Action on Data Edit", &frmDocument::pressKey));
+    const auto keyInText = operation("Tallybook Form : Keyboard Action on Data Edit", &frmDocument::pressKey);
+    const auto keyInList = operation("Tallybook Form : ListType(1) - KeyBoard Action", &frmDocument::pressKey);
+    connect(m_editors, &CellEditors::keyPressed, this, [this, keyInText, keyInList](document::EditKey key) {
+        if (m_doc != nullptr && m_doc->editor.kind == model::EditorKind::cmb1)
+            keyInList(key);
+        else
+            keyInText(key);
+    });
     connect(m_editors, &CellEditors::textTyped, this,
             operation("Tallybook Form : Text Change", &frmDocument::takeTyped));
     connect(m_editors, &CellEditors::spinAsked, this,
@@ -110,17 +122,21 @@ void frmDocument::takeEditor() {
 }
 
 void frmDocument::showDocument() {
+    showState(Sight::MoveToCell);
+}
+
+void frmDocument::showState(Sight sight) {
     if (m_doc == nullptr)
         return;
     setWindowTitle(toQt(m_doc->Caption));
     showChoices();
     showGrids();
     const model::EditorState& editor = m_doc->editor;
+    const model::GridModel& shown = document::shownGrid(*m_doc);
     if (editor.open()) {
         grid().showCell(editor.row, editor.col);
         grid().placeMarker();
-    } else {
-        const model::GridModel& shown = document::shownGrid(*m_doc);
+    } else if (sight == Sight::MoveToCell) {
         shownGrid().showCell(shown.row(), shown.col());
     }
     m_editors->show(editor);
@@ -134,6 +150,8 @@ void frmDocument::leaveHiddenRows() {
 
 void frmDocument::perform(const EditAction& action) {
     showDocument();
+    if (action.marksRow)
+        grid().placeMarker();
     switch (action.open) {
     case EditAction::Open::MemoWindow:
         openMemo(action);
@@ -153,12 +171,13 @@ void frmDocument::perform(const EditAction& action) {
     }
 }
 
+// The grid stays where it is: it may be on its way to another place, and the mouse on a cell.
 void frmDocument::commit() {
     if (!ready() || !m_doc->editor.open())
         return;
     takeEditor();
     document::saveCell(*m_doc, m_services);
-    showDocument();
+    showState(Sight::Stay);
 }
 
 void frmDocument::typeOnCell(int code, const QString& rest) {
@@ -185,12 +204,40 @@ void frmDocument::popUp(document::MousePlace place, QPoint globalPosition) {
     takeEditor();
     const document::PopUp which = document::rightClick(*m_doc, m_services, place);
     showDocument();
-    QMenu* menu = which == document::PopUp::mnuColumn ? m_columnMenu
-                  : which == document::PopUp::mnuRow  ? m_rowMenu
-                                                      : nullptr;
-    if (menu != nullptr)
+    if (QMenu* menu = menuOf(which))
         menu->exec(globalPosition);
+    if (m_doc == nullptr)
+        return;
     document::rightClickDone(*m_doc, m_services, which);
+    showDocument();
+}
+
+QMenu* frmDocument::menuOf(document::PopUp which) const {
+    switch (which) {
+    case document::PopUp::mnuColumn:
+        return m_columnMenu;
+    case document::PopUp::mnuRow:
+        return m_rowMenu;
+    case document::PopUp::None:
+        break;
+    }
+    return nullptr;
+}
+
+void frmDocument::popUpByKey(QPoint globalPosition) {
+    if (!ready())
+        return;
+    takeEditor();
+    const document::PopUp which = document::menuKey(*m_doc, m_services);
+    showDocument();
+    if (QMenu* menu = menuOf(which))
+        menu->exec(globalPosition);
+}
+
+void frmDocument::deleteByKey() {
+    if (!ready())
+        return;
+    document::deleteKey(*m_doc, m_services);
     showDocument();
 }
 

@@ -44,7 +44,7 @@ public:
 
     // Before an operation on the document: what the open editor holds goes into doc.editor.
     void takeEditor();
-    // After one: shows grid, editor and choices as they are now.
+    // After one: shows grid, editor and choices as they are now, the current cell among them.
     void showDocument();
     // After one that may have left the current cell in a row that a filter hides. A search may, on purpose.
     void leaveHiddenRows();
@@ -74,6 +74,8 @@ private:
     void connectEditors();
     void connectChoices();
     void connectView();
+    enum class Sight { MoveToCell, Stay };
+    void showState(Sight sight);
     void showChoices();
     void showGrids();
     void chooseView(int entry);
@@ -93,6 +95,9 @@ private:
     void typeOnCell(int code, const QString& rest);
     void clickCell(document::MousePlace place);
     void popUp(document::MousePlace place, QPoint globalPosition);
+    void popUpByKey(QPoint globalPosition);
+    QMenu* menuOf(document::PopUp which) const;
+    void deleteByKey();
     void tabOn(bool back);
     void pressKey(document::EditKey key);
     void takeTyped();

@@ -4,12 +4,14 @@
 #include "desktop/platform/Text.h"
 #include "desktop/platform/Twips.h"
 
+#include <QApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QScrollBar>
 #include <QWheelEvent>
 
 #include <algorithm>
+#include <utility>
 
 namespace tallybook::desktop {
 
@@ -21,6 +23,7 @@ constexpr int kLeastWidth = 8; // pixels: a column dragged smaller could not be 
 
 void GridView::startColumnDrag(int column, QPoint point) {
     emit leavingCell();
+    m_pressed.reset();
     m_dragColumn = column;
     m_dragGrip = point.x() - (m_geometry.left(column) + m_geometry.columnWidth(column));
 }
@@ -31,6 +34,7 @@ void GridView::mousePressEvent(QMouseEvent* event) {
     const QPoint point = event->position().toPoint();
     if (event->button() != Qt::LeftButton)
         return;
+    m_pressTime = event->timestamp();
     const int edge = m_geometry.edgeAt(point);
     if (edge >= 0) {
         startColumnDrag(edge, point);
@@ -53,6 +57,8 @@ void GridView::mouseMoveEvent(QMouseEvent* event) {
     if (m_grid == nullptr)
         return;
     const QPoint point = event->position().toPoint();
+    if (!event->buttons().testFlag(Qt::LeftButton))
+        m_dragColumn = -1; // it was let go of where nobody told us
     if (m_dragColumn >= 0) {
         const int width = std::max(kLeastWidth, point.x() - m_dragGrip - m_geometry.left(m_dragColumn));
         emit columnResized(m_dragColumn, static_cast<int>(twipsOf(width, logicalDpiX())));
@@ -101,8 +107,15 @@ void GridView::mouseReleaseEvent(QMouseEvent* event) {
         emit clicked(place);
 }
 
+// The first click may have closed a window above this grid, or put this grid where another one was: its second half
+// is not meant for what lies here.
+bool GridView::isPairOf(const QMouseEvent& second) {
+    const std::optional<quint64> first = std::exchange(m_pressTime, std::nullopt);
+    return first && second.timestamp() - *first <= static_cast<quint64>(QApplication::doubleClickInterval());
+}
+
 void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
-    if (m_grid == nullptr || event->button() != Qt::LeftButton)
+    if (m_grid == nullptr || event->button() != Qt::LeftButton || !isPairOf(*event))
         return;
     const int edge = m_geometry.edgeAt(event->position().toPoint());
     if (edge < 0) {
@@ -120,11 +133,8 @@ void GridView::contextMenuEvent(QContextMenuEvent* event) {
         emit rightPressed(placeAt(event->pos()), event->globalPos());
         return;
     }
-    // The menu key opens the menu of the current record.
-    if (!hasRecords() || m_grid->row() < model::kFirstDataRow)
-        return;
-    const QRect cell = cellRect(m_grid->row(), m_grid->col());
-    emit rightPressed({m_grid->row(), model::kNumberColumn}, viewport()->mapToGlobal(cell.bottomLeft()));
+    const QRect current = currentCellRect().isEmpty() ? cellRect(0, m_grid->col()) : currentCellRect();
+    emit menuAsked(viewport()->mapToGlobal(current.bottomLeft()));
 }
 
 // A wheel moves by whole rows, a touch pad by pixels.
@@ -174,31 +184,76 @@ bool GridView::moveByKey(const QKeyEvent& event) {
     return true;
 }
 
+// As in spreadsheets: Ctrl+A all, Shift+Space the row, Ctrl+Space the column.
+bool GridView::selectByKey(const QKeyEvent& event) {
+    const bool space = event.key() == Qt::Key_Space;
+    const bool all = event.matches(QKeySequence::SelectAll);
+    const bool row = space && event.modifiers() == Qt::ShiftModifier && hasRecords();
+    const bool column = space && event.modifiers() == Qt::ControlModifier;
+    if (!all && !row && !column)
+        return false;
+    emit leavingCell();
+    if (all)
+        document::selectAll(*m_grid);
+    else if (row)
+        document::selectRow(*m_grid, m_grid->row());
+    else
+        document::selectColumn(*m_grid, m_grid->col());
+    refresh();
+    emit currentCellChanged();
+    return true;
+}
+
+// The keys that begin an edit, and the one that empties the cell.
+bool GridView::editByKey(const QKeyEvent& event) {
+    switch (event.key()) {
+    case Qt::Key_F2:
+        emit keyTyped(document::kKeyF2, {});
+        return true;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        emit keyTyped('\r', {});
+        return true;
+    case Qt::Key_Backspace:
+        emit keyTyped('\b', {});
+        return true;
+    case Qt::Key_Delete:
+        if (event.modifiers() != Qt::NoModifier && event.modifiers() != Qt::KeypadModifier)
+            return false;
+        emit deletePressed();
+        return true;
+    default:
+        return typeByKey(event);
+    }
+}
+
+bool GridView::typeByKey(const QKeyEvent& event) {
+    const Qt::KeyboardModifiers command = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+    const bool text = !event.text().isEmpty() && event.text().at(0).isPrint() &&
+                      ((event.modifiers() & command) == 0 || event.modifiers() == command);
+    if (text)
+        typeText(event.text());
+    return text;
+}
+
+void GridView::tabByKey(const QKeyEvent& event) {
+    if (event.modifiers().testFlag(Qt::ControlModifier))
+        QAbstractScrollArea::focusNextPrevChild(event.key() == Qt::Key_Tab);
+    else
+        emit tabPressed(event.key() == Qt::Key_Backtab || event.modifiers().testFlag(Qt::ShiftModifier));
+}
+
 void GridView::keyPressEvent(QKeyEvent* event) {
-    if (!hasRecords()) {
+    if (m_grid == nullptr) {
         event->ignore();
         return;
     }
-    const bool tab = event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab;
-    if (tab && event->modifiers().testFlag(Qt::ControlModifier)) {
-        QAbstractScrollArea::focusNextPrevChild(event->key() == Qt::Key_Tab);
-    } else if (tab) {
-        emit tabPressed(event->key() == Qt::Key_Backtab || event->modifiers().testFlag(Qt::ShiftModifier));
-    } else if (event->key() == Qt::Key_F2) {
-        emit keyTyped(document::kKeyF2, {});
-    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        emit keyTyped('\r', {});
-    } else if (event->key() == Qt::Key_Backspace) {
-        emit keyTyped('\b', {});
-    } else if (!moveByKey(*event)) {
-        const Qt::KeyboardModifiers command = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
-        const bool text = !event->text().isEmpty() && event->text().at(0).isPrint() &&
-                          ((event->modifiers() & command) == 0 || event->modifiers() == command);
-        if (text)
-            typeText(event->text());
-        else
-            event->ignore();
+    if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab) {
+        tabByKey(*event);
+        return;
     }
+    const bool taken = selectByKey(*event) || moveByKey(*event) || (hasRecords() && editByKey(*event));
+    event->setAccepted(taken);
 }
 
 void GridView::typeText(const QString& text) {
@@ -223,6 +278,8 @@ QVariant GridView::inputMethodQuery(Qt::InputMethodQuery query) const {
 
 int GridView::rowAfter(int row, int positions) const {
     const int last = m_grid->visibleRows() - 1;
+    if (last < 0)
+        return model::kFirstDataRow; // the placeholder, or a record that is hidden
     const int position = row < model::kFirstDataRow ? 0 : m_grid->visiblePosition(row);
     return m_grid->visibleRow(std::clamp(position + positions, 0, last));
 }
@@ -233,7 +290,7 @@ int GridView::lastColumn() const {
 }
 
 void GridView::moveSideways(bool back) {
-    if (hasRecords())
+    if (m_grid != nullptr)
         move(back ? Step::Left : Step::Right, Extend::No);
 }
 
@@ -249,10 +306,18 @@ int GridView::edgeColumn(int direction) const {
     return direction > 0 ? columnAfter(lastColumn() + 1, -1) : columnAfter(0, 1);
 }
 
+// A view may have none, or those of unused fields alone while they are hidden.
+bool GridView::hasColumns() const {
+    return edgeColumn(-1) != model::kNumberColumn;
+}
+
 void GridView::move(Step step, Extend extend) {
+    if (!hasColumns())
+        return;
     const model::GridPlace& place = m_grid->place();
     const int row = extend == Extend::Yes ? place.RowSel : place.Row;
-    const int column = std::max(1, extend == Extend::Yes ? place.ColSel : place.Col);
+    const int from = extend == Extend::Yes ? place.ColSel : place.Col;
+    const int column = from > model::kNumberColumn ? from : edgeColumn(-1);
     const int page = std::max(1, (viewport()->height() - m_geometry.headerHeight()) / m_geometry.rowHeight() - 1);
     switch (step) {
     case Step::Left:
@@ -272,9 +337,9 @@ void GridView::move(Step step, Extend extend) {
     case Step::End:
         return goTo(rowAfter(row, 0), edgeColumn(1), extend);
     case Step::First:
-        return goTo(m_grid->visibleRow(0), edgeColumn(-1), extend);
+        return goTo(document::firstRow(*m_grid), edgeColumn(-1), extend);
     case Step::Last:
-        return goTo(m_grid->visibleRow(m_grid->visibleRows() - 1), edgeColumn(1), extend);
+        return goTo(rowAfter(m_grid->rows() - 1, 0), edgeColumn(1), extend);
     }
 }
 

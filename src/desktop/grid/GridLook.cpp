@@ -11,7 +11,8 @@ namespace tallybook::desktop {
 
 namespace {
 
-constexpr double kReadable = 3.0; // least contrast of a coloured text
+constexpr double kReadable = 3.0; // least contrast of a coloured text, and of a frame
+constexpr double kReadableOnColour = 4.5;
 
 QColor mix(const QColor& a, const QColor& b, double share) {
     const auto part = [share](int x, int y) { return static_cast<int>(std::lround(x + (y - x) * share)); };
@@ -25,6 +26,21 @@ double channelLight(double value) {
 double lightOf(const QColor& colour) {
     return 0.2126 * channelLight(colour.redF()) + 0.7152 * channelLight(colour.greenF()) +
            0.0722 * channelLight(colour.blueF());
+}
+
+// The colour, made darker or lighter until it has a contrast to the ground.
+QColor awayFrom(const QColor& ground, const QColor& colour, double least) {
+    const bool darker = contrast(ground, Qt::black) >= contrast(ground, Qt::white);
+    const QColor away = darker ? Qt::black : Qt::white;
+    QColor readable = colour;
+    for (int step = 1; step <= 10 && contrast(readable, ground) < least; ++step)
+        readable = mix(colour, away, step / 10.0);
+    return readable;
+}
+
+QColor colourOf(std::uint32_t number) {
+    return {static_cast<int>(number & 0xFF), static_cast<int>(number >> 8 & 0xFF),
+            static_cast<int>(number >> 16 & 0xFF)};
 }
 
 // Drawn here, since the styles' own boxes can hardly be seen on a dark ground.
@@ -55,15 +71,11 @@ double contrast(const QColor& a, const QColor& b) {
 }
 
 QColor readableColour(std::uint32_t number, const QColor& text, const QColor& ground) {
-    if (number == 0)
-        return text;
-    const QColor colour(static_cast<int>(number & 0xFF), static_cast<int>(number >> 8 & 0xFF),
-                        static_cast<int>(number >> 16 & 0xFF));
-    const QColor away = lightOf(ground) > 0.2 ? QColor(Qt::black) : QColor(Qt::white);
-    QColor readable = colour;
-    for (int step = 1; step <= 10 && contrast(readable, ground) < kReadable; ++step)
-        readable = mix(colour, away, step / 10.0);
-    return readable;
+    return number == 0 ? text : awayFrom(ground, colourOf(number), kReadable);
+}
+
+QColor selectedColour(std::uint32_t number, const QColor& text, const QColor& selected) {
+    return number == 0 ? text : awayFrom(selected, colourOf(number), kReadableOnColour);
 }
 
 GridLook lookOf(const QWidget& widget) {
@@ -75,9 +87,10 @@ GridLook lookOf(const QWidget& widget) {
     look.headerText = palette.color(QPalette::ButtonText);
     look.line = mix(look.ground, look.text, 0.15);
     look.headerLine = mix(look.header, look.headerText, 0.3);
+    look.currentHeader = mix(look.header, palette.color(QPalette::Highlight), 0.3);
     look.selected = palette.color(QPalette::Highlight);
     look.selectedText = palette.color(QPalette::HighlightedText);
-    look.frame = palette.color(QPalette::Highlight);
+    look.frame = awayFrom(look.ground, palette.color(QPalette::Highlight), kReadable);
     look.outside = mix(look.ground, look.header, 0.6);
     look.checkon = checkPicture(widget, look, true);
     look.checkoff = checkPicture(widget, look, false);

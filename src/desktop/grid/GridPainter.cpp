@@ -48,11 +48,18 @@ void GridPainter::paintBody() {
     m_painter.setClipping(false);
 }
 
+bool GridPainter::isCurrentColumn(int column) const {
+    const auto [left, right] = std::minmax(m_grid.place().Col, m_grid.place().ColSel);
+    return column >= left && column <= right;
+}
+
+bool GridPainter::isCurrentRow(int row) const {
+    const auto [top, bottom] = std::minmax(m_grid.place().Row, m_grid.place().RowSel);
+    return row >= top && row <= bottom;
+}
+
 bool GridPainter::isSelected(int row, int column) const {
-    const model::GridPlace& place = m_grid.place();
-    const auto [top, bottom] = std::minmax(place.Row, place.RowSel);
-    const auto [left, right] = std::minmax(place.Col, place.ColSel);
-    return row >= top && row <= bottom && column >= left && column <= right;
+    return isCurrentRow(row) && isCurrentColumn(column);
 }
 
 void GridPainter::paintRow(int position) {
@@ -88,7 +95,7 @@ QRgb GridPainter::colourOf(int row, int column, bool selected) {
     if (number == 0)
         return (selected ? m_look.selectedText : m_look.text).rgb();
     if (selected)
-        return readableColour(number, m_look.selectedText, m_look.selected).rgb();
+        return selectedColour(number, m_look.selectedText, m_look.selected).rgb();
     if (number != m_colourNumber) {
         m_colourNumber = number;
         m_colour = readableColour(number, m_look.text, m_look.ground).rgb();
@@ -136,7 +143,7 @@ void GridPainter::paintNumbers() {
     for (int position = m_shown.firstPosition; position < m_shown.lastPosition; ++position) {
         const int row = m_grid.visibleRow(position);
         const QRect cell(0, m_geometry.top(m_grid, row), width, m_geometry.rowHeight());
-        m_painter.fillRect(cell, m_look.header);
+        m_painter.fillRect(cell, isCurrentRow(row) ? m_look.currentHeader : m_look.header);
         m_painter.fillRect(QRect(0, cell.bottom(), width, 1), m_look.headerLine);
         m_batch.add(m_font, m_grid.text(row, model::kNumberColumn, m_scratch), cell, true, m_look.headerText.rgb());
     }
@@ -166,10 +173,22 @@ void GridPainter::paintHeaderRow(int row) {
             continue;
         const QRect cell(m_geometry.left(column), m_geometry.headerTop(row), m_geometry.columnWidth(column),
                          m_geometry.headerRowHeight(row));
+        if (isCurrentColumn(column))
+            m_painter.fillRect(cell, m_look.currentHeader);
         m_painter.fillRect(QRect(cell.right(), cell.top(), 1, cell.height()), m_look.headerLine);
         const bool right = m_grid.alignment(column) == model::Alignment::RightCentre;
         m_batch.add(m_font, m_grid.text(row, column, m_scratch), cell, right, m_look.headerText.rgb());
     }
+}
+
+void GridPainter::paintHint(const QString& text) {
+    constexpr int kMargin = 24;
+    const QRect room(m_geometry.numberWidth(), m_geometry.headerHeight(),
+                     m_viewport.width() - m_geometry.numberWidth(), m_viewport.height() - m_geometry.headerHeight());
+    m_painter.setFont(m_font.font());
+    m_painter.setPen(m_look.text);
+    m_painter.drawText(room.adjusted(kMargin, kMargin, -kMargin, -kMargin),
+                       static_cast<int>(Qt::AlignHCenter | Qt::AlignTop) | Qt::TextWordWrap, text);
 }
 
 } // namespace tallybook::desktop

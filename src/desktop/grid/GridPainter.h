@@ -22,6 +22,8 @@ public:
 
     void setFrame(const QRect& cell) { m_frame = cell; } // round the current cell; none when empty
     void paint();
+    // A text where the cells would be, over what was painted.
+    void paintHint(const QString& text);
 
 private:
     struct Block { // of cells: columns and visible positions, each from..one past the last
@@ -41,6 +43,8 @@ private:
     void paintHeaders();
     void paintHeaderRow(int row);
     bool isSelected(int row, int column) const;
+    bool isCurrentColumn(int column) const;
+    bool isCurrentRow(int row) const;
     QRgb colourOf(int row, int column, bool selected);
 
     QPainter& m_painter;

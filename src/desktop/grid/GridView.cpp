@@ -2,11 +2,14 @@
 
 #include "desktop/grid/GridPainter.h"
 #include "desktop/grid/RowMarker.h"
+#include "desktop/platform/Text.h"
 
 #include <QAccessible>
 #include <QEvent>
+#include <QHelpEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <QToolTip>
 
 #include <algorithm>
 
@@ -17,6 +20,7 @@ namespace {
 constexpr int kRowPadding = 6;        // pixels above and below a row's text together
 constexpr int kDefaultCharacters = 9; // digits that a column of the default width holds
 constexpr int kMarkerWidth = 10;
+constexpr std::size_t kMostInTip = 1000; // characters: a memo can be longer than the screen is high
 
 } // namespace
 
@@ -111,9 +115,43 @@ void GridView::updateScrollBars() {
     m_geometry.setScroll({horizontalScrollBar()->value(), verticalScrollBar()->value()});
 }
 
+void GridView::setHint(const QString& hint) {
+    if (hint == m_hint)
+        return;
+    m_hint = hint;
+    setAccessibleDescription(hint);
+    viewport()->update();
+}
+
+// Marked up as it is, so that it is not taken for markup: a text may hold anything.
+QString GridView::toolTipAt(QPoint point) const {
+    const document::MousePlace place = placeAt(point);
+    if (m_grid == nullptr || place.col < 1 || place.col >= m_grid->cols() || place.col >= model::kScratchColumn ||
+        place.row >= m_grid->rows())
+        return {};
+    const std::string text = m_grid->text(place.row, place.col).substr(0, kMostInTip);
+    const QRect cell = cellRect(place.row, place.col) & viewport()->rect();
+    if (m_font->width(text) <= cell.width() - 2 * TextBatch::kMargin)
+        return {};
+    return QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(toQt(text).toHtmlEscaped());
+}
+
+bool GridView::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip)
+        return QAbstractScrollArea::viewportEvent(event);
+    const auto* help = static_cast<QHelpEvent*>(event);
+    const QString tip = toolTipAt(help->pos());
+    const document::MousePlace place = placeAt(help->pos());
+    if (tip.isEmpty())
+        QToolTip::hideText();
+    else
+        QToolTip::showText(help->globalPos(), tip, viewport(), cellRect(place.row, place.col));
+    return true;
+}
+
 void GridView::scrollContentsBy(int, int) {
     if (!m_scrollingOurselves) {
-        emit leavingCell();
+        emit scrolling();
         m_marker->hide();
     }
     m_geometry.setScroll({horizontalScrollBar()->value(), verticalScrollBar()->value()});
@@ -136,6 +174,8 @@ void GridView::paintEvent(QPaintEvent*) {
     GridPainter page(painter, *m_grid, m_geometry, *m_font, m_look, m_batch, viewport()->size());
     page.setFrame(m_editorFrame.value_or(currentCellRect()));
     page.paint();
+    if (!m_hint.isEmpty())
+        page.paintHint(m_hint);
 }
 
 void GridView::resizeEvent(QResizeEvent*) {
@@ -174,17 +214,18 @@ bool GridView::hasRecords() const {
     return m_grid != nullptr && m_grid->visibleRows() > 0;
 }
 
+// Without records there is a column to be shown, and no row.
 void GridView::showCell(int row, int column) {
-    if (!hasRecords() || row < model::kHeaderRows)
+    if (m_grid == nullptr || row < model::kHeaderRows)
         return;
     const QRect cell = m_geometry.cellRect(*m_grid, row, column);
     const QRect room(m_geometry.numberWidth(), m_geometry.headerHeight(),
                      viewport()->width() - m_geometry.numberWidth(),
                      viewport()->height() - m_geometry.headerHeight());
     QPoint by;
-    if (cell.bottom() > room.bottom())
+    if (hasRecords() && cell.bottom() > room.bottom())
         by.setY(cell.bottom() - room.bottom());
-    if (cell.top() - by.y() < room.top())
+    if (hasRecords() && cell.top() - by.y() < room.top())
         by.setY(cell.top() - room.top());
     if (cell.right() > room.right())
         by.setX(cell.right() - room.right());

@@ -43,6 +43,12 @@ public:
     // Scrolls just so far that the cell can be seen.
     void showCell(int row, int column);
 
+    // What a grid without cells says in their place; empty for nothing.
+    void setHint(const QString& hint);
+
+    // The text of the cell or header at a point of the viewport when it is cut there, as a tool tip; else empty.
+    QString toolTipAt(QPoint point) const;
+
     // As the keys Left and Right do.
     void moveSideways(bool back);
 
@@ -54,11 +60,14 @@ public:
     void hideMarker();
 
 signals:
-    // Before the current cell changes or the grid scrolls: what is being edited has to be committed.
+    // Before the current cell changes, and before the grid scrolls: what is being edited has to be committed.
     void leavingCell();
+    void scrolling();
     void currentCellChanged();
     void clicked(document::MousePlace place);
     void rightPressed(document::MousePlace place, QPoint globalPosition);
+    void menuAsked(QPoint globalPosition); // by the keyboard
+    void deletePressed();
     // A character was typed on the current cell: its code, or kKeyF2. What follows in the same event comes with it.
     void keyTyped(int code, const QString& rest);
     void tabPressed(bool back);
@@ -66,6 +75,7 @@ signals:
     void bestFitRequested(int column);
 
 protected:
+    bool viewportEvent(QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -90,9 +100,14 @@ private:
     void updateCursorShape(QPoint point);
     bool hasRecords() const;
     QRect currentCellRect() const;
+    bool isPairOf(const QMouseEvent& second);
     void startColumnDrag(int column, QPoint point);
     void extendTo(const document::MousePlace& place);
     bool moveByKey(const QKeyEvent& event);
+    bool selectByKey(const QKeyEvent& event);
+    bool editByKey(const QKeyEvent& event);
+    bool typeByKey(const QKeyEvent& event);
+    void tabByKey(const QKeyEvent& event);
     static std::optional<Step> stepOf(const QKeyEvent& event);
     void move(Step step, Extend extend);
     void goTo(int row, int column, Extend extend);
@@ -100,6 +115,7 @@ private:
     int rowAfter(int row, int positions) const;
     int columnAfter(int column, int direction) const;
     int edgeColumn(int direction) const;
+    bool hasColumns() const;
     void typeText(const QString& text);
     void announceCurrent();
 
@@ -110,11 +126,13 @@ private:
     TextBatch m_batch;
     RowMarker* m_marker;
     std::optional<QRect> m_editorFrame; // in the viewport
+    QString m_hint;
     bool m_repaints = true;
     bool m_scrollingOurselves = false;
     int m_dragColumn = -1; // whose edge is being dragged
     int m_dragGrip = 0;    // how far right of the edge it was taken, pixels
     std::optional<document::MousePlace> m_pressed;
+    std::optional<quint64> m_pressTime; // of the last press, milliseconds
     bool m_blockDragged = false;
     int m_shownRow = -1; // current cell as the view showed it last
     int m_shownColumn = -1;

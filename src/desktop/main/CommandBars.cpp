@@ -48,7 +48,7 @@ QString toolTipOf(std::string_view caption) {
 
 CommandBars::CommandBars(QMainWindow& window) : QObject(&window) {
     makeMenus(window);
-    makeActions();
+    makeActions(window);
     makeToolBar(window);
     makePrintToolBar(window);
 }
@@ -64,7 +64,7 @@ void CommandBars::makeMenus(QMainWindow& window) {
     }
 }
 
-void CommandBars::makeActions() {
+void CommandBars::makeActions(QMainWindow& window) {
     for (const shell::Command& command : shell::commands()) {
         QMenu* menu = m_menus.value(toQt(command.menu));
         if (command.name == kRecentFilesItem) {
@@ -84,8 +84,10 @@ void CommandBars::makeActions() {
             action->setToolTip(toolTipOf(command.toolTip));
         connect(action, &QAction::triggered, this, [this, name] { emit triggered(name); });
         m_actions.insert(name, action);
-        if (menu == nullptr)
+        if (menu == nullptr) {
+            window.addAction(action); // its keys are heard while the tool bar is hidden, too
             continue;
+        }
         if (command.separatorBefore) {
             QAction* line = menu->addSeparator();
             if (m_recentLine != nullptr && m_recentPlace == nullptr)

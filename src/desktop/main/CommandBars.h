@@ -41,7 +41,7 @@ signals:
 
 private:
     void makeMenus(QMainWindow& window);
-    void makeActions();
+    void makeActions(QMainWindow& window);
     void makeToolBar(QMainWindow& window);
     void makePrintToolBar(QMainWindow& window);
 

@@ -217,7 +217,11 @@ void frmMain::mnuRecordAdd() {
     m_document->setFocus();
 }
 
+// The question stands above the record that it is about.
 void frmMain::mnuRecordDelete() {
+    document::saveCell(*m_doc, m_services);
+    m_document->leaveHiddenRows();
+    m_document->showDocument();
     document::deleteRecord(*m_doc, m_services);
     m_document->leaveHiddenRows();
 }

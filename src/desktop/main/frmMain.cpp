@@ -106,9 +106,12 @@ void frmMain::makeStatusBar() {
     m_path->setObjectName(QStringLiteral("lblPath"));
     m_record = new QLabel(this);
     m_record->setObjectName(QStringLiteral("lblRecord"));
+    m_readOnly = new QLabel(toQt(platform::texts::kReadOnly), this);
+    m_readOnly->setObjectName(QStringLiteral("lblReadOnly"));
     m_progress = new CProgressBar(this);
     m_progress->setMaximumWidth(260);
     statusBar()->addWidget(m_path, 1);
+    statusBar()->addPermanentWidget(m_readOnly);
     statusBar()->addPermanentWidget(m_record);
     statusBar()->addPermanentWidget(m_progress);
 }
@@ -170,6 +173,7 @@ void frmMain::showState() {
     setWindowTitle(open ? QStringLiteral("%1[*] - %2").arg(toQt(m_doc->Caption), program) : program);
     setWindowModified(open && m_doc->DocModified);
     m_path->setFullText(open ? pathToQt(m_doc->CurrFilePath) : QString());
+    m_readOnly->setVisible(open && m_doc->CurrDB20.ReadOnly != 0);
     if (!open)
         m_record->clear();
     else

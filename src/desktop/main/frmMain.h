@@ -127,6 +127,7 @@ private:
     CProgressBar* m_progress = nullptr;
     ElidedLabel* m_path = nullptr;
     QLabel* m_record = nullptr;
+    QLabel* m_readOnly = nullptr;
     shell::DocState m_docState = 0;
     document::DisplayChoices m_choices;
     document::FindMemory m_find;

@@ -208,9 +208,21 @@ TEST_F(Records, emptyDatabaseHasNothingToDelete) {
     EXPECT_EQ(t.user.texts(), (std::vector<std::string>{kNothing, kNothing}));
 }
 
-TEST_F(Records, hiddenRowIsNotDeletedUnseen) {
+TEST_F(Records, aHiddenRecordGivesWayToOneThatCanBeSeen) {
+    numbered(3);
+    doc.grd.setRowHeight(3, 0);
+    go(1, 1);
+    t.user.answers = {Answer::No, Answer::Yes};
+    EXPECT_FALSE(deleteRecord(doc, t));
+    EXPECT_EQ(at(), (std::pair(2, 1))); // what the question is about is on show
+    go(1, 1);
+    EXPECT_TRUE(deleteRecord(doc, t));
+    EXPECT_EQ(firstCells(), (std::vector<std::string>{"r0", "r1"}));
+}
+
+TEST_F(Records, hiddenRecordsAreNotDeletedUnseen) {
     numbered(2);
-    doc.grd.setRowHeight(2, 0);
+    doc.grd.showOnly({});
     go(0, 1);
     EXPECT_FALSE(deleteRecord(doc, t));
     EXPECT_EQ(t.user.texts(), std::vector<std::string>{kNothing});
@@ -226,9 +238,11 @@ TEST_F(Records, deletionAsksFirst) {
     EXPECT_EQ(lastMessage().text, kDelete);
     EXPECT_EQ(lastMessage().buttons, Buttons::YesNo);
     EXPECT_EQ(lastMessage().icon, Icon::Warning);
+    EXPECT_EQ(lastMessage().preferred, Answer::No);
     EXPECT_FALSE(deleteAllRecords(doc, t));
     EXPECT_EQ(lastMessage().text, kDeleteAll);
     EXPECT_EQ(lastMessage().buttons, Buttons::YesNo);
+    EXPECT_EQ(lastMessage().preferred, Answer::No);
     EXPECT_EQ(doc.NumDataRecs, 2);
     EXPECT_FALSE(doc.DocModified);
 }

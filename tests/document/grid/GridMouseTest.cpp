@@ -52,12 +52,33 @@ TEST_F(GridMouse, clickBesideTheCellsDoesNothing) {
     }
 }
 
-TEST_F(GridMouse, clickInAnEmptyDatabaseDoesNothing) {
+TEST_F(GridMouse, inAnEmptyDatabaseAHeaderMovesTheCurrentColumn) {
     records(0);
     const GridPlace before = doc.grd.place();
-    for (const MousePlace place : {MousePlace{0, 0}, MousePlace{0, 2}, MousePlace{2, 2}, MousePlace{3, 2}})
+    for (const MousePlace place : {MousePlace{0, 0}, MousePlace{2, 2}, MousePlace{3, 2}, MousePlace{0, 82}})
         EXPECT_EQ(leftClick(doc, t, place).open, Open::Nothing);
     EXPECT_EQ(doc.grd.place(), before);
+    for (const int row : {0, 1}) {
+        EXPECT_EQ(leftClick(doc, t, {row, 5 + row}).open, Open::Nothing);
+        EXPECT_EQ(doc.grd.place(), (GridPlace{2, 5 + row, 2, 5 + row}));
+    }
+}
+
+// Of five records the first two and the last are hidden by a filter.
+TEST_F(GridMouse, noHeaderLeadsIntoAHiddenRow) {
+    records(5);
+    doc.grd.showOnly({4, 5});
+    leftClick(doc, t, {0, 3});
+    EXPECT_EQ(doc.grd.place(), (GridPlace{4, 3, 6, 3}));
+    leftClick(doc, t, {0, 0});
+    EXPECT_EQ(doc.grd.place(), (GridPlace{4, 1, 6, kLast}));
+    doc.grd.setCell(5, 1);
+    EXPECT_EQ(rightClick(doc, t, {0, 2}), PopUp::mnuColumn);
+    EXPECT_EQ(doc.grd.place(), (GridPlace{4, 2, 6, 2}));
+    rightClickDone(doc, t, PopUp::mnuColumn);
+    EXPECT_EQ(doc.grd.place(), (GridPlace{4, 2, 4, 2}));
+    gridResized(doc);
+    EXPECT_EQ(doc.grd.place(), (GridPlace{4, 1, 4, 1}));
 }
 
 TEST_F(GridMouse, clickCommitsTheOpenEditFirst) {
@@ -126,6 +147,29 @@ TEST_F(GridMouse, rightButtonCommitsTheOpenEdit) {
     rightClick(doc, t, {0, 3});
     EXPECT_EQ(cell(0, 1), "typed");
     EXPECT_FALSE(doc.editor.open());
+}
+
+TEST_F(GridMouse, theMenuKeyOffersTheColumnsMenuWhereverTheCellIs) {
+    records(3);
+    go(2, 1);
+    edit(2, 1);
+    doc.editor.text = "typed";
+    EXPECT_EQ(menuKey(doc, t), PopUp::mnuColumn);
+    EXPECT_EQ(cell(2, 1), "typed");
+    EXPECT_EQ(doc.grd.place(), (GridPlace{4, 2, 4, 2}));
+    selectRow(doc.grd, 3);
+    EXPECT_EQ(menuKey(doc, t), PopUp::mnuRow);
+    EXPECT_EQ(doc.grd.place(), (GridPlace{3, 1, 3, kLast}));
+    doc.ViewShown = true;
+    EXPECT_EQ(menuKey(doc, t), PopUp::None);
+}
+
+TEST_F(GridMouse, theMenuKeyNeedsTheRightToChangeRecords) {
+    records(0);
+    EXPECT_EQ(menuKey(doc, t), PopUp::mnuColumn);
+    protect(model::PasswordKind::Modify, "secret");
+    t.user.passwords = {std::nullopt};
+    EXPECT_EQ(menuKey(doc, t), PopUp::None);
 }
 
 TEST_F(GridMouse, viewPopsUpNoMenu) {

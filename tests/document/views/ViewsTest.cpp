@@ -656,6 +656,8 @@ TEST_F(GridViews, columnsOfTheShownGridKnowTheirFields) {
     EXPECT_EQ(shownSlot(doc, 0), -1);
     EXPECT_EQ(shownSlot(doc, 1), 2);
     EXPECT_EQ(shownSlot(doc, 2), 1);
+    for (const int column : {3, 4, 81, 82, 83, -1})
+        EXPECT_EQ(shownSlot(doc, column), -1) << column; // the view has two
 }
 
 TEST_F(GridViews, filterChosenWhileEditingGoesBackToTheView) {

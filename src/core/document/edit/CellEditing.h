@@ -26,6 +26,7 @@ struct EditAction {
     std::string text;            // for the memo window, line feeds alone; for the picker, what was typed
     bool showAutoWriter = false; // its button CmdAw is visible
     int selected = -1;           // for the radio dialog, from 0
+    bool marksRow = false;       // the record is being edited: the marker stands beside its row
 };
 
 // Opens the editor of the current cell for a key: a character's code, kKeyBlank for a click, kKeyF2. Changes

@@ -254,9 +254,11 @@ EditAction GridEdit(model::Document& doc, platform::Services& services, int key)
     doc.CurrField = static_cast<std::uint8_t>(slot);
     Cell cell{doc, services, fieldOfColumn(doc, col), slot, doc.grd.row(), col, key};
     const auto code = static_cast<std::size_t>(cell.field.Type);
-    if (code >= kRules.size() || (kRules[code].refusedInReadOnly && doc.CurrDB20.ReadOnly != 0))
-        return {};
-    return kRules[code].open(cell);
+    EditAction action;
+    if (code < kRules.size() && (!kRules[code].refusedInReadOnly || doc.CurrDB20.ReadOnly == 0))
+        action = kRules[code].open(cell);
+    action.marksRow = true;
+    return action;
 }
 
 EditAction keyOnGrid(model::Document& doc, platform::Services& services, int key) {

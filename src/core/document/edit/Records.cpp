@@ -4,6 +4,7 @@
 #include "core/calc/values/Numbers.h"
 #include "core/document/edit/CellEditing.h"
 #include "core/document/grid/Cells.h"
+#include "core/document/views/ViewPlace.h"
 #include "core/document/views/Views.h"
 #include "core/platform/Guards.h"
 #include "core/platform/OwnTexts.h"
@@ -105,9 +106,11 @@ void sayNothingToDelete(platform::Services& services) {
 }
 
 bool confirms(platform::Services& services, std::string_view question) {
-    return services.ui.message(
-               {.text = std::string(question), .icon = Icon::Warning, .buttons = Buttons::YesNo, .title = {}}) ==
-           Answer::Yes;
+    return services.ui.message({.text = std::string(question),
+                                .icon = Icon::Warning,
+                                .buttons = Buttons::YesNo,
+                                .title = {},
+                                .preferred = Answer::No}) == Answer::Yes;
 }
 
 // The row stays the current one, so that the record behind takes its place; behind the last there is none.
@@ -152,11 +155,12 @@ bool RecordAdd(model::Document& doc, platform::Services& services) {
 bool deleteRecord(model::Document& doc, platform::Services& services) {
     if (refuseReadOnly(doc, services))
         return false;
+    saveCell(doc, services);
+    leaveHiddenRows(doc);
     if (model::hasNoRecords(doc) || !isShownRow(doc, shownGrid(doc).row())) {
         sayNothingToDelete(services);
         return false;
     }
-    saveCell(doc, services);
     if (!confirms(services, "Delete current record.  Are you sure?") || !ModifyRecord(doc, services))
         return false;
     const platform::HourGlass wait(services.screen);

@@ -15,7 +15,8 @@ void addRow(model::Document& doc, AddRow mode);
 // its first user field is then current.
 bool RecordAdd(model::Document& doc, platform::Services& services);
 
-// Delete Record and Delete All, with their questions and passwords. True when something was deleted.
+// Delete Record and Delete All, with their questions and passwords. A record that a filter hides gives way to one
+// that can be seen before the question; show it there first. True when something was deleted.
 bool deleteRecord(model::Document& doc, platform::Services& services);
 bool deleteAllRecords(model::Document& doc, platform::Services& services);
 

@@ -227,7 +227,8 @@ void clearDate(model::Document& doc, platform::Services& services) {
     const auto answer = services.ui.message({.text = "Are you sure to clear the DATE VALUE for the selected Field?",
                                              .icon = Icon::Question,
                                              .buttons = platform::Buttons::OkCancel,
-                                             .title = "Clear Date"});
+                                             .title = "Clear Date",
+                                             .preferred = platform::Answer::Cancel});
     if (answer != platform::Answer::Ok || doc.editor.kind != EditorKind::DTPickerMS2)
         return;
     doc.grd.setText(doc.editor.row, doc.editor.col, "");

@@ -88,7 +88,7 @@ void bestFit1(model::Document& doc, platform::Services& services, const TextMeas
         if (fieldOfColumn(doc, column).Type != FieldType::NotUsed)
             doc.grd.setColumnWidth(column, fittingWidth(doc, column, widths, measure));
     takeColumnLook(doc);
-    doc.grd.setCell(model::kFirstDataRow, 1);
+    doc.grd.setCell(firstRow(doc.grd), 1);
 }
 
 void bestFitColumn(model::Document& doc, platform::Services& services, const TextMeasure& measure, int column) {

@@ -6,6 +6,7 @@
 #include "core/document/views/Views.h"
 #include "core/pdb/Names.h"
 #include "core/platform/Guards.h"
+#include "core/platform/OwnTexts.h"
 
 #include <algorithm>
 #include <utility>
@@ -83,7 +84,18 @@ void FormatGrid(model::Document& doc, const DisplayChoices& choices) {
 
 void gridResized(model::Document& doc) {
     HideGridControls(doc);
-    doc.grd.setCell(model::kFirstDataRow, 1);
+    doc.grd.setCell(firstRow(doc.grd), 1);
+}
+
+std::string_view gridHint(const model::Document& doc) {
+    namespace texts = platform::texts;
+    if (isViewShown(doc) && doc.ViewFields.empty())
+        return texts::kViewWithoutColumns;
+    if (!model::hasNoRecords(doc))
+        return shownGrid(doc).visibleRows() == 0 ? texts::kAllHidden : std::string_view{};
+    if (doc.CurrDB20.ReadOnly != 0)
+        return texts::kNoRecords;
+    return model::highestField(doc.CurrDB20) <= 1 ? texts::kNoFields : texts::kFirstRecord;
 }
 
 std::string CopyGridCells(model::Document& doc, platform::Services& services) {

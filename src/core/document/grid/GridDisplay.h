@@ -56,16 +56,36 @@ struct MousePlace {
 // or makes a record's cell current and opens it as ModifyRecord does.
 void clickView(model::Document& doc, platform::Services& services, MousePlace place);
 
+// The row that a grid begins with: the first one that can be seen, or the first of all when none can.
+int firstRow(const model::GridModel& grid);
+
+// Selections of all cells, a column or a row. The scratch column is nobody's to select; a view without columns has
+// nothing to select.
+void selectAll(model::GridModel& grid);
+void selectColumn(model::GridModel& grid, int column);
+void selectRow(model::GridModel& grid, int row);
+
+// True when the selection is one record, whole.
+bool isRowSelected(const model::GridModel& grid);
+
+// What a grid without cells says in their place: what to do first, or why there is nothing to be seen. Empty when
+// there are cells.
+std::string_view gridHint(const model::Document& doc);
+
 enum class PopUp { None, mnuColumn, mnuRow };
 
 // A click of the left button: asks for the right to change records, commits the open edit, then selects all, a
-// column or a row, or begins editing the cell. Does nothing when the right is refused.
+// column or a row, or begins editing the cell. Without records a field's header makes its column current. Does
+// nothing when the right is refused.
 EditAction leftClick(model::Document& doc, platform::Services& services, MousePlace place);
 
 // A press of the right button selects the column or row and tells which menu to pop up. After the menu,
 // rightClickDone puts the selection back.
 PopUp rightClick(model::Document& doc, platform::Services& services, MousePlace place);
 void rightClickDone(model::Document& doc, platform::Services& services, PopUp shown);
+
+// The menu key: as the right button, but the selection stays. The row's menu is for a row that is selected whole.
+PopUp menuKey(model::Document& doc, platform::Services& services);
 
 // What a new size of the window does: the editors close without a commit and the first cell is current.
 void gridResized(model::Document& doc);

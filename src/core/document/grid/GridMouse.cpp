@@ -14,26 +14,17 @@ bool beyondCells(const model::Document& doc, MousePlace place) {
     return place.row >= doc.grd.rows() || place.col >= model::kScratchColumn;
 }
 
-// The scratch column is nobody's to select.
 int lastFieldColumn(const model::GridModel& grid) {
     return std::min(grid.cols(), model::kScratchColumn) - 1;
 }
 
-void selectColumns(model::GridModel& grid, int topRow, int first, int last) {
-    grid.setPlace({topRow, first, grid.rows() - 1, last});
-}
-
-void selectRow(model::GridModel& grid, int row) {
-    grid.setPlace({row, 1, row, lastFieldColumn(grid)});
-}
-
 // On the corner, a field's header or a record's number: selects all, the column or the row. False on a cell.
-bool selectByHeader(model::GridModel& grid, int topRow, MousePlace place) {
+bool selectByHeader(model::GridModel& grid, MousePlace place) {
     const bool header = place.row < model::kFirstDataRow;
     if (header && place.col == model::kNumberColumn)
-        selectColumns(grid, topRow, 1, lastFieldColumn(grid));
+        selectAll(grid);
     else if (header)
-        selectColumns(grid, topRow, place.col, place.col);
+        selectColumn(grid, place.col);
     else if (place.col == model::kNumberColumn)
         selectRow(grid, place.row);
     else
@@ -52,13 +43,44 @@ bool mayChange(model::Document& doc, platform::Services& services) {
 
 } // namespace
 
+int firstRow(const model::GridModel& grid) {
+    return grid.visibleRows() > 0 ? grid.visibleRow(0) : model::kFirstDataRow;
+}
+
+void selectAll(model::GridModel& grid) {
+    if (lastFieldColumn(grid) > model::kNumberColumn)
+        grid.setPlace({firstRow(grid), 1, grid.rows() - 1, lastFieldColumn(grid)});
+}
+
+void selectColumn(model::GridModel& grid, int column) {
+    if (column > model::kNumberColumn && column <= lastFieldColumn(grid))
+        grid.setPlace({firstRow(grid), column, grid.rows() - 1, column});
+}
+
+void selectRow(model::GridModel& grid, int row) {
+    if (lastFieldColumn(grid) > model::kNumberColumn)
+        grid.setPlace({row, 1, row, lastFieldColumn(grid)});
+}
+
+bool isRowSelected(const model::GridModel& grid) {
+    const model::GridPlace& place = grid.place();
+    const auto [left, right] = std::minmax(place.Col, place.ColSel);
+    return place.Row >= model::kFirstDataRow && place.Row == place.RowSel && left == 1 && left < right &&
+           right == lastFieldColumn(grid);
+}
+
 EditAction leftClick(model::Document& doc, platform::Services& services, MousePlace place) {
     if (!mayChange(doc, services))
         return {};
     saveCell(doc, services);
-    if (model::hasNoRecords(doc) || beyondCells(doc, place))
+    if (beyondCells(doc, place))
         return {};
-    if (selectByHeader(doc.grd, model::kFirstDataRow, place))
+    if (model::hasNoRecords(doc)) {
+        if (place.row < model::kFirstDataRow)
+            selectColumn(doc.grd, place.col);
+        return {};
+    }
+    if (selectByHeader(doc.grd, place))
         return {};
     return clickCell(doc, services, place);
 }
@@ -70,7 +92,7 @@ void clickView(model::Document& doc, platform::Services& services, MousePlace pl
     // Without a record to be seen, or a field, there is nothing to select or to open.
     if (view.visibleRows() == 0 || place.row >= view.rows() || place.col >= view.cols() || view.cols() == 1)
         return;
-    if (selectByHeader(view, view.visibleRow(0), place))
+    if (selectByHeader(view, place))
         return;
     view.setCell(place.row, place.col);
     ModifyRecord(doc, services);
@@ -84,7 +106,7 @@ PopUp rightClick(model::Document& doc, platform::Services& services, MousePlace 
         return PopUp::None;
     const bool header = place.row < model::kFirstDataRow;
     if (header && place.col > model::kNumberColumn)
-        selectColumns(doc.grd, model::kFirstDataRow, place.col, place.col);
+        selectColumn(doc.grd, place.col);
     else if (!header && place.col == model::kNumberColumn && isShownRow(doc, place.row))
         selectRow(doc.grd, place.row);
     else
@@ -96,9 +118,18 @@ PopUp rightClick(model::Document& doc, platform::Services& services, MousePlace 
     return PopUp::None;
 }
 
+PopUp menuKey(model::Document& doc, platform::Services& services) {
+    if (isViewShown(doc) || !mayChange(doc, services))
+        return PopUp::None;
+    saveCell(doc, services);
+    if (isRowSelected(doc.grd) && !model::hasNoRecords(doc))
+        return PopUp::mnuRow;
+    return doc.grd.col() > model::kNumberColumn ? PopUp::mnuColumn : PopUp::None;
+}
+
 void rightClickDone(model::Document& doc, platform::Services& services, PopUp shown) {
     if (shown == PopUp::mnuColumn)
-        doc.grd.setCell(model::kFirstDataRow, doc.grd.col());
+        doc.grd.setCell(firstRow(doc.grd), doc.grd.col());
     else if (shown == PopUp::mnuRow)
         doc.grd.setCell(doc.grd.row(), 1);
     saveCell(doc, services);

@@ -33,11 +33,12 @@ void leaveHiddenRows(model::Document& doc) {
 
 void takePlaceFromView(model::Document& doc) {
     const model::GridModel& view = doc.ViewGrd;
-    if (!isViewShown(doc) || view.col() < 1)
+    const int slot = shownSlot(doc, view.col());
+    if (!isViewShown(doc) || slot < 0)
         return;
     if (view.row() == doc.grd.row() && viewColumn(doc, doc.grd.col()) == 0)
         return;
-    doc.grd.setCell(view.row(), model::columnOfSlot(shownSlot(doc, view.col())));
+    doc.grd.setCell(view.row(), model::columnOfSlot(slot));
 }
 
 void givePlaceToView(model::Document& doc) {

@@ -202,7 +202,8 @@ const model::GridModel& shownGrid(const model::Document& doc) {
 }
 
 int shownSlot(const model::Document& doc, int column) {
-    if (column == model::kNumberColumn || column >= model::kScratchColumn)
+    const int columns = doc.ViewShown ? static_cast<int>(doc.ViewFields.size()) : model::kScratchColumn - 1;
+    if (column <= model::kNumberColumn || column > columns)
         return -1;
     return doc.ViewShown ? doc.ViewFields[static_cast<std::size_t>(column - 1)] : model::slotOfColumn(column);
 }

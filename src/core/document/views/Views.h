@@ -64,7 +64,8 @@ void showAllFields(model::Document& doc);
 model::GridModel& shownGrid(model::Document& doc);
 const model::GridModel& shownGrid(const model::Document& doc);
 
-// The field slot of a column of the grid that is shown; -1 for the records' numbers and the scratch column.
+// The field slot of a column of the grid that is shown; -1 for the records' numbers and for a column that it does not
+// have, as a view without columns has none.
 int shownSlot(const model::Document& doc, int column);
 
 // Gives the columns of a view that is shown the widths and alignments of grd's.
