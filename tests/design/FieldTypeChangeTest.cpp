@@ -85,6 +85,19 @@ protected:
     FieldPropDraft draft;
 };
 
+// Beside a list's item there is nothing: the next save would store the keys of a join that is no more.
+TEST_F(FieldTypeChange, aJoinThatBecomesAListLeavesNoKeys) {
+    open(FieldType::DBJoin, {"Old Mill", "Old Mill"});
+    doc.CellVals.set(0, kSlot, "20");
+    doc.CellVals.set(1, kSlot, "20");
+    EXPECT_TRUE(change(FieldType::List).accepted);
+    std::string scratch;
+    EXPECT_EQ(doc.CellVals.get(0, kSlot, scratch), "");
+    EXPECT_EQ(doc.CellVals.get(1, kSlot, scratch), "");
+    EXPECT_EQ(column(), (Texts{"Old Mill", "Old Mill"}));
+    EXPECT_EQ(doc.CellLongs.get(1, kSlot), 1);
+}
+
 TEST_F(FieldTypeChange, wantsAName) {
     open(FieldType::Text, {"a"});
     draft.txtFieldName = "  ";

@@ -9,7 +9,6 @@
 #include "desktop/dialogs/frmAbout.h"
 #include "desktop/dialogs/frmFindForm.h"
 #include "desktop/dialogs/frmLogin.h"
-#include "desktop/dialogs/frmMemo.h"
 #include "desktop/dialogs/frmMemoAw.h"
 #include "desktop/dialogs/frmPwd.h"
 #include "desktop/dialogs/frmSplash.h"
@@ -98,35 +97,6 @@ TEST_F(ErrorDialog, itsButtonsAnswer) {
     desktop::dlgError closed(error, {}, nullptr);
     closed.reject();
     EXPECT_EQ(closed.answer(), platform::ErrorAnswer::Leave);
-}
-
-TEST(Memo, givesBackTheVeryTextUntilSomebodyTypes) {
-    const std::string original = "a\nb\xA0"
-                                 "c\rd";
-    desktop::frmMemo memo({.title = QStringLiteral("Notes"), .text = original, .longest = 20}, nullptr);
-    showAndActivate(memo);
-    EXPECT_EQ(memo.text(), original);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("e"));
-    EXPECT_EQ(memo.text(), "a\nb\xA0"
-                           "c\nd\ne");
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return, Qt::ControlModifier);
-    EXPECT_EQ(memo.result(), QDialog::Accepted);
-}
-
-TEST(Memo, waitsUntilTheTextFits) {
-    desktop::frmMemo memo({.title = QStringLiteral("Notes"), .text = "four", .longest = 5}, nullptr);
-    showAndActivate(memo);
-    const auto* ok = memo.findChild<QPushButton*>(QStringLiteral("OKButton"));
-    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("56"));
-    EXPECT_FALSE(ok->isEnabled());
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return, Qt::ControlModifier);
-    EXPECT_TRUE(memo.isVisible());
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backspace);
-    EXPECT_TRUE(ok->isEnabled());
-    EXPECT_EQ(tabOrder(memo),
-              QStringList({QStringLiteral("txtMemo"), QStringLiteral("OKButton"), QStringLiteral("CancelButton")}));
-    EXPECT_EQ(defaultButton(memo), QStringLiteral("OKButton"));
 }
 
 class FindForm : public testing::Test {

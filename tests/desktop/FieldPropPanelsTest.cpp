@@ -7,6 +7,7 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QSpinBox>
+#include <QWheelEvent>
 
 namespace tallybook::test {
 namespace {
@@ -331,6 +332,33 @@ TEST_F(FieldPropPanels, theAdvancedTextTakesWhatTheListsInsert) {
         box->setTextCursor(cursor);
         choose(form, "cmbAdvPrev", "Prev(Stock)"); // in the place of what is selected
         EXPECT_EQ(box->toPlainText(), QStringLiteral("Prev(Stock) ** 2"));
+        clickOn(form, "CancelButton");
+    });
+}
+
+// Its entries go into the text when they are chosen, so passing over them must choose none.
+TEST_F(FieldPropPanels, aClosedInsertionListOpensInsteadOfInserting) {
+    openWith(FieldType::AdvExpression);
+    open(kFree, [](QWidget& form) {
+        auto* box = child<QPlainTextEdit>(form, "txtAdvExpression");
+        auto* fields = child<QComboBox>(form, "cmbAdvField");
+        for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_End, Qt::Key_P}) {
+            fields->setFocus();
+            QTest::keyClick(fields, key);
+            EXPECT_TRUE(fields->view()->isVisible()) << key;
+            EXPECT_EQ(box->toPlainText(), QString());
+            QTest::keyClick(fields->view(), Qt::Key_Escape);
+            EXPECT_EQ(box->toPlainText(), QString());
+        }
+        QWheelEvent wheel(QPointF(3, 3), fields->mapToGlobal(QPointF(3, 3)), {}, QPoint(0, -120), Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(fields, &wheel);
+        EXPECT_EQ(box->toPlainText(), QString());
+        fields->setFocus();
+        QTest::keyClick(fields, Qt::Key_Down);
+        fields->view()->setCurrentIndex(fields->model()->index(fields->findText(QStringLiteral("Pages")), 0));
+        QTest::keyClick(fields->view(), Qt::Key_Return);
+        EXPECT_EQ(box->toPlainText(), QStringLiteral("Pages"));
         clickOn(form, "CancelButton");
     });
 }

@@ -9,6 +9,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QRadioButton>
 
@@ -182,6 +183,31 @@ TEST_F(Lists, theButtonsDoTheSameWithTheMouse) {
     editItems(0, kShelf);
     EXPECT_EQ(shelf(), (model::ListDef{{1, 3, 2}, {"Highest", "Lower", "Middle"}}));
     EXPECT_EQ(text(0, kShelf), "Middle"); // sorting changes no record
+}
+
+TEST_F(Lists, anEmptyListCanOnlyBeAddedTo) {
+    openSample([](model::Document& sample) { sample.CurrDB20.Lists[kShelf] = {}; });
+    script.expect([this](QWidget& editor) {
+        for (const char* button : {"cmdEdit", "cmdDelete", "cmdSort", "cmdUp", "cmdDown"})
+            EXPECT_FALSE(isEnabled(editor, button)) << button;
+        EXPECT_TRUE(isEnabled(editor, "CmdAdd"));
+        answer("Enter new item", "", "Cellar");
+        clickOn(editor, "CmdAdd");
+        for (const char* button : {"cmdEdit", "cmdDelete", "cmdSort", "cmdUp", "cmdDown"})
+            EXPECT_TRUE(isEnabled(editor, button)) << button;
+        script.expect([](QWidget& box) {
+            EXPECT_EQ(qobject_cast<QMessageBox*>(&box)->text(),
+                      QStringLiteral("Are you sure you want to delete the item Cellar ?"));
+            QTest::keyClick(&box, Qt::Key_Return); // No is the default
+        });
+        clickOn(editor, "cmdDelete");
+        EXPECT_EQ(linesOf(*child<QListWidget>(editor, "lst")), words("Cellar"));
+        script.expect([](QWidget& box) { pressButton(box, QStringLiteral("Yes")); });
+        clickOn(editor, "cmdDelete");
+        EXPECT_FALSE(isEnabled(editor, "cmdDelete"));
+        clickOn(editor, "OKButton");
+    });
+    editItems(0, kShelf);
 }
 
 TEST_F(Lists, withNothingSelectedTheButtonsAskForAnItem) {

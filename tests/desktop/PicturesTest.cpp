@@ -15,7 +15,6 @@
 #include "desktop/dialogs/frmFindForm.h"
 #include "desktop/dialogs/frmListEditor.h"
 #include "desktop/dialogs/frmLogin.h"
-#include "desktop/dialogs/frmMemo.h"
 #include "desktop/dialogs/frmMemoAw.h"
 #include "desktop/dialogs/frmOpen.h"
 #include "desktop/dialogs/frmPDBProps.h"
@@ -518,14 +517,6 @@ TEST_P(Pictures, properties) {
     dialog.findChild<QPushButton*>(QStringLiteral("CmdLstCancel"))->click();
     dialog.findChild<QPushButton*>(QStringLiteral("CmdStartup"))->click();
     keep(dialog, "frmPDBProps-startup");
-}
-
-TEST_P(Pictures, memo) {
-    desktop::frmMemo memo({.title = QStringLiteral("Notes"),
-                           .text = "Bought at the harbour\nSecond hand\n\nThe spine is loose.",
-                           .longest = 4096},
-                          nullptr);
-    showAndKeep(memo, "frmMemo");
 }
 
 TEST_P(Pictures, securitySetting) {

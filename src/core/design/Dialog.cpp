@@ -15,6 +15,14 @@ bool asks(platform::Services& services, std::string_view text, std::string_view 
                                 .title = std::string(title)}) == platform::Answer::Yes;
 }
 
+bool asksToDestroy(platform::Services& services, std::string_view text, std::string_view title, platform::Icon icon) {
+    return services.ui.message({.text = std::string(text),
+                                .icon = icon,
+                                .buttons = platform::Buttons::YesNo,
+                                .title = std::string(title),
+                                .preferred = platform::Answer::No}) == platform::Answer::Yes;
+}
+
 Leaving asksToKeep(platform::Services& services, std::string_view text) {
     switch (services.ui.message(
         {.text = std::string(text), .icon = platform::Icon::Question, .buttons = platform::Buttons::YesNoCancel})) {

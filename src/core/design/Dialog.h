@@ -17,6 +17,10 @@ void say(platform::Services& services, std::string_view text, std::string_view t
 bool asks(platform::Services& services, std::string_view text, std::string_view title = {},
           platform::Icon icon = platform::Icon::Question);
 
+// The same before something is lost for good: No is the default.
+bool asksToDestroy(platform::Services& services, std::string_view text, std::string_view title = {},
+                   platform::Icon icon = platform::Icon::Question);
+
 // What becomes of changes that were not stored when a dialog shows something else or closes.
 enum class Leaving {
     Leave,     // nothing was changed, or the user gives it up

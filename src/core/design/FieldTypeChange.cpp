@@ -216,6 +216,7 @@ private:
         const int column = model::columnOfSlot(m_slot);
         m_doc.grd.pictures(column).clear();
         m_doc.grd.colours(column).clear();
+        m_doc.CellVals.slotColumn(m_slot).clear(); // the keys of a join
         return true;
     }
 

@@ -134,10 +134,10 @@ FilterResult refuse(platform::Services& services, std::string_view text, FilterF
 }
 
 bool asksToClear(platform::Services& services) {
-    return asks(services,
-                "Once a filter condition is cleared it cannot be retrieved\nDo you want to clear the filter "
-                "definition?",
-                "Clear Filter");
+    return asksToDestroy(services,
+                         "Once a filter condition is cleared it cannot be retrieved\nDo you want to clear the filter "
+                         "definition?",
+                         "Clear Filter");
 }
 
 } // namespace

@@ -90,7 +90,7 @@ int ListEditor::cmdDelete(int selected) {
     if (refusesNoSelection(selected))
         return -1;
     const std::string& item = list().Items[static_cast<std::size_t>(selected)];
-    if (!asks(m_services, "Are you sure you want to delete the item " + item + " ?"))
+    if (!asksToDestroy(m_services, "Are you sure you want to delete the item " + item + " ?"))
         return selected;
     removeItem(list(), selected);
     m_changed.insert(m_slot);

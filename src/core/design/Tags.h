@@ -60,7 +60,6 @@ inline constexpr std::string_view kListDown = "ListEditorDown";
 inline constexpr std::string_view kListOk = "ListEditorOK";
 inline constexpr std::string_view kAutoWriterOk = "Auto Writer : OK";
 inline constexpr std::string_view kRadioOk = "Radio Button : OK";
-inline constexpr std::string_view kMemoOk = "Edit Memo : OK";
 inline constexpr std::string_view kMemoTextOk = "Edit Memo/Text : OK";
 
 } // namespace tallybook::design::tags

@@ -280,7 +280,7 @@ void ViewDesign::CmdRemove() {
 }
 
 void ViewDesign::cmdClear() {
-    if (!asks(m_services, "Delete all the columns in this view.\nAre you sure?"))
+    if (!asksToDestroy(m_services, "Delete all the columns in this view.\nAre you sure?"))
         return;
     m_rows.assign(1, {});
     m_row = 0;
@@ -326,10 +326,11 @@ bool ViewDesign::SaveView(int viewIndex) {
     model::ViewDef& view = m_doc.CurrDB20.Views[static_cast<std::size_t>(viewIndex)];
     const auto columns =
         std::count_if(m_rows.begin(), m_rows.end(), [](const Row& row) { return !row.Fields.empty(); });
-    if (columns == 0 && !asks(m_services,
-                              "View should have atleast one column to Show.\nSelecting no columns will remove the "
-                              "view.\nContinue?",
-                              "View Designer : No columns to show"))
+    if (columns == 0 &&
+        !asksToDestroy(m_services,
+                       "View should have atleast one column to Show.\nSelecting no columns will remove the "
+                       "view.\nContinue?",
+                       "View Designer : No columns to show"))
         return false;
     view.NumCols = static_cast<std::uint8_t>(columns);
     for (std::size_t key = 0; key < m_keys.size(); ++key) {

@@ -8,6 +8,7 @@
 #include "core/platform/Paths.h"
 #include "core/platform/RecycleBin.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace tallybook::handheld {
@@ -133,8 +134,15 @@ void OpenDialog::convert(const Path& path, std::string_view failure) {
     if (document::convertOlder(m_services, path, target, failure) != document::Outcome::Done)
         return;
     fill();
-    if (m_user < 0 || !platform::isSamePlace(m_services.files, target.parent_path(), folder()))
-        say(m_services, platform::texts::convertedTo(platform::shownPath(target)), Icon::Information);
+    if (m_user >= 0 && platform::isSamePlace(m_services.files, target.parent_path(), folder()))
+        selectFile(target.filename());
+    say(m_services, platform::texts::convertedTo(platform::shownPath(target)), Icon::Information);
+}
+
+void OpenDialog::selectFile(const Path& file) {
+    const auto found =
+        std::find_if(m_rows.begin(), m_rows.end(), [&](const DatabaseRow& row) { return row.file == file; });
+    m_selection = found == m_rows.end() ? -1 : static_cast<int>(found - m_rows.begin());
 }
 
 InstallDialog::InstallDialog(UserList& users) : userPosition(users.shownPosition()), m_users(users) {}

@@ -44,14 +44,15 @@ public:
     void select(int row);
     int selection() const { return m_selection; }
 
-    // Without a selection OKButton and CmdConvert can be pressed and say that one is needed.
+    // Without a selection OKButton can be pressed and says that one is needed.
     bool OKButtonEnabled() const { return !isOlder(m_selection); }
-    bool CmdConvertEnabled() const { return m_selection < 0 || isOlder(m_selection); }
+    bool CmdConvertEnabled() const { return isOlder(m_selection); }
     bool CmdDelEnabled() const { return m_selection >= 0; }
 
     // The file to open; nothing when the dialog stays.
     std::optional<ChosenFile> OKButton();
     void CmdDel();
+    // What it made is selected, where the list has it.
     void CmdConvert();
     // For a file that the file dialog gave, in whatever folder.
     std::optional<ChosenFile> cmdBrowse(const std::filesystem::path& path);
@@ -61,6 +62,7 @@ private:
     std::filesystem::path folder() const;
     std::filesystem::path selectedPath() const;
     void fill();
+    void selectFile(const std::filesystem::path& file);
     void convert(const std::filesystem::path& path, std::string_view failure);
 
     platform::Services& m_services;

@@ -1,6 +1,7 @@
 // The panels that build expressions.
 #include "core/design/Tags.h"
 #include "desktop/dialogs/FieldPropPanels.h"
+#include "desktop/platform/OpensByKey.h"
 #include "ui_frmFieldProp.h"
 
 #include <QAbstractItemView>
@@ -149,6 +150,7 @@ AdvancedExpressionPanel::AdvancedExpressionPanel(const FieldPropContext& context
     for (const auto& [list, box] : lists) {
         box->addItems(qtEntries(design::insertionEntries(list, db())));
         widenList(*box);
+        new OpensByKey(*box);
         connect(box, &QComboBox::activated, this,
                 [this, list = list, box = box](int position) { insert(list, *box, position); });
     }

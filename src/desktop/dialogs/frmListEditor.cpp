@@ -44,6 +44,8 @@ void frmListEditor::buildList(int selected) {
         line->setToolTip(plainTip(line->text())); // a long item is cut in the list
     }
     m_ui->lst->setCurrentRow(selected);
+    for (QPushButton* button : {m_ui->cmdEdit, m_ui->cmdDelete, m_ui->cmdSort, m_ui->cmdUp, m_ui->cmdDown})
+        button->setEnabled(m_ui->lst->count() > 0);
 }
 
 void frmListEditor::press(std::string_view tag, const std::function<int(int)>& operation) {

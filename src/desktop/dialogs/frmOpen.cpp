@@ -45,6 +45,7 @@ void frmOpen::run(const std::function<void()>& handler) {
 }
 
 void frmOpen::fillList() {
+    const int selected = m_dialog.selection(); // what a conversion has made
     m_form->ListView1->clear();
     for (const handheld::DatabaseRow& row : m_dialog.ListView1()) {
         auto* line = new QTreeWidgetItem(m_form->ListView1);
@@ -56,7 +57,7 @@ void frmOpen::fillList() {
         line->setText(kModified,
                       toQt(handheld::lastModifiedText(adapters::localTimeOf(row.modified), m_services.regional)));
     }
-    m_form->ListView1->setCurrentItem(nullptr);
+    m_form->ListView1->setCurrentItem(m_form->ListView1->topLevelItem(selected));
     showSelection();
 }
 

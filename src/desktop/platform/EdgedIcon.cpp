@@ -1,6 +1,8 @@
 #include "desktop/platform/EdgedIcon.h"
 
+#include <QGuiApplication>
 #include <QPainter>
+#include <QPalette>
 
 #include <algorithm>
 
@@ -8,13 +10,26 @@ namespace tallybook::desktop {
 
 namespace {
 
+constexpr int kBrightening = 115; // of 255: how much white is laid over a drawing in a dark theme
 constexpr int kSidePerPixel = 20; // an icon of this side has an edge one pixel wide
 
-QPixmap inWhite(QPixmap drawing) {
+QPixmap painted(QPixmap drawing, QPainter::CompositionMode mode, const QColor& colour) {
     QPainter painter(&drawing);
-    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
-    painter.fillRect(drawing.rect(), Qt::white);
+    painter.setCompositionMode(mode);
+    painter.fillRect(drawing.rect(), colour);
     return drawing;
+}
+
+QPixmap inWhite(const QPixmap& drawing) {
+    return painted(drawing, QPainter::CompositionMode_SourceIn, Qt::white);
+}
+
+QPixmap brighter(const QPixmap& drawing) {
+    return painted(drawing, QPainter::CompositionMode_SourceAtop, QColor(255, 255, 255, kBrightening));
+}
+
+bool isDarkTheme() {
+    return QGuiApplication::palette().color(QPalette::Window).lightness() < 128;
 }
 
 QPixmap edged(const QPixmap& drawing) {
@@ -40,7 +55,8 @@ void EdgedIcon::paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QI
 QPixmap EdgedIcon::pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) {
     if (mode == QIcon::Active || mode == QIcon::Selected)
         return edged(m_plain.pixmap(size, 1.0, QIcon::Normal, state));
-    return m_plain.pixmap(size, 1.0, mode, state);
+    const QPixmap plain = m_plain.pixmap(size, 1.0, mode, state);
+    return mode == QIcon::Normal && isDarkTheme() ? brighter(plain) : plain;
 }
 
 } // namespace tallybook::desktop

@@ -6,8 +6,9 @@
 
 namespace tallybook::desktop {
 
-// Draws a plain icon as it is, and with a light edge where the item or button that bears it is highlighted: our
-// drawings are made for the ground of a window, and a menu's highlight is often as blue as they are.
+// Draws a plain icon as it is, brighter on the ground of a dark theme, and with a light edge where the item or button
+// that bears it is highlighted: our drawings are made for the ground of a light window, on a dark one they look as if
+// they were disabled, and a menu's highlight is often as blue as they are.
 class EdgedIcon : public QIconEngine {
 public:
     explicit EdgedIcon(const QIcon& plain) : m_plain(plain) {}

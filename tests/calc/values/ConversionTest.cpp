@@ -221,14 +221,16 @@ TEST_F(ConvertType, takesThePicturesOfACheckboxAway) {
     EXPECT_EQ(columnTexts(doc, kSlot), (Texts{"0", "0"}));
 }
 
-TEST_F(ConvertType, paintsAConditionalExpressionBlackAgain) {
-    fillColumn(doc, kSlot, {"due", "paid"});
-    doc.grd.setColour(2, 4, 255);
-    doc.grd.setColour(2, 5, 255);
-    convertType(doc, services, kSlot, FieldType::ConditionalExpression, FieldType::Text, kNoChoice);
-    EXPECT_EQ(doc.grd.colour(2, 4), 0u);
-    EXPECT_EQ(doc.grd.colour(2, 5), 255u);
-    EXPECT_EQ(columnTexts(doc, kSlot), (Texts{"due", "paid"}));
+TEST_F(ConvertType, paintsACalculatedColumnBlackAgain) {
+    for (const FieldType coloured : {FieldType::ConditionalExpression, FieldType::AdvExpression}) {
+        fillColumn(doc, kSlot, {"due", "paid"});
+        doc.grd.setColour(2, 4, 255);
+        doc.grd.setColour(2, 5, 255);
+        convertType(doc, services, kSlot, coloured, FieldType::Text, kNoChoice);
+        EXPECT_EQ(doc.grd.colour(2, 4), 0u);
+        EXPECT_EQ(doc.grd.colour(2, 5), 255u);
+        EXPECT_EQ(columnTexts(doc, kSlot), (Texts{"due", "paid"}));
+    }
 }
 
 TEST_F(ConvertType, writesTheKeysWhateverTheCellsHeld) {

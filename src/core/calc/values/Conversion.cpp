@@ -178,7 +178,7 @@ void convertType(Document& doc, platform::Services& services, int slot, FieldTyp
 
     if (oldType == FieldType::Checkbox)
         clearPictures(doc, slot);
-    if (oldType == FieldType::ConditionalExpression)
+    if (oldType == FieldType::ConditionalExpression || oldType == FieldType::AdvExpression)
         clearColours(doc, slot);
 
     switch (newType) {
