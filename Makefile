@@ -30,11 +30,13 @@ bench: ## measure, beside SQLite on the same table
 	@cmake --build build/bench -j $(JOBS)
 	@tools/bench build/bench
 
-fuzz: ## fuzz each reader for FUZZ_SECONDS (60)
-	@tools/setup fuzz
+fuzz: ## fuzz each reader, and use the windows at random, for FUZZ_SECONDS (60) each
+	@tools/setup fuzz test
 	@cmake --preset fuzz
 	@cmake --build build/fuzz -j $(JOBS)
-	@tools/fuzz build/fuzz $(FUZZ_SECONDS)
+	@cmake --preset sanitize
+	@cmake --build build/sanitize -j $(JOBS) --target random_use
+	@tools/fuzz build/fuzz $(FUZZ_SECONDS) build/sanitize/tests/desktop/random_use
 
 lint: ## formatting, static analysis and the wall between the rooms
 	@tools/setup lint
