@@ -45,13 +45,13 @@ TEST(StoreExpression25, storesTokensAndFormat) {
     ExprDef expression;
     expression.Tokens.fill(85);
     expression.TokenTexts.fill("old");
-    ASSERT_TRUE(StoreExpression25({"Price*2", 0}, db, 2, services.services, expression));
+    ASSERT_TRUE(StoreExpression25({"Price*2", 0}, db, {}, 2, services.services, expression));
     ExprDef expected;
     expected.Tokens = {1, 92, 86};
     expected.TokenTexts[2] = "2";
     EXPECT_EQ(expression, expected);
     EXPECT_EQ(DisplayExpression25(db, expression), (AdvancedChoices{"Price*2", 0}));
-    ASSERT_TRUE(StoreExpression25({"'Dear '+Name", 8}, db, 0, services.services, expression));
+    ASSERT_TRUE(StoreExpression25({"'Dear '+Name", 8}, db, {}, 0, services.services, expression));
     EXPECT_EQ(expression.ResultType, 13);
 }
 
@@ -71,7 +71,7 @@ TEST(StoreExpression25, keepsTheTokensOfAFailedText) {
         ExprDef expression;
         expression.Tokens[0] = 1;
         std::size_t place = 99;
-        EXPECT_FALSE(StoreExpression25({c.text, 1}, books(), 0, services.services, expression, &place)) << c.text;
+        EXPECT_FALSE(StoreExpression25({c.text, 1}, books(), {}, 0, services.services, expression, &place)) << c.text;
         ExprDef expected;
         expected.ResultType = 1; // of the format chosen, all the same
         expected.Tokens[0] = 1;
@@ -86,10 +86,10 @@ TEST(StoreExpression25, keepsTheTokensOfAFailedText) {
 TEST(StoreExpression25, triesTheFormatThatIsChosenNow) {
     test::TestServices services;
     ExprDef expression; // so far a number
-    EXPECT_TRUE(StoreExpression25({"'a'+Sum", 8}, books(), 0, services.services, expression));
-    EXPECT_TRUE(StoreExpression25({"Due+Price", 1}, books(), 0, services.services, expression));
-    EXPECT_TRUE(StoreExpression25({"Now-Start", 6}, books(), 0, services.services, expression));
-    EXPECT_TRUE(StoreExpression25({"Price/Prev(Price)", 0}, books(), 0, services.services, expression));
+    EXPECT_TRUE(StoreExpression25({"'a'+Sum", 8}, books(), {}, 0, services.services, expression));
+    EXPECT_TRUE(StoreExpression25({"Due+Price", 1}, books(), {}, 0, services.services, expression));
+    EXPECT_TRUE(StoreExpression25({"Now-Start", 6}, books(), {}, 0, services.services, expression));
+    EXPECT_TRUE(StoreExpression25({"Price/Prev(Price)", 0}, books(), {}, 0, services.services, expression));
 }
 
 TEST(DisplayExpression25, showsTheNameOfAFreeSlot) {

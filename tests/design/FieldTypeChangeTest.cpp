@@ -5,6 +5,7 @@
 #include <deque>
 #include <gtest/gtest.h>
 #include <string>
+#include <tuple>
 #include <vector>
 
 namespace tallybook::design {
@@ -221,7 +222,7 @@ TEST_F(FieldTypeChange, asksNothingWithoutDataOrWithoutAChange) {
     EXPECT_EQ(column(), (Texts{"0", "0"}));
     open(FieldType::Text, {"a"});
     EXPECT_TRUE(change(FieldType::Text, {}).accepted);
-    EXPECT_TRUE(doc.DocModified);
+    EXPECT_FALSE(doc.DocModified);
     EXPECT_TRUE(t.user.messages.empty());
 }
 
@@ -291,6 +292,160 @@ TEST_F(FieldTypeChange, sixtyDifferentTextsMakeNoList) {
     EXPECT_EQ(slot().Type, FieldType::Text);
     EXPECT_EQ(column(), texts);
     EXPECT_EQ(shown, (std::vector<DialogShown>{DialogShown::Hidden, DialogShown::Visible}));
+    expectRefused(result, Focus::cmbFieldType,
+                  "More than 60 unique items found.  Some items could not be included.\n"
+                  "Convert this field back to text, reduce the number of unique items and try again.",
+                  "", Icon::Critical);
+    EXPECT_FALSE(doc.DocModified);
+}
+
+// The ids of the handheld's address book cannot be made anew.
+TEST_F(FieldTypeChange, aListThatIsRefusedLeavesTheIdsOfAJoin) {
+    Texts texts;
+    for (int i = 0; i < 60; ++i)
+        texts.push_back("Person " + std::to_string(i));
+    open(FieldType::AddressBookJoin, texts);
+    for (int record = 0; record < 60; ++record)
+        doc.CellLongs.set(record, kSlot, 5000 + record);
+    const model::DatabaseModel before = doc.CurrDB20;
+    EXPECT_FALSE(change(FieldType::List).accepted);
+    for (int record = 0; record < 60; ++record)
+        EXPECT_EQ(doc.CellLongs.get(record, kSlot), 5000 + record);
+    EXPECT_EQ(doc.CurrDB20, before);
+}
+
+TEST_F(FieldTypeChange, aListThatIsRefusedLeavesTheOptionsOfARadioButton) {
+    items(kSlot, {{7, "red"}, {1, "green"}});
+    open(FieldType::RadioButton, Texts(60, "x"));
+    for (int record = 0; record < 60; ++record) {
+        setCell(record, kSlot, "was " + std::to_string(record));
+        doc.CellLongs.set(record, kSlot, 7);
+    }
+    EXPECT_FALSE(change(FieldType::List, {Answer::Yes, Answer::Yes}).accepted);
+    EXPECT_EQ(t.user.messages[1].text, "Clear existing list and create new list?");
+    EXPECT_EQ(t.user.messages[1].title, "Existing list found");
+    EXPECT_EQ(t.user.messages[1].icon, Icon::Question);
+    EXPECT_EQ(doc.CurrDB20.Lists.at(kSlot), (model::ListDef{{7, 1}, {"red", "green"}}));
+    EXPECT_EQ(doc.CellLongs.get(59, kSlot), 7);
+}
+
+TEST_F(FieldTypeChange, aJoinThatBecomesAListLeavesNoKeys) {
+    open(FieldType::DBJoin, {"Sea", "Land"});
+    doc.CellVals.set(0, kSlot, "12");
+    EXPECT_TRUE(change(FieldType::List).accepted);
+    std::string scratch;
+    EXPECT_EQ(doc.CellVals.get(0, kSlot, scratch), "");
+}
+
+TEST_F(FieldTypeChange, anAdvancedExpressionLeavesNoColours) {
+    open(FieldType::AdvExpression, {"late"});
+    doc.grd.setColour(model::kFirstDataRow, model::columnOfSlot(kSlot), 255);
+    EXPECT_TRUE(change(FieldType::Text).accepted);
+    EXPECT_EQ(doc.grd.colour(model::kFirstDataRow, model::columnOfSlot(kSlot)), 0u);
+}
+
+// The letter that a date's default is stored as is no text of anybody's.
+TEST_F(FieldTypeChange, onlyADefaultTextIsShownAsOne) {
+    const struct {
+        FieldType type;
+        const char* stored;
+        const char* shown;
+    } cases[] = {{FieldType::Text, "a", "a"},    {FieldType::Integer, "5", "5"},       {FieldType::Long, "6", "6"},
+                 {FieldType::Float, "7", "7"},   {FieldType::Memo, "m", "m"},          {FieldType::Date, "A", ""},
+                 {FieldType::Time, "U", ""},     {FieldType::RadioButton, "1", ""},    {FieldType::List, "x", ""},
+                 {FieldType::Checkbox, "x", ""}, {FieldType::AutoIncremental, "x", ""}};
+    for (const auto& c : cases) {
+        field(kSlot, c.type, "Value").Default = c.stored;
+        EXPECT_EQ(fillAttributeValues(doc.CurrDB20, kSlot, t).txtDefault, c.shown) << static_cast<int>(c.type);
+    }
+    field(kSlot, FieldType::Date, "Value").Default = "A";
+    open(FieldType::Date, {});
+    EXPECT_TRUE(change(FieldType::Memo, {}).accepted);
+    EXPECT_EQ(slot().Default, "");
+    field(kSlot, FieldType::Date, "Value").Default = "A";
+    open(FieldType::Date, {});
+    EXPECT_TRUE(change(FieldType::Integer, {}).accepted); // refused for a text that nobody had typed
+    EXPECT_EQ(slot().Default, "");
+}
+
+// "Checked" is the second of its list, and "Record Added" of another.
+TEST_F(FieldTypeChange, aChoiceOfOneListIsNoneOfAnother) {
+    field(kSlot, FieldType::Checkbox, "Value").Decimals = 1;
+    open(FieldType::Checkbox, {});
+    EXPECT_EQ(draft.cmbDefault, 1);
+    selectFieldType(draft, FieldType::Date, doc.CurrDB20, kSlot, t);
+    EXPECT_EQ(draft.cmbDefault, 0);
+    selectFieldType(draft, FieldType::Checkbox, doc.CurrDB20, kSlot, t);
+    EXPECT_EQ(draft.cmbDefault, 1);
+    draft.cmbDefault = 0;
+    selectFieldType(draft, FieldType::Date, doc.CurrDB20, kSlot, t);
+    draft.cmbDefault = 2;
+    selectFieldType(draft, FieldType::Time, doc.CurrDB20, kSlot, t); // the same list
+    EXPECT_EQ(draft.cmbDefault, 2);
+}
+
+TEST_F(FieldTypeChange, wantsTheOtherTallybookOfAJoin) {
+    open(FieldType::Text, {});
+    complete(FieldType::DBJoin);
+    draft.external.Source = " ";
+    expectRefused(ok(), Focus::frmExternal, "The other Tallybook was not selected", "");
+    draft.external.Source = "Books";
+    EXPECT_TRUE(ok().accepted);
+}
+
+// While a field is made, neither its name nor its type is in the database.
+TEST_F(FieldTypeChange, anExpressionMayNameItsOwnField) {
+    field(3, FieldType::Float, "Amount");
+    open(FieldType::NotUsed, {});
+    field(kSlot, FieldType::NotUsed, "");
+    draft.txtFieldName = "Balance";
+    draft.frmExprAdv.text = "Prev(Balance) + Amount";
+    EXPECT_TRUE(change(FieldType::AdvExpression, {}).accepted);
+    EXPECT_EQ(doc.CurrDB20.Expressions.at(kSlot).Tokens[0], 100u + kSlot);
+    EXPECT_EQ(doc.CurrDB20.Expressions.at(kSlot).Tokens[1], 90u);
+    EXPECT_EQ(doc.CurrDB20.Expressions.at(kSlot).Tokens[2], 3u);
+
+    open(FieldType::Date, {}); // as a date it could not be multiplied
+    draft.frmExprAdv = {"Prev(Value) * Amount", 0};
+    EXPECT_TRUE(change(FieldType::AdvExpression, {}).accepted);
+
+    draft = fillAttributeValues(doc.CurrDB20, kSlot, t);
+    draft.txtFieldName = "Sum";
+    draft.frmExprAdv.text = "Prev(Value) + Prev(Sum)"; // its former name stood there already
+    EXPECT_FALSE(ok().accepted);
+    draft.frmExprAdv.text = "Prev(Value) + Amount";
+    EXPECT_TRUE(ok().accepted);
+    EXPECT_EQ(slot().Name, "Sum");
+
+    open(FieldType::Text, {});
+    draft.frmExpr.operands[0] = {82 + kSlot, ""}; // Prev (Value)
+    draft.frmExpr.operands[1] = {3, ""};
+    draft.frmExpr.operators[0] = 1;
+    EXPECT_TRUE(change(FieldType::Expression, {}).accepted);
+    EXPECT_EQ(doc.CurrDB20.Expressions.at(kSlot).Tokens[0], 100u + kSlot);
+}
+
+// What the entries of the lists are called decides nothing.
+TEST_F(FieldTypeChange, operandsKeepTheirSlots) {
+    field(kOther, FieldType::Integer, "Today");
+    field(3, FieldType::Integer, "Same");
+    field(4, FieldType::Integer, "Same");
+    field(5, FieldType::Integer, "");
+    open(FieldType::Expression, {});
+    model::ExprDef stored;
+    stored.Tokens = {kOther, 90, 4, 90, 5, 90, 101, 92, 86};
+    stored.TokenTexts[8] = "2,50";
+    doc.CurrDB20.Expressions[kSlot] = stored;
+    draft = fillAttributeValues(doc.CurrDB20, kSlot, t);
+    draft.txtFieldName = "Other";
+    EXPECT_TRUE(ok().accepted) << lastMessage().text;
+    EXPECT_EQ(doc.CurrDB20.Expressions.at(kSlot), stored);
+    stored.Tokens = {87, 91, 79}; // the present time, in both its codes
+    stored.ResultType = 10;
+    doc.CurrDB20.Expressions[kSlot] = stored;
+    draft = fillAttributeValues(doc.CurrDB20, kSlot, t);
+    EXPECT_TRUE(ok().accepted) << lastMessage().text;
+    EXPECT_EQ(doc.CurrDB20.Expressions.at(kSlot), stored);
 }
 
 TEST_F(FieldTypeChange, aListThatStandsIsMatchedByText) {
@@ -311,9 +466,38 @@ TEST_F(FieldTypeChange, reformatsAFloatsColumn) {
     EXPECT_EQ(slot().Decimals, 2);
     open(FieldType::Float, {"1.25"});
     draft.cmbDecDigs = 0;
+    t.user.answers = {Answer::Yes};
     EXPECT_TRUE(ok().accepted);
     EXPECT_EQ(column(), Texts{"1.25"}); // no digits: nothing is formatted
     EXPECT_EQ(slot().Decimals, 0);
+}
+
+TEST_F(FieldTypeChange, fewerDigitsAreAskedAbout) {
+    field(kSlot, FieldType::Float, "Value").Decimals = 2;
+    open(FieldType::Float, {"1.25"});
+    draft.cmbDecDigs = 1;
+    t.user.answers = {Answer::No};
+    expectRefused(ok(), Focus::cmbDecDigs,
+                  "Digits that are not shown any more will be gone with the next save.\nDo you want to show fewer "
+                  "digits?",
+                  "", Icon::Warning);
+    EXPECT_EQ(lastMessage().preferred, Answer::No);
+    EXPECT_EQ(lastMessage().buttons, platform::Buttons::YesNo);
+    EXPECT_EQ(column(), Texts{"1.25"});
+    EXPECT_EQ(slot().Decimals, 2);
+    EXPECT_FALSE(doc.DocModified);
+    t.user.answers = {Answer::Yes};
+    EXPECT_TRUE(ok().accepted);
+    EXPECT_EQ(column(), Texts{"1.3"});
+
+    t.user.messages.clear();
+    for (const auto& [before, after, records] :
+         {std::tuple{1, 2, 1}, std::tuple{2, 1, 0}, std::tuple{9, 1, 1}}) { // 9 digits show nothing
+        field(kSlot, FieldType::Float, "Value").Decimals = static_cast<std::uint8_t>(before);
+        open(FieldType::Float, Texts(static_cast<std::size_t>(records), "0"));
+        draft.cmbDecDigs = after;
+        EXPECT_TRUE(ok().accepted);
+    }
     EXPECT_TRUE(t.user.messages.empty());
 }
 
@@ -384,7 +568,35 @@ TEST_F(FieldTypeChange, recordsFollowTheirOptions) {
     EXPECT_EQ(column(), (Texts{"scarlet", "green", "", ""}));
     EXPECT_EQ(doc.CellLongs.get(0, kSlot), 1);
     EXPECT_EQ(doc.CellLongs.get(1, kSlot), 2);
-    EXPECT_EQ(doc.CellLongs.get(2, kSlot), 0);
+    EXPECT_EQ(doc.CellLongs.get(2, kSlot), 4);
+}
+
+TEST_F(FieldTypeChange, fewerOptionsLeaveTheIdsOfRecords) {
+    items(kSlot, {{1, "red"}, {2, "green"}, {3, "blue"}});
+    open(FieldType::RadioButton, {"red", "blue"});
+    doc.CellLongs.set(0, kSlot, 1);
+    doc.CellLongs.set(1, kSlot, 3);
+    draft.FrmRadio.CmbNobuton = 0;
+    EXPECT_TRUE(ok().accepted);
+    EXPECT_EQ(column(), (Texts{"red", ""}));
+    EXPECT_EQ(doc.CellLongs.get(1, kSlot), 3);
+    draft = fillAttributeValues(doc.CurrDB20, kSlot, t);
+    draft.FrmRadio.CmbNobuton = 1;
+    draft.FrmRadio.Optxt[2] = "blue";
+    EXPECT_TRUE(ok().accepted);
+    EXPECT_EQ(column(), (Texts{"red", "blue"})); // it comes back
+}
+
+// Another program's ids may be those that the options which stay get.
+TEST_F(FieldTypeChange, noRecordShowsAnOptionThatWasNeverItsOwn) {
+    items(kSlot, {{3, "red"}, {2, "green"}, {1, "blue"}});
+    open(FieldType::RadioButton, {"red", "green", "blue"});
+    for (int record = 0; record < 3; ++record)
+        doc.CellLongs.set(record, kSlot, 3 - record);
+    draft.FrmRadio.CmbNobuton = 0;
+    EXPECT_TRUE(ok().accepted);
+    EXPECT_EQ(column(), (Texts{"red", "green", ""}));
+    EXPECT_EQ(doc.CellLongs.get(2, kSlot), 4);
 }
 
 TEST_F(FieldTypeChange, warnsWhenBothFieldsOfAJoinChange) {
@@ -472,7 +684,7 @@ TEST_F(FieldTypeChange, storesDefaultsByType) {
 
 TEST_F(FieldTypeChange, storesTheDepthOfAnImage) {
     const std::uint8_t depths[] = {1, 4, 8};
-    for (int position = 0; position < 3; ++position) {
+    for (const int position : {1, 2, 0}) {
         open(FieldType::Image, {});
         draft.cmbDefault = position;
         EXPECT_TRUE(ok().accepted);

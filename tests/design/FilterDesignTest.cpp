@@ -262,5 +262,72 @@ TEST_F(FilterDesign, clearsAConditionInItsControlsOnly) {
     EXPECT_EQ(controls, FilterControls{});
 }
 
+// The entries carry their slots: two fields may have one name.
+TEST_F(FilterDesign, anEntryStandsForItsOwnField) {
+    field(5, FieldType::Text, "Title");
+    controls.LblFilterName = "Second";
+    controls.conditions[0] = {4, 0, 4, ""};
+    EXPECT_TRUE(ok());
+    EXPECT_EQ(stored().CondFields, (std::array<std::uint8_t, 3>{5, 5, 0}));
+    EXPECT_EQ(CurrentDefinition(doc.CurrDB20, stored()), controls);
+}
+
+TEST_F(FilterDesign, aConditionThatWasNotChangedKeepsItsBytes) {
+    model::FilterDef& filter = doc.CurrDB20.Filters[0];
+    filter = {"Odd", {1, 2, 3}, {99, 77, 0}, {std::string(20, 'c'), "T", "left"}, {'Z', '=', 'x'}, {'A', 'Q'}, {}};
+    const model::FilterDef before = filter;
+    controls = CurrentDefinition(doc.CurrDB20, filter);
+    EXPECT_TRUE(ok());
+    EXPECT_EQ(filter, before);
+    EXPECT_FALSE(doc.DocModified);
+    controls.LblFilterName = "Renamed";
+    EXPECT_TRUE(ok());
+    filter.Name = before.Name;
+    EXPECT_EQ(filter, before);
+    controls.conditions[0].CmbOpr = 0;
+    EXPECT_TRUE(ok());
+    EXPECT_EQ(filter.CondOps, (std::array<std::uint8_t, 3>{'=', '=', 'x'}));
+    EXPECT_EQ(filter.CondFields, (std::array<std::uint8_t, 3>{1, 0, 3})); // slot 2 is free, and was shown as none
+    EXPECT_EQ(filter.CondFields2, before.CondFields2);
+}
+
+TEST_F(FilterDesign, aBlankFieldEndsTheChain) {
+    controls.LblFilterName = "Gap";
+    controls.conditions = {{{kTitle, 0, 0, "a"}, {0, 0, 0, "no field"}, {kPages, 0, 0, "2"}}};
+    controls.CmbRelOpr = {kAnd, kOr};
+    EXPECT_TRUE(isConditionOffered(controls, 1));
+    EXPECT_FALSE(isConditionUsed(controls, 1));
+    EXPECT_FALSE(isConditionOffered(controls, 2));
+    EXPECT_TRUE(ok());
+    EXPECT_EQ(stored().CondLinks, (std::array<std::uint8_t, 2>{0, 0}));
+    EXPECT_EQ(stored().CondFields2, (std::array<std::uint8_t, 3>{0, 0, 0}));
+    EXPECT_EQ(stored().CondValues, (std::array<std::string, 3>{"a", "", ""}));
+}
+
+TEST_F(FilterDesign, aConstantThatIsNotUsedRefusesNothing) {
+    controls.LblFilterName = "One";
+    controls.conditions[0] = {kTitle, 0, 0, "a"};
+    controls.conditions[2] = {kTitle, 0, 0, std::string(30, 'c')};
+    EXPECT_TRUE(ok());
+    controls.conditions[0] = {kTitle, 0, kPages, std::string(30, 'c')};
+    EXPECT_TRUE(ok());
+}
+
+TEST_F(FilterDesign, refusesANameOfTheList) {
+    doc.CurrDB20.Filters[3].Name = "Cheap";
+    controls.conditions[0] = {kTitle, 0, 0, "a"};
+    for (const char* name : {"Cheap", "cheap", "Multiple", "NO FILTER"}) {
+        controls.LblFilterName = name;
+        EXPECT_FALSE(ok());
+        EXPECT_EQ(t.user.texts().back(),
+                  "A filter cannot have the name \"" + std::string(name) + "\": another entry of the list has it.");
+        EXPECT_EQ(result.focus, FilterFocus::LblFilterName);
+    }
+    EXPECT_EQ(stored(), model::FilterDef{});
+    EXPECT_TRUE(ok(3) == false); // "NO FILTER" is refused there, too
+    controls.LblFilterName = "CHEAP";
+    EXPECT_TRUE(ok(3)); // its own
+}
+
 } // namespace
 } // namespace tallybook::design

@@ -1,5 +1,6 @@
 // The lists of the simple form and what they store.
 #include "core/design/ExpressionStore.h"
+#include "support/Regions.h"
 #include "support/TestServices.h"
 
 #include <gtest/gtest.h>
@@ -124,6 +125,44 @@ TEST(StoreExpression20, writesTypedNumbersAsDecimalText) {
         EXPECT_EQ(expression.Tokens[0], 86u);
         EXPECT_EQ(expression.TokenTexts[0], c.stored) << c.typed;
     }
+}
+
+// A file is read in every region.
+TEST(StoreExpression20, writesThePointWhateverTheRegion) {
+    const struct {
+        const char* typed;
+        const char* stored;
+    } cases[] = {{"2,5", "2.5"}, {"2.5", "2.5"},   {"1.000", "1000"},    {"0,125", "0.1250"},
+                 {"-7", "-7"},   {"1,25", "1.25"}, {"1.234,5", "1234.5"}};
+    for (const auto& c : cases) {
+        test::TestServices services;
+        services.regional = test::german();
+        SimpleChoices choices;
+        choices.operands[0] = {kTypedNumber, c.typed};
+        ExprDef expression;
+        ASSERT_TRUE(StoreExpression20(choices, services.services, expression)) << c.typed;
+        EXPECT_EQ(expression.TokenTexts[0], c.stored) << c.typed;
+    }
+}
+
+TEST(StoreExpression20, keepsWhatWasNotChanged) {
+    test::TestServices services;
+    ExprDef expression;
+    expression.ResultType = 0;
+    expression.Tokens = {87, 90, 79, 43, 86, 92, 200, 0, 85, 0, 0, 0, 0, 0, 0, 17};
+    expression.TokenTexts[4] = "007";
+    expression.TokenTexts[5] = "left";
+    const ExprDef before = expression;
+    SimpleChoices choices = choicesOf(expression);
+    ASSERT_TRUE(StoreExpression20(choices, services.services, expression));
+    EXPECT_EQ(expression, before);
+    choices.operands[1].position = 3;
+    choices.operators[2] = 4;
+    ASSERT_TRUE(StoreExpression20(choices, services.services, expression));
+    ExprDef expected = before;
+    expected.Tokens[2] = 3;
+    expected.Tokens[5] = 93;
+    EXPECT_EQ(expression, expected);
 }
 
 TEST(StoreExpression20, refusesANumberOfElevenCharacters) {

@@ -365,9 +365,88 @@ TEST_F(ViewDesigner, anEmptyNameLeavesTheSlotFree) {
     EXPECT_EQ(doc.CurrentView, "");
 }
 
-TEST_F(ViewDesigner, columnsOfFreeSlotsAreNotShown) {
-    view(0).Columns[1].Field = 9;
-    EXPECT_EQ(open().Grid().size(), 2u);
+// What a file has in a view stays there, whatever it stands for.
+TEST_F(ViewDesigner, keepsEveryColumn) {
+    field(0, FieldType::List, "Categories");
+    field(5, FieldType::Text, "Title"); // a second one
+    field(6, FieldType::Text, "");
+    model::ViewDef& odd = view(0);
+    const std::array<std::uint8_t, 8> fields = {0, 5, 1, 6, 9, 200, 0, 3};
+    for (std::size_t i = 0; i < fields.size(); ++i)
+        odd.Columns[i] = {fields[i], 60, {static_cast<std::uint8_t>(i), 1, 2}};
+    odd.NumCols = 8;
+    odd.FrozenCols = 9;
+    odd.FilterMask = 0x8421;
+    odd.SortDirs = {7, 0, 1};
+    const model::ViewDef before = odd;
+    ViewDesign dialog = open();
+    EXPECT_EQ(dialog.Grid(), (Rows{{"Categories", ""},
+                                   {"Title", ""},
+                                   {"Title", "Pri Descending"},
+                                   {"Fld06", ""},
+                                   {"Fld09", ""},
+                                   {"Fld200", ""},
+                                   {"Categories", ""},
+                                   {"Pages", "Sec Ascending"},
+                                   {"", ""}}));
+    doc.CurrentView = "Short";
+    EXPECT_TRUE(dialog.cmdOK());
+    EXPECT_EQ(odd, before);
+    EXPECT_FALSE(doc.DocModified);
+    dialog.selectRow(1);
+    dialog.cmdDown(); // the two of one name
+    EXPECT_TRUE(dialog.cmdOK());
+    EXPECT_EQ(odd.Columns[1], before.Columns[2]); // with what the handheld has in it
+    EXPECT_EQ(odd.Columns[2], before.Columns[1]);
+}
+
+TEST_F(ViewDesigner, offersWhatTheViewShows) {
+    field(0, FieldType::List, "Categories");
+    view(0).Columns[0].Field = 0;
+    ViewDesign dialog = open();
+    EXPECT_EQ(dialog.CmbFields(), (Texts{"none", "All Fields", "Title", "Pages", "Bought", "Categories"}));
+    EXPECT_EQ(dialog.fieldEntry(), 5);
+    dialog.chooseField(5);
+    EXPECT_EQ(dialog.Grid()[0].Fields, "Categories");
+    dialog.chooseView(1);
+    EXPECT_EQ(dialog.CmbFields().size(), 5u);
+}
+
+TEST_F(ViewDesigner, allFieldsStandBehindAGap) {
+    ViewDesign dialog = open();
+    dialog.selectRow(1);
+    dialog.cmdDown(); // the free row is between the two now
+    EXPECT_EQ(dialog.Grid(), (Rows{{"Pages", "Sec Ascending"}, {"", ""}, {"Title", "Pri Descending"}, {"", ""}}));
+    dialog.chooseField(kAllFields);
+    Texts names;
+    for (const Row& row : dialog.Grid())
+        names.push_back(row.Fields);
+    EXPECT_EQ(names, (Texts{"Pages", "Title", "Title", "Pages", "Bought", ""}));
+}
+
+TEST_F(ViewDesigner, aFieldThatComesBackHasItsKey) {
+    ViewDesign dialog = open();
+    dialog.selectRow(1); // Title, primary
+    dialog.chooseField(kBought);
+    dialog.chooseField(kTitle);
+    EXPECT_EQ(dialog.Grid()[1], (Row{"Title", "Pri Descending"}));
+}
+
+TEST_F(ViewDesigner, aSetOfFiltersStaysUntilItIsChosenAnew) {
+    doc.CurrDB20.Filters[1].Name = "One";
+    doc.CurrDB20.Filters[4].Name = "Two";
+    doc.CurrDB20.DefaultFilterMask = 0x0012;
+    view(0).FilterMask = 0x0003;
+    ViewDesign dialog = open();
+    dialog.TxtView = "Other";
+    EXPECT_TRUE(dialog.cmdOK());
+    EXPECT_EQ(view(0).FilterMask, 0x0003);
+    EXPECT_EQ(dialog.leave(), Leaving::Leave);
+    dialog.chooseFilter(dialog.filter);
+    t.user.answers = {Answer::No};
+    EXPECT_EQ(dialog.leave(), Leaving::Leave);
+    EXPECT_TRUE(dialog.cmdOK());
+    EXPECT_EQ(view(0).FilterMask, 0x0012);
 }
 
 } // namespace

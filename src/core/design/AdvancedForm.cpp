@@ -31,16 +31,48 @@ struct CompiledForm {
     calc::TokenTextArray texts;
 };
 
+CompiledForm storedForm(const ExprDef& expression) {
+    return {expression.Tokens, expression.TokenTexts};
+}
+
+// The kinds with the field that is being made as it will be.
+calc::FieldKinds kindsWith(const DatabaseModel& db, const FieldInDesign& own, std::uint8_t resultType) {
+    calc::FieldKinds kinds = fieldKinds(db);
+    if (own.slot > 0) {
+        const auto slot = static_cast<std::size_t>(own.slot);
+        kinds.fieldTypes[slot] = static_cast<std::uint8_t>(model::FieldType::AdvExpression);
+        kinds.fieldResultTypes[slot] = resultType;
+    }
+    return kinds;
+}
+
 // The error's text when the expression has no value for the record of the trial.
-std::string trialError(const CompiledForm& compiled, const DatabaseModel& db, std::uint8_t resultType,
-                       std::uint8_t decimals, const platform::Services& services) {
+std::string trialError(const CompiledForm& compiled, const DatabaseModel& db, const FieldInDesign& own,
+                       std::uint8_t resultType, std::uint8_t decimals, const platform::Services& services) {
     calc::FieldValueTable values;
     values.fill({kTrialValues, calc::FieldValues{}});
     std::string result;
     std::uint8_t colour = 0;
-    const bool done = Evaluate(calc::kTrialRecord, fieldKinds(db), values, compiled.tokens, compiled.texts,
-                               resultType, decimals, {services.regional, services.clock.now()}, result, colour);
+    const bool done =
+        Evaluate(calc::kTrialRecord, kindsWith(db, own, resultType), values, compiled.tokens, compiled.texts,
+                 resultType, decimals, {services.regional, services.clock.now()}, result, colour);
     return done ? std::string() : result;
+}
+
+// A field that is being given another name may be called by either in its own expression.
+int compile(std::string_view text, const DatabaseModel& db, const FieldInDesign& own, CompiledForm& compiled,
+            calc::CompileError& error) {
+    std::vector<std::string> names = usableFieldNames(db);
+    if (own.slot <= 0)
+        return calc::Compile(text, names, compiled.tokens, compiled.texts, error);
+    std::string& ownName = names[static_cast<std::size_t>(own.slot)];
+    const std::string former = std::exchange(ownName, std::string(own.name));
+    const int outcome = calc::Compile(text, names, compiled.tokens, compiled.texts, error);
+    if (outcome >= 0 || former.empty() || former == own.name)
+        return outcome;
+    ownName = former;
+    calc::CompileError ofFormer;
+    return calc::Compile(text, names, compiled.tokens, compiled.texts, ofFormer);
 }
 
 } // namespace
@@ -87,22 +119,32 @@ AdvancedChoices DisplayExpression25(const DatabaseModel& db, const ExprDef& expr
             formatOfResultType(expression.ResultType)};
 }
 
-bool StoreExpression25(const AdvancedChoices& choices, const DatabaseModel& db, std::uint8_t decimals,
-                       platform::Services& services, ExprDef& expression, std::size_t* errorPlace) {
-    expression.ResultType = resultTypeOfFormat(choices.format); // whatever becomes of the text
-    CompiledForm compiled;
+ExpressionFault compileAndTry(std::string_view text, const DatabaseModel& db, const FieldInDesign& own,
+                              std::uint8_t decimals, const platform::Services& services, ExprDef& expression) {
+    CompiledForm compiled = storedForm(expression);
+    const bool stands = compiled.tokens[0] != calc::token::kEnd && text == DisplayExpression25(db, expression).text;
     calc::CompileError error;
-    if (calc::Compile(choices.text, usableFieldNames(db), compiled.tokens, compiled.texts, error) < 0) {
-        if (errorPlace)
-            *errorPlace = error.position;
-        return refuse(error.text, services);
-    }
-    const std::string fault = trialError(compiled, db, expression.ResultType, decimals, services);
+    if (!stands && compile(text, db, own, compiled, error) < 0)
+        return {error.text, error.position};
+    std::string fault = trialError(compiled, db, own, expression.ResultType, decimals, services);
     if (!fault.empty())
-        return refuse(fault, services);
+        return {std::move(fault), std::nullopt};
     expression.Tokens = compiled.tokens;
     expression.TokenTexts = std::move(compiled.texts);
-    return true;
+    return {};
+}
+
+bool StoreExpression25(const AdvancedChoices& choices, const DatabaseModel& db, const FieldInDesign& own,
+                       std::uint8_t decimals, platform::Services& services, ExprDef& expression,
+                       std::size_t* errorPlace) {
+    if (choices.format != formatOfResultType(expression.ResultType))
+        expression.ResultType = resultTypeOfFormat(choices.format); // whatever becomes of the text
+    const ExpressionFault fault = compileAndTry(choices.text, db, own, decimals, services, expression);
+    if (fault.text.empty())
+        return true;
+    if (errorPlace && fault.place)
+        *errorPlace = *fault.place;
+    return refuse(fault.text, services);
 }
 
 } // namespace tallybook::design

@@ -15,11 +15,11 @@ std::string bracketed(const std::string& name) {
     return calc::FieldNameRequiresBrackets(name) ? '[' + name + ']' : name;
 }
 
-// The heading, then an entry for each used field.
+// The heading, then an entry for each used field. One without a name cannot be called in a text.
 template <class Entry> Entries fieldEntries(std::string_view heading, const model::DatabaseModel& db, Entry entry) {
     Entries entries{std::string(heading)};
     for (std::size_t slot = 1; slot <= model::MaxUserFields; ++slot)
-        if (db.Fields[slot].Type != model::FieldType::NotUsed)
+        if (db.Fields[slot].Type != model::FieldType::NotUsed && !db.Fields[slot].Name.empty())
             entries.push_back(entry(db.Fields[slot].Name));
     return entries;
 }
@@ -113,7 +113,7 @@ bool insertEntry(InsertionList list, int position, std::string_view entry, TextB
 }
 
 bool ClearExpression(platform::Services& services) {
-    return asks(services, "Clear the entire expression", "Are you sure");
+    return asksToDestroy(services, "Clear the entire expression", "Are you sure");
 }
 
 } // namespace tallybook::design

@@ -15,8 +15,11 @@
 
 namespace tallybook::design {
 
-// True when the simple form may be stored; otherwise its message was shown.
-bool VerifyExpression(const SimpleChoices& choices, const model::DatabaseModel& db, platform::Services& services);
+// True when the simple form may be stored in a field's slot; otherwise its message was shown. An entry of an operand
+// list is judged by what it stands for, whatever its field is called. The field itself counts as the Expression that
+// it will be.
+bool VerifyExpression(const SimpleChoices& choices, const model::DatabaseModel& db, platform::Services& services,
+                      int ownSlot = 0);
 
 // The choices with every operand and operator empty; the format stays.
 SimpleChoices ResetExpression(const SimpleChoices& choices);

@@ -8,6 +8,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -40,11 +41,21 @@ std::span<const std::string_view> expressionFormats();
 // The entries of each `cmbExpr`: the blank one, slots 1 to 80, "Today", "Now", the same slots of the previous record.
 std::vector<std::string> operandEntries(const model::DatabaseModel& db);
 
+// What an entry of an operand list stands for.
+struct OperandEntry {
+    enum class Kind : std::uint8_t { None, Field, Today, Now };
+    Kind kind = Kind::None;
+    int slot = 0; // of a field, of the present record or the one before
+};
+OperandEntry operandEntry(int position);
+
 // The entries of a `cmbOper` at a format: at format 0 all seven lists have four operators, at the others the first
 // list has one or two and the rest stay blank.
 std::span<const std::string_view> operatorEntries(int format, int list);
 
-// Stores the choices. False with a message when a number has more than ten characters; nothing is changed then.
+// Stores the choices in the place of what `expression` shows. A choice that is the one shown keeps its token: the
+// stored one may be another that shows alike. False with a message when a number has more than ten characters;
+// nothing is changed then.
 bool StoreExpression20(const SimpleChoices& choices, platform::Services& services, model::ExprDef& expression);
 
 // The choices that show a stored expression. "Now" is token 79, which is also the last slot but one: it shows as
@@ -55,6 +66,12 @@ SimpleChoices choicesOf(const model::ExprDef& expression);
 std::span<const std::string_view> advancedFormats();
 std::uint8_t resultTypeOfFormat(int position);
 int formatOfResultType(std::uint8_t resultType);
+
+// The field whose expression is stored: while it is being made, the database has neither its name nor its type yet.
+struct FieldInDesign {
+    int slot = 0; // 0 for an expression without a field
+    std::string_view name;
+};
 
 // The names by slot as the compiler takes them: those of slots in use. A free slot keeps a name that means nothing.
 std::vector<std::string> usableFieldNames(const model::DatabaseModel& db);
@@ -70,10 +87,25 @@ struct AdvancedChoices {
 };
 AdvancedChoices DisplayExpression25(const model::DatabaseModel& db, const model::ExprDef& expression);
 
-// Compiles the text and tries it out with made-up values. True when it was stored; false with a message under "Error
-// in the expression", the tokens as they were. The result type takes the chosen format in any case. `decimals` is the
-// field's. The place of an error in the text goes to `errorPlace` when it is given.
-bool StoreExpression25(const AdvancedChoices& choices, const model::DatabaseModel& db, std::uint8_t decimals,
-                       platform::Services& services, model::ExprDef& expression, std::size_t* errorPlace = nullptr);
+// An error in the text of an advanced expression: what is wrong, and where (from 0; its length for the end). The
+// text is empty where there is none.
+struct ExpressionFault {
+    std::string text;
+    std::optional<std::size_t> place; // nothing for one that the trial found
+};
+
+// Compiles the text into `expression` and tries it out with made-up values in its result type. `own` is the field
+// that it is for, `decimals` are the field's. Without a fault the tokens are stored; they stay as they were
+// otherwise.
+ExpressionFault compileAndTry(std::string_view text, const model::DatabaseModel& db, const FieldInDesign& own,
+                              std::uint8_t decimals, const platform::Services& services, model::ExprDef& expression);
+
+// Stores the choices in the place of what `expression` shows, so that a text that is the one shown keeps its tokens.
+// True when they were stored; false with a message under "Error in the expression", the tokens as they were. The
+// result type takes the chosen format in any case, unless it shows it already. The place of an error in the text goes
+// to `errorPlace` when it is given.
+bool StoreExpression25(const AdvancedChoices& choices, const model::DatabaseModel& db, const FieldInDesign& own,
+                       std::uint8_t decimals, platform::Services& services, model::ExprDef& expression,
+                       std::size_t* errorPlace = nullptr);
 
 } // namespace tallybook::design

@@ -1,6 +1,7 @@
 #include "core/design/ExternalChoices.h"
 
 #include "core/calc/values/Numbers.h"
+#include "core/design/FieldNames.h"
 #include "core/document/joins/ExternalFiles.h"
 #include "core/document/joins/ExternalReader.h"
 #include "core/handheld/DatabaseList.h"
@@ -43,7 +44,7 @@ template <class Wanted> Entries fieldsOf(const DatabaseModel* other, Wanted want
         }
         const model::FieldDef& field = other->Fields[static_cast<std::size_t>(slot)];
         if (wanted(field.Type))
-            entries.push_back({number, field.Name});
+            entries.push_back({number, shownName(*other, slot)});
     }
     return entries;
 }

@@ -107,9 +107,12 @@ int selectedOption(const model::FieldDef& field, int options) {
     return number >= 1 && number <= options ? number - 1 : -1;
 }
 
-void takeOptions(RadioDraft& radio, const model::ListDef& list, platform::Services& services) {
+void sayTooManyOptions(const model::ListDef& list, platform::Services& services) {
     if (list.Count() > kRadioOptions)
         say(services, "Only the first Eight values of the list will be considered", "Existing options found");
+}
+
+void takeOptions(RadioDraft& radio, const model::ListDef& list) {
     const int taken = std::min(list.Count(), kRadioOptions);
     for (int option = 0; option < taken; ++option)
         radio.Optxt[static_cast<std::size_t>(option)] = list.Items[static_cast<std::size_t>(option)];
@@ -146,13 +149,17 @@ void chooseBranch(BranchDraft& branch, std::uint8_t slot) {
     branch.useField = slot != 0;
 }
 
-FieldPropDraft fillAttributeValues(const model::DatabaseModel& db, int slot, platform::Services& services) {
+bool storesDefaultText(FieldType type) {
+    return showsPanel(type, Panel::txtDefault) || type == FieldType::Memo;
+}
+
+FieldPropDraft valuesOf(const model::DatabaseModel& db, int slot) {
     const model::FieldDef& field = db.Fields[static_cast<std::size_t>(slot)];
     const model::CondExprDef& condition = db.CondExprs.at(slot);
     FieldPropDraft draft;
     draft.txtFieldName = field.Name;
     draft.cmbFieldType = static_cast<int>(field.Type);
-    draft.txtDefault = field.Default;
+    draft.txtDefault = storesDefaultText(field.Type) ? field.Default : std::string();
     draft.cmbDefault = defaultPosition(field);
     draft.cmbDefaultText = std::to_string(db.AutoIncNext.has(slot) ? db.AutoIncNext.at(slot) : 1);
     draft.cmbDecDigs = digitsPosition(field);
@@ -170,22 +177,31 @@ FieldPropDraft fillAttributeValues(const model::DatabaseModel& db, int slot, pla
     draft.branchThen = {condition.TrueField != 0, condition.TrueField, condition.TrueText, condition.TrueKind};
     draft.branchElse = {condition.FalseField != 0, condition.FalseField, condition.FalseText, condition.FalseKind};
     if (field.Type == FieldType::RadioButton) {
-        takeOptions(draft.FrmRadio, db.Lists.at(slot), services);
+        takeOptions(draft.FrmRadio, db.Lists.at(slot));
         draft.FrmRadio.OptSel = selectedOption(field, draft.FrmRadio.count());
     }
     return draft;
 }
 
+FieldPropDraft fillAttributeValues(const model::DatabaseModel& db, int slot, platform::Services& services) {
+    if (db.Fields[static_cast<std::size_t>(slot)].Type == FieldType::RadioButton)
+        sayTooManyOptions(db.Lists.at(slot), services);
+    return valuesOf(db, slot);
+}
+
 void selectFieldType(FieldPropDraft& draft, FieldType type, const model::DatabaseModel& db, int slot,
                      platform::Services& services) {
-    const bool changes = draft.type() != type;
+    const FieldType before = draft.type();
+    const model::FieldDef& field = db.Fields[static_cast<std::size_t>(slot)];
     draft.cmbFieldType = static_cast<int>(type);
-    const bool wasRadio = db.Fields[static_cast<std::size_t>(slot)].Type == FieldType::RadioButton;
-    if (changes && type == FieldType::RadioButton && !wasRadio && db.Lists.at(slot).Count() > 0)
-        takeOptions(draft.FrmRadio, db.Lists.at(slot), services);
-    const auto entries = static_cast<int>(defaultEntries(type).size());
-    if (entries > 0 && draft.cmbDefault >= entries)
-        draft.cmbDefault = 0;
+    if (before != type && type == FieldType::RadioButton && field.Type != FieldType::RadioButton &&
+        db.Lists.at(slot).Count() > 0) {
+        sayTooManyOptions(db.Lists.at(slot), services);
+        takeOptions(draft.FrmRadio, db.Lists.at(slot));
+    }
+    // A choice means nothing in another list: "Checked" is no stamp.
+    if (defaultEntries(before).data() != defaultEntries(type).data())
+        draft.cmbDefault = field.Type == type ? defaultPosition(field) : 0;
 }
 
 void clickAutoWriter(FieldPropDraft& draft) {

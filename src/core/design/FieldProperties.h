@@ -106,8 +106,13 @@ struct FieldPropDraft {
     bool operator==(const FieldPropDraft&) const = default;
 };
 
-// Fill Attribute Values: what the controls hold when the dialog opens on a slot. A Radio Button with more than eight
-// options says that only eight are taken.
+// Types whose default is the text of txtDefault. Other types keep something else in its place in a file.
+bool storesDefaultText(model::FieldType type);
+
+// What the controls hold when the dialog opens on a slot.
+FieldPropDraft valuesOf(const model::DatabaseModel& db, int slot);
+
+// Fill Attribute Values: the same, and a Radio Button with more than eight options says that only eight are taken.
 FieldPropDraft fillAttributeValues(const model::DatabaseModel& db, int slot, platform::Services& services);
 
 // Field Type: a selection in cmbFieldType. A field with list items gives a Radio Button its first eight as options.
@@ -137,6 +142,7 @@ enum class FieldPropFocus : std::uint8_t {
     cmbFieldType,
     txtDefault,
     cmbDefault,
+    cmbDecDigs,
     cmbExpr,
     txtAdvExpression,
     Command1,
@@ -158,9 +164,10 @@ struct FieldPropResult {
 
 enum class DialogShown : std::uint8_t { Hidden, Visible };
 
-// OK of the dialog on a slot: checks, asks, changes the column and stores the attributes. A refusal leaves the
-// dialog open with what has been stored so far; the draft may lose a default that was no number. `show` is told to
-// hide the dialog while a column is rewritten and to show it again after a refusal; it may be empty. After it was
+// OK of the dialog on a slot: checks, asks, changes the column and stores the attributes. What the draft holds as the
+// dialog opened with it keeps what is stored, which may be more than a control can show: an OK without a change
+// changes nothing. A refusal leaves the dialog open; the draft may lose a default that was no number. `show` is told
+// to hide the dialog while a column is rewritten and to show it again after a refusal; it may be empty. After it was
 // accepted the caller runs recalcExpressions and shows the grid anew.
 //
 // Options of a Radio Button are checked early and stored when the user has agreed to the change: a list or the

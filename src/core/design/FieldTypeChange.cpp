@@ -1,8 +1,9 @@
-// The OK of Field Properties: checks, questions, the change of the column, and what is stored.
+// The OK of Field Properties: checks, questions and the change of the column.
 #include "core/calc/values/Conversion.h"
 #include "core/calc/values/Numbers.h"
 #include "core/design/Dialog.h"
 #include "core/design/ExpressionBuilder.h"
+#include "core/design/FieldAttributes.h"
 #include "core/design/FieldProperties.h"
 #include "core/design/ListItems.h"
 #include "core/design/Tags.h"
@@ -11,6 +12,8 @@
 #include "core/platform/OwnTexts.h"
 
 #include <algorithm>
+#include <array>
+#include <numeric>
 #include <utility>
 
 namespace tallybook::design {
@@ -20,11 +23,36 @@ namespace {
 using model::FieldType;
 using Focus = FieldPropFocus;
 
-constexpr std::uint8_t kBarcodeFlag = 0x80;
-constexpr std::array<std::uint8_t, 3> kImageDepths = {1, 4, 8};
+constexpr std::uint8_t kMostDigits = 3; // that a Float shows
 
 bool isWholeOrFloat(FieldType type) {
     return type == FieldType::Integer || type == FieldType::Long || type == FieldType::Float;
+}
+
+// What every record of a slot stores beside its text, for ids from 0 to 255.
+using IdMap = std::array<std::int32_t, 256>;
+
+// Where the ids of records go when the options of a Radio Button take the ids of their places: those of an option
+// follow it. One that no option has any more stays what it was; only where that is another option's now it takes an
+// id of nobody's, so that the record shows no option that was never chosen for it.
+IdMap idsByPlace(const model::ListDef& before, int options) {
+    IdMap ids{};
+    std::iota(ids.begin(), ids.end(), 0);
+    int spare = options + 1;
+    const auto isTaken = [&](int id) {
+        return std::find(before.ItemIds.begin(), before.ItemIds.end(), id) != before.ItemIds.end();
+    };
+    for (int place = before.Count() - 1; place >= 0; --place) {
+        const std::uint8_t id = before.ItemIds[static_cast<std::size_t>(place)];
+        if (place < options) {
+            ids[id] = place + 1;
+        } else if (id <= options) {
+            while (isTaken(spare))
+                ++spare;
+            ids[id] = spare++;
+        }
+    }
+    return ids;
 }
 
 class OkPath {
@@ -32,18 +60,24 @@ public:
     OkPath(model::Document& doc, platform::Services& services, int slot, FieldPropDraft& draft, FieldPropMode mode,
            const std::function<void(DialogShown)>& show)
         : m_doc(doc), m_services(services), m_slot(slot), m_draft(draft), m_mode(mode), m_show(show),
-          m_oldType(field().Type), m_newType(typeMayChange(slot) ? draft.type() : m_oldType) {}
+          m_shown(valuesOf(doc.CurrDB20, slot)), m_oldType(field().Type),
+          m_newType(typeMayChange(slot) ? draft.type() : m_oldType), m_change{draft, m_shown, m_oldType, m_newType,
+                                                                              mode} {}
 
     FieldPropResult run() {
         using Step = bool (OkPath::*)();
-        static constexpr std::array<Step, 16> kSteps = {
-            &OkPath::checkName,     &OkPath::checkTexts,    &OkPath::checkSimpleForm, &OkPath::checkCondition,
-            &OkPath::checkOptions,  &OkPath::checkExternal, &OkPath::checkNextValue,  &OkPath::agreeToConversion,
-            &OkPath::agreeToKeys,   &OkPath::makeList,      &OkPath::compileAdvanced, &OkPath::storeOptions,
-            &OkPath::convertColumn, &OkPath::reformat,      &OkPath::storeAttributes, &OkPath::storeType,
+        static constexpr std::array<Step, 17> kSteps = {
+            &OkPath::checkName,          &OkPath::checkTexts,    &OkPath::checkSimpleForm, &OkPath::checkCondition,
+            &OkPath::checkOptions,       &OkPath::checkExternal, &OkPath::checkNextValue,  &OkPath::agreeToConversion,
+            &OkPath::agreeToFewerDigits, &OkPath::agreeToKeys,   &OkPath::makeList,        &OkPath::compileAdvanced,
+            &OkPath::storeOptions,       &OkPath::convertColumn, &OkPath::reformat,        &OkPath::store,
+            &OkPath::storeType,
         };
+        const FieldAttributes before = attributesOf(db(), m_slot);
         m_result.accepted =
             std::all_of(kSteps.begin(), kSteps.end(), [this](const Step step) { return (this->*step)(); });
+        if (before != attributesOf(db(), m_slot))
+            m_doc.DocModified = true;
         return m_result;
     }
 
@@ -73,15 +107,17 @@ private:
     }
 
     bool checkName() {
-        m_name = trimmed(m_draft.txtFieldName);
-        if (m_name.empty())
+        m_texts.name = trimmed(m_draft.txtFieldName);
+        const std::string& name = m_texts.name;
+        if (name.empty())
             return refuse("Field Name cannot be blank", "Information", Focus::txtFieldName);
         for (int slot = 0; slot <= model::MaxUserFields; ++slot)
-            if (slot != m_slot && db().Fields[static_cast<std::size_t>(slot)].Name == m_name)
+            if (slot != m_slot && db().Fields[static_cast<std::size_t>(slot)].Name == name)
                 return refuse("Another Field exists with this name.\nEnter another name and save the field "
                               "information ",
                               "Duplicate field name", Focus::txtFieldName);
-        return !refusesText(m_services, "A name", m_name, model::kTextLength) || refuse(Focus::txtFieldName);
+        return m_change.keeps(&FieldPropDraft::txtFieldName) ||
+               !refusesText(m_services, "A name", name, model::kTextLength) || refuse(Focus::txtFieldName);
     }
 
     // The default, and the texts of the panels that a file gives a width.
@@ -93,17 +129,25 @@ private:
             return refuse(Focus::txtDefault);
         }
         const std::size_t longest = m_newType == FieldType::Memo ? model::kMemoLength : model::kTextLength;
-        if (storesDefaultText() &&
+        const bool changes = !m_change.keeps(&FieldPropDraft::txtDefault) || changesDigits();
+        if (storesDefaultText(m_newType) && changes &&
             (!checkDefault(m_draft, m_services) || refusesText(m_services, "A default", m_draft.txtDefault, longest)))
             return refuse(Focus::txtDefault);
         return m_newType != FieldType::OneToMany || checkOneToMany();
     }
 
+    // A text that a file has may be longer than one that is typed. As long as nobody changes it, it stays.
+    bool refusesChanged(std::string_view what, const std::string& text, const std::string& shown, std::size_t most) {
+        return (!m_change.keepsType() || text != shown) && refusesText(m_services, what, text, most);
+    }
+
     bool checkOneToMany() {
         const model::OneToManyDef& def = m_draft.frmMasterDetail;
-        const bool tooLong = refusesText(m_services, "The name of the other Tallybook", def.Source, kMostInSource) ||
-                             refusesText(m_services, "A label", def.Label1, kMostInLabel) ||
-                             refusesText(m_services, "A label", def.Label2, kMostInLabel);
+        const model::OneToManyDef& shown = m_shown.frmMasterDetail;
+        const bool tooLong =
+            refusesChanged("The name of the other Tallybook", def.Source, shown.Source, kMostInSource) ||
+            refusesChanged("A label", def.Label1, shown.Label1, kMostInLabel) ||
+            refusesChanged("A label", def.Label2, shown.Label2, kMostInLabel);
         return !tooLong || refuse(Focus::frmMasterDetail);
     }
 
@@ -112,9 +156,9 @@ private:
         if (m_newType != FieldType::Expression)
             return true;
         if (m_oldType == FieldType::Expression)
-            m_expression = std::as_const(db()).Expressions.at(m_slot);
-        return (VerifyExpression(m_draft.frmExpr, db(), m_services) &&
-                StoreExpression20(m_draft.frmExpr, m_services, m_expression)) ||
+            m_texts.expression = std::as_const(db()).Expressions.at(m_slot);
+        return (VerifyExpression(m_draft.frmExpr, db(), m_services, m_slot) &&
+                StoreExpression20(m_draft.frmExpr, m_services, m_texts.expression)) ||
                refuse(Focus::cmbExpr);
     }
 
@@ -126,38 +170,43 @@ private:
                 platform::Icon::Critical);
             return refuse(Focus::Command1);
         }
-        if (refusesText(m_services, "A result", m_draft.branchThen.text, kMostInResult))
+        if (refusesChanged("A result", m_draft.branchThen.text, m_shown.branchThen.text, kMostInResult))
             return refuse(Focus::TxtThen);
-        return !refusesText(m_services, "A result", m_draft.branchElse.text, kMostInResult) || refuse(Focus::TxtElse);
+        return !refusesChanged("A result", m_draft.branchElse.text, m_shown.branchElse.text, kMostInResult) ||
+               refuse(Focus::TxtElse);
     }
 
     bool checkOptions() {
         if (m_newType != FieldType::RadioButton)
             return true;
         for (int option = 0; option < m_draft.FrmRadio.count(); ++option) {
-            const std::string& text = m_draft.FrmRadio.Optxt[static_cast<std::size_t>(option)];
+            const auto place = static_cast<std::size_t>(option);
+            const std::string& text = m_draft.FrmRadio.Optxt[place];
             if (text.empty())
                 return refuse("Enter the values for the options of the Radio-button ", "Options cannot be empty",
                               Focus::Optxt, option);
-            if (refusesText(m_services, "An option", text, model::kTextLength))
+            if (refusesChanged("An option", text, m_shown.FrmRadio.Optxt[place], model::kTextLength))
                 return refuse(Focus::Optxt, option);
         }
         return true;
     }
 
     bool checkExternal() {
+        const ExternalDraft& external = m_draft.external;
         if (m_newType == FieldType::DBJoin) {
-            if (!m_draft.external.CmbViewList)
+            if (!external.CmbViewList)
                 return refuse("External view was not selected", {}, Focus::frmExternal);
-            if (!m_draft.external.displayField)
+            if (!external.displayField)
                 return refuse("External display field was not selected", {}, Focus::displayField);
-            if (!m_draft.external.joinField)
+            if (!external.joinField)
                 return refuse("External join field was not selected", {}, Focus::joinField);
+            if (trimmed(external.Source).empty())
+                return refuse(platform::texts::kNoOtherTallybook, {}, Focus::frmExternal);
         }
         const bool hasSource = m_newType == FieldType::DBJoin || m_newType == FieldType::DBLookup;
         return !hasSource ||
-               !refusesText(m_services, "The name of the other Tallybook", m_draft.external.Source,
-                            model::kTextLength) ||
+               !refusesChanged("The name of the other Tallybook", external.Source, m_shown.external.Source,
+                               model::kTextLength) ||
                refuse(Focus::frmExternal);
     }
 
@@ -167,7 +216,7 @@ private:
         const auto next = calc::toInt32(m_draft.cmbDefaultText, m_services.regional);
         if (!next)
             return refuse(platform::texts::kNextValueNotWhole, "Warning", Focus::cmbDefault);
-        m_nextValue = *next;
+        m_texts.nextValue = *next;
         return true;
     }
 
@@ -183,10 +232,19 @@ private:
                refuse(Focus::cmbFieldType);
     }
 
+    // A save writes a Float as it is shown. More digits than three show nothing, so that there are none to be lost.
+    bool agreeToFewerDigits() {
+        const std::uint8_t before = field().Decimals;
+        if (!changesDigits() || m_doc.NumDataRecs == 0 || decimals() >= before || before > kMostDigits)
+            return true;
+        return asksToDestroy(m_services, platform::texts::kFewerDigits, {}, platform::Icon::Warning) ||
+               refuse(Focus::cmbDecDigs);
+    }
+
     bool agreeToKeys() {
         if (!convertsData() || m_newType != FieldType::Key)
             return true;
-        const bool makesKeys = asks(
+        const bool makesKeys = asksToDestroy(
             m_services,
             "WARNING:  This action will change the field into 'key'.   Would you like to convert the values into "
             "key values?   Note: Choosing 'YES' will delete all existing keys, cannot be undone.   If you choose "
@@ -205,14 +263,18 @@ private:
         if (!convertsData() || m_newType != FieldType::List)
             return true;
         show(DialogShown::Hidden);
-        m_doc.DocModified = true;
-        const model::ListDef before = std::as_const(db()).Lists.at(m_slot);
-        if (!calc::createList(m_doc, m_services, m_slot)) {
+        const bool hasItems = std::as_const(db()).Lists.at(m_slot).Count() > 0;
+        if (hasItems && !asks(m_services, "Clear existing list and create new list?", "Existing list found")) {
+            matchStandingList(std::as_const(db()).Lists.at(m_slot));
+        } else if (!calc::createList(m_doc, m_services, m_slot)) {
+            say(m_services,
+                "More than 60 unique items found.  Some items could not be included.\n"
+                "Convert this field back to text, reduce the number of unique items and try again.",
+                {}, platform::Icon::Critical);
             show(DialogShown::Visible);
             return refuse(Focus::cmbFieldType);
         }
-        if (before.Count() > 0 && before == std::as_const(db()).Lists.at(m_slot))
-            matchStandingList(before);
+        m_doc.DocModified = true;
         const int column = model::columnOfSlot(m_slot);
         m_doc.grd.pictures(column).clear();
         m_doc.grd.colours(column).clear();
@@ -241,18 +303,20 @@ private:
     bool compileAdvanced() {
         if (m_newType != FieldType::AdvExpression)
             return true;
-        m_expression = std::as_const(db()).Expressions.at(m_slot);
+        if (m_oldType == FieldType::AdvExpression)
+            m_texts.expression = std::as_const(db()).Expressions.at(m_slot);
         std::size_t place = 0;
-        if (StoreExpression25(m_draft.frmExprAdv, db(), decimals(), m_services, m_expression, &place))
+        const FieldInDesign own{m_slot, m_texts.name};
+        if (StoreExpression25(m_draft.frmExprAdv, db(), own, decimals(), m_services, m_texts.expression, &place))
             return true;
         if (m_oldType == FieldType::AdvExpression)
-            db().Expressions[m_slot].ResultType = m_expression.ResultType;
+            db().Expressions[m_slot].ResultType = m_texts.expression.ResultType;
         return refuse(Focus::txtAdvExpression, static_cast<int>(place));
     }
 
     // Options take the ids of their places from 1. Records of the field follow theirs, so that what they show stays.
     bool storeOptions() {
-        if (m_newType != FieldType::RadioButton)
+        if (m_newType != FieldType::RadioButton || m_change.keepsOptions())
             return true;
         const model::ListDef before = std::as_const(db()).Lists.at(m_slot);
         const int options = m_draft.FrmRadio.count();
@@ -264,18 +328,15 @@ private:
         }
         field().Decimals = static_cast<std::uint8_t>(options);
         if (hasGrid() && m_oldType == FieldType::RadioButton && list != before)
-            followOptions(before, options);
+            followOptions(idsByPlace(before, options));
         return true;
     }
 
-    void followOptions(const model::ListDef& before, int options) {
-        std::array<std::int32_t, 256> newId{};
-        for (int place = std::min(before.Count(), options) - 1; place >= 0; --place)
-            newId[before.ItemIds[static_cast<std::size_t>(place)]] = place + 1;
+    void followOptions(const IdMap& ids) {
         for (int record = 0; record < m_doc.NumDataRecs; ++record) {
             const std::int32_t id = m_doc.CellLongs.get(record, m_slot);
-            if (id > 0)
-                m_doc.CellLongs.set(record, m_slot, id < 256 ? newId[static_cast<std::size_t>(id)] : 0);
+            if (id > 0 && id < static_cast<std::int32_t>(ids.size()))
+                m_doc.CellLongs.set(record, m_slot, ids[static_cast<std::size_t>(id)]);
         }
         refreshItemTexts(m_doc, m_slot);
     }
@@ -299,10 +360,13 @@ private:
                                m_doc.grd.text(record + model::kFirstDataRow, model::columnOfSlot(m_slot), scratch));
     }
 
+    bool changesDigits() {
+        return hasGrid() && m_newType == FieldType::Float && m_oldType == FieldType::Float &&
+               decimals() != field().Decimals;
+    }
+
     bool reformat() {
-        const bool digitsChange =
-            m_newType == FieldType::Float && m_oldType == FieldType::Float && decimals() != field().Decimals;
-        if (!digitsChange || !hasGrid())
+        if (!changesDigits())
             return true;
         show(DialogShown::Hidden);
         field().Decimals = decimals();
@@ -311,142 +375,17 @@ private:
         return true;
     }
 
-    // The digits of cmbDecDigs; those of the field when the list has no selection.
-    std::uint8_t decimals() {
-        return m_draft.cmbDecDigs >= 0 ? static_cast<std::uint8_t>(m_draft.cmbDecDigs) : field().Decimals;
-    }
+    std::uint8_t decimals() { return m_change.decimals(field()); }
 
-    bool storeAttributes() {
-        storeDefinition();
-        storeDecimals();
-        field().Name = m_name;
-        storeDefault();
-        storeAutoWriter();
-        if (m_newType == FieldType::Text) {
-            const unsigned others = field().FieldFlags & ~static_cast<unsigned>(kBarcodeFlag);
-            field().FieldFlags = static_cast<std::uint8_t>(others | (m_draft.chkBarcodeScan ? kBarcodeFlag : 0u));
-        }
-        return true;
-    }
-
-    void storeDefinition() {
-        switch (m_newType) {
-        case FieldType::Expression:
-        case FieldType::AdvExpression:
-            db().Expressions[m_slot] = m_expression;
-            break;
-        case FieldType::DBJoin:
-        case FieldType::DBLookup:
-            storeExternal();
-            break;
-        case FieldType::AddressBookJoin:
-        case FieldType::AddressBookLookup:
-            db().Externals[m_slot].ABField1 = m_draft.external.ABField1;
-            db().Externals[m_slot].Extra = m_draft.external.ABField2;
-            break;
-        case FieldType::OneToMany:
-            db().OneToManys[m_slot] = m_draft.frmMasterDetail;
-            break;
-        case FieldType::ConditionalExpression:
-            storeCondition();
-            break;
-        default:
-            break;
-        }
-    }
-
-    void storeExternal() {
-        const ExternalDraft& draft = m_draft.external;
-        model::ExternalDef& external = db().Externals[m_slot];
-        const bool bothChanged = m_newType == FieldType::DBJoin && m_oldType == FieldType::DBJoin &&
-                                 external.MatchField != *draft.displayField &&
-                                 external.SourceField != *draft.joinField;
-        external.Source = draft.Source;
-        external.MatchField = draft.displayField.value_or(0);
-        external.SourceField = draft.joinField.value_or(0);
-        if (m_newType == FieldType::DBJoin) {
-            external.ABField1 = *draft.CmbViewList;
-            external.KeyType = draft.KeyType;
-        }
-        if (bothChanged)
+    bool store() {
+        if (storeAttributes(m_change, m_texts, db(), m_slot))
             say(m_services, "Both Display field and the Join Field is changed, Please reselect the join values",
                 "Attention");
-    }
-
-    void storeCondition() {
-        model::CondExprDef& condition = db().CondExprs[m_slot];
-        condition = m_draft.condition;
-        const BranchDraft& whenTrue = m_draft.branchThen;
-        const BranchDraft& whenFalse = m_draft.branchElse;
-        condition.TrueKind = whenTrue.colour;
-        condition.TrueText = whenTrue.text;
-        condition.TrueField = whenTrue.useField ? whenTrue.field : std::uint8_t{0};
-        condition.FalseKind = whenFalse.colour;
-        condition.FalseText = whenFalse.text;
-        condition.FalseField = whenFalse.useField ? whenFalse.field : std::uint8_t{0};
-    }
-
-    void storeDecimals() {
-        switch (m_newType) {
-        case FieldType::Float:
-        case FieldType::Expression:
-        case FieldType::AdvExpression:
-            field().Decimals = decimals();
-            break;
-        case FieldType::Image:
-            field().Decimals = kImageDepths[static_cast<std::size_t>(std::clamp(m_draft.cmbDefault, 0, 2))];
-            break;
-        case FieldType::Checkbox:
-            field().Decimals = m_draft.cmbDefault == 1 ? 1 : 0;
-            break;
-        case FieldType::Text:
-            if (m_oldType != m_newType || m_draft.checkDisableAutoShift != (field().Decimals == 1))
-                field().Decimals = m_draft.checkDisableAutoShift ? 1 : 0;
-            break;
-        default:
-            break;
-        }
-    }
-
-    bool storesDefaultText() const {
-        return m_newType == FieldType::Text || m_newType == FieldType::Memo || isWholeOrFloat(m_newType);
-    }
-
-    void storeDefault() {
-        static constexpr std::array<std::string_view, 3> kStamps = {"", "A", "U"};
-        if (storesDefaultText())
-            field().Default = m_draft.txtDefault;
-        else if (m_newType == FieldType::Date || m_newType == FieldType::Time)
-            field().Default = kStamps[static_cast<std::size_t>(std::clamp(m_draft.cmbDefault, 0, 2))];
-        else if (m_newType == FieldType::RadioButton)
-            field().Default = std::to_string(std::max(m_draft.FrmRadio.OptSel, 0) + 1);
-        else if (m_newType == FieldType::AutoIncremental)
-            db().AutoIncNext[m_slot] = m_nextValue;
-    }
-
-    // Set Auto Writer / Increment Decrement Property. A type without the control loses the setting with its change;
-    // otherwise the byte is carried.
-    void storeAutoWriter() {
-        const bool changes = m_oldType != m_newType;
-        if (showsPanel(m_newType, Panel::AutoWriter)) {
-            const int chosen = m_draft.checkAutoWriter ? std::max(m_draft.cmbSeparate, 0) : 0;
-            const int known = static_cast<int>(separatorEntries().size()) - 1;
-            if (chosen != std::min<int>(field().AutoWriter, known))
-                field().AutoWriter = static_cast<std::uint8_t>(chosen);
-            if (chosen != 0)
-                db().Lists[m_slot] = m_draft.ListAW;
-        } else if (changes) {
-            field().AutoWriter = 0;
-        }
-        if (showsPanel(m_newType, Panel::checkIncrementDecrement))
-            field().IncDec = m_draft.checkIncrementDecrement ? 1 : 0;
-        else if (changes)
-            field().IncDec = 0;
+        return true;
     }
 
     bool storeType() {
         field().Type = m_newType;
-        m_doc.DocModified = true;
         if (hasGrid())
             document::gridLoadField(m_doc, m_services.regional, m_slot);
         return true;
@@ -458,12 +397,12 @@ private:
     FieldPropDraft& m_draft;
     FieldPropMode m_mode;
     const std::function<void(DialogShown)>& m_show;
-    FieldType m_oldType;
-    FieldType m_newType;
+    const FieldPropDraft m_shown; // what the dialog opened with
+    const FieldType m_oldType;
+    const FieldType m_newType;
+    const FieldChange m_change;
 
-    std::string m_name;
-    model::ExprDef m_expression;
-    std::int32_t m_nextValue = 1;
+    CheckedTexts m_texts;
     FieldPropResult m_result;
 };
 

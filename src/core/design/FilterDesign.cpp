@@ -1,7 +1,8 @@
 #include "core/design/FilterDesign.h"
 
-#include "core/calc/conditions/EvalCond.h"
 #include "core/calc/values/Numbers.h"
+#include "core/calc/values/Text.h"
+#include "core/design/FieldNames.h"
 #include "core/platform/OwnTexts.h"
 
 #include <algorithm>
@@ -22,34 +23,39 @@ constexpr std::string_view kTodayConstant = "T";
 constexpr int kConstant = 0; // position in CmbFldOpnd
 constexpr std::size_t kOperandSlots = 6;
 
+// The slots of the used fields. Both lists of fields have one entry ahead of them.
+std::vector<int> usedSlots(const DatabaseModel& db) {
+    std::vector<int> slots;
+    for (int slot = 1; slot <= model::MaxUserFields; ++slot)
+        if (db.Fields[static_cast<std::size_t>(slot)].Type != FieldType::NotUsed)
+            slots.push_back(slot);
+    return slots;
+}
+
 std::vector<std::string> usedNames(const DatabaseModel& db) {
     std::vector<std::string> names;
-    for (std::size_t slot = 1; slot <= model::MaxUserFields; ++slot)
-        if (db.Fields[slot].Type != FieldType::NotUsed)
-            names.push_back(db.Fields[slot].Name);
+    for (const int slot : usedSlots(db))
+        names.push_back(shownName(db, slot));
     return names;
 }
 
-// Position of a slot's field among the used ones, from 1; 0 for none. Both lists have one entry ahead of the names.
+// The entry of a slot; 0 for none.
 int positionOfSlot(const DatabaseModel& db, int slot) {
-    if (slot < 1 || slot > model::MaxUserFields ||
-        db.Fields[static_cast<std::size_t>(slot)].Type == FieldType::NotUsed)
-        return 0;
-    int position = 0;
-    for (int other = 1; other <= slot; ++other)
-        if (db.Fields[static_cast<std::size_t>(other)].Type != FieldType::NotUsed)
-            ++position;
-    return position;
+    const std::vector<int> slots = usedSlots(db);
+    const auto found = std::find(slots.begin(), slots.end(), slot);
+    return found == slots.end() ? 0 : static_cast<int>(found - slots.begin()) + 1;
 }
 
-std::uint8_t slotOfEntry(const DatabaseModel& db, const std::vector<std::string>& entries, int position) {
-    if (position < 1 || position >= static_cast<int>(entries.size()))
+// The slot that an entry stands for, whatever its text: two fields may share a name. 0 for the other entries.
+std::uint8_t slotOfPosition(const DatabaseModel& db, int position) {
+    const std::vector<int> slots = usedSlots(db);
+    if (position < 1 || position > static_cast<int>(slots.size()))
         return 0;
-    return static_cast<std::uint8_t>(calc::GetDBFieldNo20(db, entries[static_cast<std::size_t>(position)]));
+    return static_cast<std::uint8_t>(slots[static_cast<std::size_t>(position) - 1]);
 }
 
 int todayPosition(const DatabaseModel& db) {
-    return static_cast<int>(operandListEntries(db).size()) - 1;
+    return static_cast<int>(usedSlots(db).size()) + 1;
 }
 
 bool isDate(const DatabaseModel& db, int slot) {
@@ -89,43 +95,90 @@ template <class Def> ConditionControls conditionControls(const DatabaseModel& db
     return controls;
 }
 
-template <class Def>
-FilterControls controlsOf(const DatabaseModel& db, const Def& def, std::array<std::uint8_t, 2> links) {
+using Links = std::array<std::uint8_t, 2>;
+
+Links linksOf(const model::FilterDef& filter) {
+    return filter.CondLinks;
+}
+
+// A Conditional Expression that was read from a file has its links one place further.
+Links linksOf(const model::CondExprDef& condition) {
+    const auto& links = condition.CondLinks;
+    const bool fromFile = links[0] == 0 && links[1] != 0;
+    return fromFile ? Links{links[1], links[2]} : Links{links[0], links[1]};
+}
+
+template <class Def> FilterControls controlsOf(const DatabaseModel& db, const Def& def) {
     FilterControls controls;
     for (std::size_t n = 0; n < controls.conditions.size(); ++n)
         controls.conditions[n] = conditionControls(db, def, n);
+    const Links links = linksOf(def);
     for (std::size_t i = 0; i < links.size(); ++i)
         controls.CmbRelOpr[i] = positionIn(kLinkCodes, links[i], 0);
     return controls;
 }
 
-// The controls translated back. Conditions behind a blank link are not stored.
-template <class Def> void storeConditions(const DatabaseModel& db, const FilterControls& controls, Def& def) {
-    const std::vector<std::string> left = leftEntries(db);
-    const std::vector<std::string> right = operandListEntries(db);
-    std::array<std::uint8_t, kOperandSlots> slots{};
-    for (std::size_t n = 0; n < controls.conditions.size(); ++n) {
-        const ConditionControls& condition = controls.conditions[n];
-        def.CondValues[n].clear();
-        if (!isConditionUsed(controls, static_cast<int>(n))) {
-            def.CondOps[n] = 0;
-            continue;
-        }
-        slots[2 * n] = slotOfEntry(db, left, condition.CmbFldListCmp);
-        if (condition.CmbOpr >= 0)
-            def.CondOps[n] = static_cast<std::uint8_t>(kOperatorCodes[static_cast<std::size_t>(condition.CmbOpr)]);
-        if (condition.CmbFldOpnd == todayPosition(db))
-            def.CondValues[n] = kTodayConstant;
-        else if (condition.CmbFldOpnd > kConstant)
-            slots[2 * n + 1] = slotOfEntry(db, right, condition.CmbFldOpnd);
-        else
-            def.CondValues[n] = condition.TxtConst;
-    }
+// One condition that was changed, translated back.
+template <class Def>
+void storeCondition(const DatabaseModel& db, const ConditionControls& condition, std::size_t n, Def& def) {
+    auto slots = slotsOf(def);
+    slots[2 * n] = slotOfPosition(db, condition.CmbFldListCmp);
+    slots[2 * n + 1] = 0;
+    if (condition.CmbOpr >= 0)
+        def.CondOps[n] = static_cast<std::uint8_t>(kOperatorCodes[static_cast<std::size_t>(condition.CmbOpr)]);
+    def.CondValues[n].clear();
+    if (condition.CmbFldOpnd == todayPosition(db))
+        def.CondValues[n] = kTodayConstant;
+    else if (condition.CmbFldOpnd > kConstant)
+        slots[2 * n + 1] = slotOfPosition(db, condition.CmbFldOpnd);
+    else
+        def.CondValues[n] = condition.TxtConst;
     setSlots(def, slots);
+}
+
+template <class Def> void clearStored(std::size_t n, Def& def) {
+    auto slots = slotsOf(def);
+    slots[2 * n] = slots[2 * n + 1] = 0;
+    def.CondOps[n] = 0;
+    def.CondValues[n].clear();
+    setSlots(def, slots);
+}
+
+// The controls translated back in the place of what `def` shows. A condition that was not changed keeps what is
+// stored, which may be more than the controls can show. Those behind the end of the chain go.
+template <class Def> void storeConditions(const DatabaseModel& db, const FilterControls& controls, Def& def) {
+    const FilterControls shown = controlsOf(db, def);
+    const auto sameUse = [&](std::size_t n) {
+        return isConditionUsed(controls, static_cast<int>(n)) == isConditionUsed(shown, static_cast<int>(n));
+    };
+    Links links = linksOf(def);
+    for (std::size_t i = 0; i < links.size(); ++i)
+        if (controls.CmbRelOpr[i] != shown.CmbRelOpr[i] || !sameUse(i + 1))
+            links[i] = isConditionUsed(controls, static_cast<int>(i) + 1)
+                           ? static_cast<std::uint8_t>(kLinkCodes[static_cast<std::size_t>(controls.CmbRelOpr[i])])
+                           : std::uint8_t{0};
+    for (std::size_t n = 0; n < controls.conditions.size(); ++n) {
+        if (controls.conditions[n] == shown.conditions[n] && sameUse(n))
+            continue;
+        if (isConditionUsed(controls, static_cast<int>(n)))
+            storeCondition(db, controls.conditions[n], n, def);
+        else
+            clearStored(n, def);
+    }
     def.CondLinks = {};
-    for (std::size_t i = 0; i < controls.CmbRelOpr.size(); ++i)
-        if (isConditionUsed(controls, static_cast<int>(i) + 1))
-            def.CondLinks[i] = static_cast<std::uint8_t>(kLinkCodes[static_cast<std::size_t>(controls.CmbRelOpr[i])]);
+    std::copy(links.begin(), links.end(), def.CondLinks.begin());
+}
+
+// A name is chosen from lists that have entries of their own, and a filter is found by its name.
+bool refusesFilterName(const DatabaseModel& db, platform::Services& services, int filterSlot,
+                       const std::string& name) {
+    const auto isName = [&](std::string_view other) { return calc::equalText(name, other, calc::TextCase::Folded); };
+    bool taken = isName("Multiple") || isName("No Filter");
+    for (int slot = 0; slot < model::MaxFilters; ++slot)
+        taken = taken || (slot != filterSlot && isName(db.Filters[static_cast<std::size_t>(slot)].Name));
+    if (taken)
+        say(services, platform::texts::filterNameTaken(name));
+    return taken;
 }
 
 FilterResult refuse(platform::Services& services, std::string_view text, FilterFocus focus) {
@@ -180,7 +233,7 @@ void selectLeft(const DatabaseModel& db, ConditionControls& condition, int posit
 }
 
 bool offersToday(const DatabaseModel& db, const ConditionControls& condition) {
-    const int slot = slotOfEntry(db, leftEntries(db), condition.CmbFldListCmp);
+    const int slot = slotOfPosition(db, condition.CmbFldListCmp);
     return slot == 0 || isDate(db, slot);
 }
 
@@ -194,43 +247,61 @@ bool takesConstant(const ConditionControls& condition) {
     return condition.CmbFldOpnd == kConstant;
 }
 
+bool isConditionOffered(const FilterControls& controls, int condition) {
+    for (int n = 1; n <= condition; ++n) {
+        const auto place = static_cast<std::size_t>(n);
+        const bool linked = controls.CmbRelOpr[place - 1] > 0;
+        if (!linked || (n < condition && controls.conditions[place].CmbFldListCmp <= 0))
+            return false;
+    }
+    return true;
+}
+
 bool isConditionUsed(const FilterControls& controls, int condition) {
-    return std::all_of(controls.CmbRelOpr.begin(), controls.CmbRelOpr.begin() + condition,
-                       [](int link) { return link > 0; });
+    return isConditionOffered(controls, condition) &&
+           (condition == 0 || controls.conditions[static_cast<std::size_t>(condition)].CmbFldListCmp > 0);
 }
 
 FilterControls CurrentDefinition(const DatabaseModel& db, const model::FilterDef& filter) {
-    FilterControls controls = controlsOf(db, filter, filter.CondLinks);
+    FilterControls controls = controlsOf(db, filter);
     controls.LblFilterName = filter.Name;
     return controls;
 }
 
 FilterControls CurrentDefinition(const DatabaseModel& db, const model::CondExprDef& condition) {
-    const auto& links = condition.CondLinks;
-    const bool fromFile = links[0] == 0 && links[1] != 0;
-    return controlsOf(db, condition, fromFile ? std::array{links[1], links[2]} : std::array{links[0], links[1]});
+    return controlsOf(db, condition);
 }
 
-FilterResult ValidateFilter(const FilterControls& controls, FilterUse use, platform::Services& services) {
+FilterResult ValidateFilter(const FilterControls& controls, const FilterControls& shown, FilterUse use,
+                            platform::Services& services) {
     const bool named = use == FilterUse::NamedFilter;
     if (named && trimmed(controls.LblFilterName).empty())
         return refuse(services, "Filter name has not been entered", FilterFocus::LblFilterName);
     if (controls.conditions[0].CmbFldListCmp <= 0)
         return refuse(services, "The filter condition has not been completed", FilterFocus::CmbFldListCmp);
-    if (named && refusesText(services, "A filter's name", controls.LblFilterName, kMostInName))
+    if (named && controls.LblFilterName != shown.LblFilterName &&
+        refusesText(services, "A filter's name", controls.LblFilterName, kMostInName))
         return {.focus = FilterFocus::LblFilterName};
-    for (std::size_t n = 0; n < controls.conditions.size(); ++n)
-        if (refusesText(services, "A constant", controls.conditions[n].TxtConst, kMostInConstant))
+    for (std::size_t n = 0; n < controls.conditions.size(); ++n) {
+        const ConditionControls& condition = controls.conditions[n];
+        const bool typed = isConditionUsed(controls, static_cast<int>(n)) && takesConstant(condition) &&
+                           condition.TxtConst != shown.conditions[n].TxtConst;
+        if (typed && refusesText(services, "A constant", condition.TxtConst, kMostInConstant))
             return {.focus = FilterFocus::TxtConst, .condition = static_cast<int>(n)};
+    }
     return {.accepted = true};
 }
 
 FilterResult filterOk(model::Document& doc, platform::Services& services, int filterSlot,
                       const FilterControls& controls) {
-    const FilterResult valid = ValidateFilter(controls, FilterUse::NamedFilter, services);
+    model::FilterDef& filter = doc.CurrDB20.Filters[static_cast<std::size_t>(filterSlot)];
+    const FilterControls shown = CurrentDefinition(doc.CurrDB20, filter);
+    const FilterResult valid = ValidateFilter(controls, shown, FilterUse::NamedFilter, services);
     if (!valid.accepted)
         return valid;
-    model::FilterDef& filter = doc.CurrDB20.Filters[static_cast<std::size_t>(filterSlot)];
+    if (controls.LblFilterName != filter.Name &&
+        refusesFilterName(doc.CurrDB20, services, filterSlot, controls.LblFilterName))
+        return {.focus = FilterFocus::LblFilterName};
     const model::FilterDef before = filter;
     filter.Name = controls.LblFilterName;
     storeConditions(doc.CurrDB20, controls, filter);
@@ -240,7 +311,8 @@ FilterResult filterOk(model::Document& doc, platform::Services& services, int fi
 
 FilterResult conditionOk(const DatabaseModel& db, platform::Services& services, const FilterControls& controls,
                          model::CondExprDef& condition) {
-    const FilterResult valid = ValidateFilter(controls, FilterUse::ConditionalExpression, services);
+    const FilterControls shown = CurrentDefinition(db, condition);
+    const FilterResult valid = ValidateFilter(controls, shown, FilterUse::ConditionalExpression, services);
     if (valid.accepted)
         storeConditions(db, controls, condition);
     return valid;

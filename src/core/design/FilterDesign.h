@@ -51,7 +51,10 @@ bool offersToday(const model::DatabaseModel& db, const ConditionControls& condit
 void selectOperand(ConditionControls& condition, int position);
 // TxtConst is there to be typed into.
 bool takesConstant(const ConditionControls& condition);
-// The controls of a condition (0..2) are used: the links before it are not blank.
+// The controls of a condition (0..2) can be filled: the links before it are not blank, and no condition between them
+// is empty.
+bool isConditionOffered(const FilterControls& controls, int condition);
+// The condition counts: it can be filled, and has a field.
 bool isConditionUsed(const FilterControls& controls, int condition);
 
 enum class FilterUse : std::uint8_t { NamedFilter, ConditionalExpression };
@@ -75,10 +78,13 @@ struct FilterResult {
     bool operator==(const FilterResult&) const = default;
 };
 
-// Validate Filter: accepted when the definition may be stored.
-FilterResult ValidateFilter(const FilterControls& controls, FilterUse use, platform::Services& services);
+// Validate Filter: accepted when the definition may be stored in the place of what was `shown`. A text of a file that
+// nobody has changed may be longer than one that is typed.
+FilterResult ValidateFilter(const FilterControls& controls, const FilterControls& shown, FilterUse use,
+                            platform::Services& services);
 
-// Ok for a filter slot 0..11: stored when accepted, which is a change of the database.
+// Ok for a filter slot 0..11: stored when accepted, which is a change of the database if it differs. A condition that
+// is as it was shown keeps what is stored.
 FilterResult filterOk(model::Document& doc, platform::Services& services, int filterSlot,
                       const FilterControls& controls);
 // Ok for a Conditional Expression: the set goes to the definition that Field Properties holds.

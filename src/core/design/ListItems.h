@@ -11,7 +11,7 @@ namespace tallybook::design {
 // True with the message when the list has all the items that a user may give it.
 bool refusesFullList(const model::ListDef& list, platform::Services& services);
 
-// Appends an item under the lowest id that is free. False when nothing was added: an empty text, one that is too
+// Appends an item under the lowest id that is free. False when nothing was added: a text of blanks, one that is too
 // long (with a message), or no id below 255.
 bool addItem(model::ListDef& list, const std::string& text, platform::Services& services);
 

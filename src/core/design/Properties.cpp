@@ -37,6 +37,12 @@ template <class T> void take(T& target, const T& value, bool& changed) {
     target = value;
 }
 
+// A box that is checked for any byte but 0 leaves the byte of another program until it is changed.
+void takeCheck(std::uint8_t& target, bool checked, bool& changed) {
+    if ((target != 0) != checked)
+        take(target, static_cast<std::uint8_t>(checked ? 1 : 0), changed);
+}
+
 } // namespace
 
 Properties::Properties(model::Document& doc, platform::Services& services, UserList& users,
@@ -79,15 +85,17 @@ void Properties::chooseUser(int position) {
 }
 
 void Properties::CmdLstOK() {
-    bool changed = false;
-    for (std::size_t slot = 0; slot < m_doc.CurrDB20.Fields.size(); ++slot) {
-        const auto line = std::find_if(LstFields.begin(), LstFields.end(), [&](const SearchedField& field) {
-            return field.slot == static_cast<int>(slot) && field.selected;
-        });
-        take(m_doc.CurrDB20.Fields[slot].SearchField, static_cast<std::uint8_t>(line != LstFields.end() ? 1 : 0),
-             changed);
-    }
-    m_doc.DocModified = m_doc.DocModified || changed;
+    auto& fields = m_doc.CurrDB20.Fields;
+    const bool touched = std::any_of(LstFields.begin(), LstFields.end(), [&](const SearchedField& line) {
+        return line.selected != (fields[static_cast<std::size_t>(line.slot)].SearchField != 0);
+    });
+    if (!touched)
+        return; // other bytes of another program mean the same
+    for (model::FieldDef& field : fields)
+        field.SearchField = 0;
+    for (const SearchedField& line : LstFields)
+        fields[static_cast<std::size_t>(line.slot)].SearchField = line.selected ? 1 : 0;
+    m_doc.DocModified = true;
 }
 
 void Properties::CmdLstCancel() {
@@ -105,7 +113,7 @@ bool Properties::CmdDone() {
     if (touched && refusesText(m_services, "A start-up text", text, kMostInStartup))
         return false;
     bool changed = false;
-    take(m_doc.CurrDB20.ShowStartup, static_cast<std::uint8_t>(ChkStartup ? 1 : 0), changed);
+    takeCheck(m_doc.CurrDB20.ShowStartup, ChkStartup, changed);
     if (touched)
         take(m_doc.CurrDB20.StartupText, text, changed);
     m_startup = TxtStartup;
@@ -163,8 +171,8 @@ Properties::Accepted Properties::cmdOK() {
     }
     const unsigned others = db.SearchFlags & ~static_cast<unsigned>(kSearchFlag);
     take(db.SearchFlags, static_cast<std::uint8_t>(others | (ChkSearch ? kSearchFlag : 0u)), changed);
-    take(db.ReadOnly, static_cast<std::uint8_t>(ChkReadOnly ? 1 : 0), changed);
-    take(db.NoBackup, static_cast<std::uint8_t>(ChkNoBackup ? 1 : 0), changed);
+    takeCheck(db.ReadOnly, ChkReadOnly, changed);
+    takeCheck(db.NoBackup, ChkNoBackup, changed);
     m_doc.DocModified = m_doc.DocModified || changed;
     return Accepted::Done;
 }

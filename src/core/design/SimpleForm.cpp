@@ -1,6 +1,8 @@
 #include "core/calc/expressions/ExpressionWords.h"
+#include "core/calc/expressions/SimpleConstant.h"
 #include "core/calc/values/Numbers.h"
 #include "core/design/ExpressionStore.h"
+#include "core/design/FieldNames.h"
 #include "core/platform/OwnTexts.h"
 
 #include <algorithm>
@@ -46,12 +48,6 @@ constexpr std::size_t operatorToken(int operatorNumber) {
     return static_cast<std::size_t>(operatorNumber) * 2 + 1;
 }
 
-std::string slotName(const model::FieldDef& field, int slot) {
-    if (field.Type != model::FieldType::NotUsed)
-        return field.Name;
-    return "Fld" + calc::zeroPadded(static_cast<std::uint64_t>(slot), 2);
-}
-
 Token tokenOfPosition(int position) {
     if (position == kToday)
         return token::kToday;
@@ -76,8 +72,8 @@ int positionOfToken(Token code) {
 
 // A typed number as it is stored: "0" for what is none.
 std::string storedNumber(std::string_view text, const platform::Regional& regional) {
-    const auto number = calc::parseNumber(text, regional);
-    return number ? calc::decimalText(*number, regional) : "0";
+    const auto number = calc::constantNumber(text, regional);
+    return number ? calc::constantText(*number, regional) : "0";
 }
 
 void storeOperand(const OperandChoice& choice, int operand, const platform::Regional& regional, ExprDef& expression) {
@@ -90,19 +86,29 @@ void storeOperand(const OperandChoice& choice, int operand, const platform::Regi
     expression.TokenTexts[place] = storedNumber(choice.text, regional);
 }
 
-void storeOperators(const SimpleChoices& choices, ExprDef& expression) {
-    if (choices.format != calc::result::kFloating) {
-        // A blank entry leaves what is there.
-        if (choices.operators[0] == kTakeAway)
-            expression.Tokens[operatorToken(0)] = token::kMinus;
-        else if (choices.operators[0] == kAddTo)
-            expression.Tokens[operatorToken(0)] = token::kPlus;
-        return;
-    }
-    for (int i = 0; i < kOperators; ++i) {
-        const auto position = static_cast<std::size_t>(choices.operators[static_cast<std::size_t>(i)]);
-        if (position < kNumberTokens.size())
-            expression.Tokens[operatorToken(i)] = kNumberTokens[position];
+// A position of another format may stand for another operator.
+bool keepsOperator(const SimpleChoices& choices, const SimpleChoices& shown, int list) {
+    const auto place = static_cast<std::size_t>(list);
+    return choices.format == shown.format && choices.operators[place] == shown.operators[place];
+}
+
+void storeMomentOperator(int position, ExprDef& expression) {
+    if (position == kTakeAway)
+        expression.Tokens[operatorToken(0)] = token::kMinus;
+    else if (position == kAddTo) // a blank entry leaves what is there
+        expression.Tokens[operatorToken(0)] = token::kPlus;
+}
+
+void storeOperators(const SimpleChoices& choices, const SimpleChoices& shown, ExprDef& expression) {
+    const int lists = choices.format == calc::result::kFloating ? kOperators : 1;
+    for (int i = 0; i < lists; ++i) {
+        if (keepsOperator(choices, shown, i))
+            continue;
+        const int position = choices.operators[static_cast<std::size_t>(i)];
+        if (choices.format != calc::result::kFloating)
+            storeMomentOperator(position, expression);
+        else if (position < static_cast<int>(kNumberTokens.size()))
+            expression.Tokens[operatorToken(i)] = kNumberTokens[static_cast<std::size_t>(position)];
     }
 }
 
@@ -130,12 +136,25 @@ std::span<const std::string_view> expressionFormats() {
 std::vector<std::string> operandEntries(const model::DatabaseModel& db) {
     std::vector<std::string> entries = {" "};
     for (int slot = 1; slot <= model::MaxUserFields; ++slot)
-        entries.push_back(slotName(db.Fields[static_cast<std::size_t>(slot)], slot));
+        entries.push_back(shownName(db, slot));
     entries.emplace_back("Today");
     entries.emplace_back("Now");
     for (int slot = 1; slot <= model::MaxUserFields; ++slot)
-        entries.push_back("Prev (" + slotName(db.Fields[static_cast<std::size_t>(slot)], slot) + ')');
+        entries.push_back("Prev (" + shownName(db, slot) + ')');
     return entries;
+}
+
+OperandEntry operandEntry(int position) {
+    using Kind = OperandEntry::Kind;
+    if (position == kToday)
+        return {Kind::Today, 0};
+    if (position == kNow)
+        return {Kind::Now, 0};
+    if (position >= kFirstPrevious && position <= kLastPrevious)
+        return {Kind::Field, position - kFirstPrevious + 1};
+    if (position >= 1 && position <= model::MaxUserFields)
+        return {Kind::Field, position};
+    return {};
 }
 
 std::span<const std::string_view> operatorEntries(int format, int list) {
@@ -150,18 +169,23 @@ std::span<const std::string_view> operatorEntries(int format, int list) {
 }
 
 bool StoreExpression20(const SimpleChoices& choices, platform::Services& services, ExprDef& expression) {
-    for (const OperandChoice& operand : choices.operands) {
-        if (operand.position == kTypedNumber &&
+    const SimpleChoices shown = choicesOf(expression);
+    const auto keeps = [&](std::size_t operand) { return choices.operands[operand] == shown.operands[operand]; };
+    for (std::size_t i = 0; i < choices.operands.size(); ++i) {
+        const OperandChoice& operand = choices.operands[i];
+        if (!keeps(i) && operand.position == kTypedNumber &&
             storedNumber(operand.text, services.regional).size() > calc::words::kLongestConstant) {
             services.ui.message({std::string(platform::texts::kNumberTooLong), platform::Icon::Critical,
                                  platform::Buttons::Ok, "Error in the expression"});
             return false;
         }
     }
-    expression.ResultType = static_cast<std::uint8_t>(std::max(choices.format, 0));
-    for (int i = 0; i < kOperands; ++i)
-        storeOperand(choices.operands[static_cast<std::size_t>(i)], i, services.regional, expression);
-    storeOperators(choices, expression);
+    if (choices.format != shown.format)
+        expression.ResultType = static_cast<std::uint8_t>(std::max(choices.format, 0));
+    for (std::size_t i = 0; i < choices.operands.size(); ++i)
+        if (!keeps(i))
+            storeOperand(choices.operands[i], static_cast<int>(i), services.regional, expression);
+    storeOperators(choices, shown, expression);
     return true;
 }
 

@@ -1,11 +1,12 @@
 // The check of the simple form of expressions before it is stored.
 #include "core/calc/expressions/ExpressionTokens.h"
+#include "core/calc/expressions/SimpleConstant.h"
 #include "core/calc/values/Dates.h"
-#include "core/calc/values/Numbers.h"
 #include "core/design/Dialog.h"
 #include "core/design/ExpressionBuilder.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 
 namespace tallybook::design {
@@ -20,14 +21,21 @@ constexpr int kDivision = 4; // position in cmbOper
 constexpr std::string_view kIncomplete = "Complete the Expression";
 constexpr std::string_view kInvalid = "Invalid Expression";
 
-// The choices with the texts that the lists show.
+// The choices, and the field that the expression is for.
 struct SimpleForm {
     const SimpleChoices& choices;
-    std::array<std::string, kOperands> texts;
+    const model::DatabaseModel& db;
+    int ownSlot;
 
+    const OperandChoice& operand(int number) const { return choices.operands[static_cast<std::size_t>(number)]; }
+    bool isTyped(int number) const { return operand(number).position < 0; }
+    // An entry other than the blank one counts, even that of a field without a name.
+    bool isFilled(int number) const {
+        return isTyped(number) ? !trimmed(operand(number).text).empty() : operand(number).position > 0;
+    }
     int lastOperand() const {
         for (int k = kOperands - 1; k >= 0; --k)
-            if (!trimmed(texts[static_cast<std::size_t>(k)]).empty())
+            if (isFilled(k))
                 return k;
         return kNone;
     }
@@ -38,19 +46,11 @@ struct SimpleForm {
                 return i;
         return kNone;
     }
-    const std::string& text(int operand) const { return texts[static_cast<std::size_t>(operand)]; }
-};
-
-SimpleForm formOf(const SimpleChoices& choices, const model::DatabaseModel& db) {
-    const std::vector<std::string> entries = operandEntries(db);
-    SimpleForm form{choices, {}};
-    for (std::size_t k = 0; k < form.texts.size(); ++k) {
-        const OperandChoice& operand = choices.operands[k];
-        const auto position = static_cast<std::size_t>(operand.position);
-        form.texts[k] = operand.position < 0 || position >= entries.size() ? operand.text : entries[position];
+    // The number that was typed; nothing for an entry, and for another text.
+    std::optional<double> number(int operand, const platform::Regional& regional) const {
+        return isTyped(operand) ? calc::constantNumber(this->operand(operand).text, regional) : std::nullopt;
     }
-    return form;
-}
+};
 
 bool refuse(platform::Services& services, std::string_view text, std::string_view title) {
     say(services, text, title);
@@ -68,9 +68,9 @@ bool addsNumber(int format) {
 
 bool operandsAreThere(const SimpleForm& form, int last, platform::Services& services) {
     for (int k = last; k >= 0; --k) {
-        if (form.text(k) == "0" && k > 0 && form.operatorAt(k - 1) == kDivision)
+        if (form.isTyped(k) && form.operand(k).text == "0" && k > 0 && form.operatorAt(k - 1) == kDivision)
             return refuse(services, "The expression generates a Divide by zero. Correct the Expression", kInvalid);
-        if (trimmed(form.text(k)).empty())
+        if (!form.isFilled(k))
             return refuse(services, kIncomplete, kInvalid);
     }
     return true;
@@ -83,21 +83,44 @@ bool operatorsAreThere(const SimpleForm& form, int last, platform::Services& ser
     return true;
 }
 
-// The type of an operand's text; nothing when it is no word of the lists.
-std::optional<FieldType> typeOfText(std::string_view text, const model::DatabaseModel& db,
-                                    platform::Services& services) {
+std::optional<FieldType> typeOfSlot(const SimpleForm& form, int slot) {
+    if (slot == form.ownSlot)
+        return FieldType::Expression;
+    const model::FieldDef& field = form.db.Fields[static_cast<std::size_t>(slot)];
+    const bool isNothing = field.Type == FieldType::NotUsed && field.Name.empty();
+    return isNothing ? std::nullopt : std::optional(field.Type);
+}
+
+// The type of a text that no entry is; nothing when it means none.
+std::optional<FieldType> typeOfText(const SimpleForm& form, std::string_view text, platform::Services& services) {
     if (text == "Today")
         return FieldType::Date;
     if (text == "Now")
         return FieldType::Time;
-    for (std::size_t slot = 1; slot <= model::MaxUserFields; ++slot) {
-        const model::FieldDef& field = db.Fields[slot];
-        if (!field.Name.empty() && (text == field.Name || text == "Prev (" + field.Name + ')'))
-            return field.Type;
+    for (int slot = 1; slot <= model::MaxUserFields; ++slot) {
+        const std::string& name = form.db.Fields[static_cast<std::size_t>(slot)].Name;
+        if (!name.empty() && (text == name || text == "Prev (" + name + ')'))
+            return typeOfSlot(form, slot);
     }
     if (calc::isDate(text, services.regional, services.clock.now().year))
         return FieldType::Date;
     return std::nullopt;
+}
+
+std::optional<FieldType> typeOfOperand(const SimpleForm& form, int operand, platform::Services& services) {
+    const OperandChoice& choice = form.operand(operand);
+    const OperandEntry entry = operandEntry(choice.position);
+    switch (entry.kind) {
+    case OperandEntry::Kind::Today:
+        return FieldType::Date;
+    case OperandEntry::Kind::Now:
+        return FieldType::Time;
+    case OperandEntry::Kind::Field:
+        return typeOfSlot(form, entry.slot);
+    case OperandEntry::Kind::None:
+        break;
+    }
+    return typeOfText(form, choice.text, services);
 }
 
 bool isNumberType(FieldType type) {
@@ -150,11 +173,11 @@ std::string_view wantedText(Wanted wanted, int operand) {
 }
 
 // One pass from the last operand down, each matched and then checked; numbers pass.
-bool operandsFit(const SimpleForm& form, int last, const model::DatabaseModel& db, platform::Services& services) {
+bool operandsFit(const SimpleForm& form, int last, platform::Services& services) {
     for (int k = last; k >= 0; --k) {
-        if (calc::isNumeric(form.text(k), services.regional))
+        if (form.number(k, services.regional))
             continue;
-        const auto type = typeOfText(form.text(k), db, services);
+        const auto type = typeOfOperand(form, k, services);
         if (!type)
             return refuse(services, "Select the proper fields from the list", "Invalid Field Name");
         const Wanted wanted = wantedAt(k, form.choices.format);
@@ -168,13 +191,12 @@ bool operandsFit(const SimpleForm& form, int last, const model::DatabaseModel& d
 
 // What is added to a date or a time is a whole number.
 bool secondOperandIsWhole(const SimpleForm& form, platform::Services& services) {
-    const std::string& text = form.text(1);
-    const auto number = calc::parseNumber(text, services.regional);
+    const auto number = form.number(1, services.regional);
     if (!addsNumber(form.choices.format) || !number)
         return true;
     const bool whole = *number > std::numeric_limits<std::int32_t>::min() &&
-                       *number < std::numeric_limits<std::int32_t>::max() && text.find('.') == std::string::npos &&
-                       text.find(services.regional.decimal) == std::string::npos;
+                       *number < std::numeric_limits<std::int32_t>::max() && std::trunc(*number) == *number &&
+                       form.operand(1).text.find('.') == std::string::npos;
     return whole || refuse(services,
                            "Please check the value entered. The second operand can only be of the type Integer or "
                            "Long",
@@ -183,16 +205,17 @@ bool secondOperandIsWhole(const SimpleForm& form, platform::Services& services) 
 
 } // namespace
 
-bool VerifyExpression(const SimpleChoices& choices, const model::DatabaseModel& db, platform::Services& services) {
+bool VerifyExpression(const SimpleChoices& choices, const model::DatabaseModel& db, platform::Services& services,
+                      int ownSlot) {
     if (choices.format < 0)
         return refuse(services, "Select the return type for the Expression", "Incomplete Information");
-    const SimpleForm form = formOf(choices, db);
+    const SimpleForm form{choices, db, ownSlot};
     const int lastOperand = form.lastOperand();
     const int lastOperator = form.lastOperator();
     if (lastOperand != lastOperator + 1)
         return refuse(services, kIncomplete, kInvalid);
     return operandsAreThere(form, lastOperand, services) && operatorsAreThere(form, lastOperator, services) &&
-           operandsFit(form, lastOperand, db, services) && secondOperandIsWhole(form, services);
+           operandsFit(form, lastOperand, services) && secondOperandIsWhole(form, services);
 }
 
 } // namespace tallybook::design

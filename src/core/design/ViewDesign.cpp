@@ -1,10 +1,11 @@
 #include "core/design/ViewDesign.h"
 
-#include "core/calc/conditions/EvalCond.h"
 #include "core/calc/values/Text.h"
+#include "core/design/FieldNames.h"
 #include "core/platform/OwnTexts.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace tallybook::design {
@@ -53,7 +54,7 @@ ViewDesign::ViewDesign(model::Document& doc, platform::Services& services) : m_d
         if (field.Type == model::FieldType::NotUsed)
             continue;
         m_numFields = std::max(m_numFields, slot + 1);
-        m_names.insert(m_names.begin(), field.Name);
+        m_used.insert(m_used.begin(), slot);
     }
     const std::vector<int> slots = viewSlots();
     const auto shown = std::find_if(slots.begin(), slots.end(), [&](int slot) {
@@ -90,7 +91,8 @@ int ViewDesign::viewPosition() const {
 
 std::vector<std::string> ViewDesign::CmbFields() const {
     std::vector<std::string> entries{"none", "All Fields"};
-    entries.insert(entries.end(), m_names.begin(), m_names.end());
+    for (const int slot : m_fields)
+        entries.push_back(shownName(m_doc.CurrDB20, slot));
     return entries;
 }
 
@@ -111,42 +113,78 @@ std::vector<std::string> ViewDesign::CmbFilter() const {
     return entries;
 }
 
-void ViewDesign::selectRow(int row) {
-    m_row = std::clamp(row, 0, static_cast<int>(m_rows.size()) - 1);
+std::vector<ViewDesign::Row> ViewDesign::Grid() const {
+    std::vector<Row> rows;
+    for (const Line& line : m_lines)
+        rows.push_back(line.row);
+    return rows;
 }
 
+void ViewDesign::selectRow(int row) {
+    m_row = std::clamp(row, 0, static_cast<int>(m_lines.size()) - 1);
+}
+
+// A column is shown whatever it stands for: the categories, a slot that is free now, or a number beyond all slots.
+// The count tells where the columns end, since those of the categories are alike to none.
 void ViewDesign::showSlot(int slot) {
     const model::ViewDef& view = m_doc.CurrDB20.Views[static_cast<std::size_t>(slot)];
     m_slot = slot;
     m_row = 0;
     TxtView = nameOf(slot);
-    m_rows.clear();
-    for (int i = 0; i < model::highestColumn(view); ++i) {
-        const std::size_t field = view.Columns[static_cast<std::size_t>(i)].Field;
-        if (field >= 1 && field <= model::MaxUserFields &&
-            m_doc.CurrDB20.Fields[field].Type != model::FieldType::NotUsed)
-            m_rows.push_back({m_doc.CurrDB20.Fields[field].Name, ""});
-    }
-    for (std::size_t key = 0; key < m_keys.size(); ++key) {
+    for (std::size_t key = 0; key < m_keys.size(); ++key)
         m_keys[key] = {view.SortFields[key], view.SortDirs[key]};
-        for (Row& row : m_rows)
-            if (m_keys[key].field != 0 && fieldNo(row.Fields) == m_keys[key].field)
-                row.Sort = sortText(key, m_keys[key].direction);
-    }
+    m_lines.clear();
+    const int columns = std::clamp<int>(view.NumCols, model::highestColumn(view), model::MaxViewColumns);
+    for (int i = 0; i < columns; ++i)
+        m_lines.push_back(lineOf(view.Columns[static_cast<std::size_t>(i)]));
+    fillFields();
     keepFreeRow();
-    cols = std::min<int>(view.FrozenCols, static_cast<int>(kColsEntries.size()) - 1);
-    filter = 0;
+    cols = shownCols(view);
+    filter = shownFilter(view);
+    m_filterChosen = false;
+    m_saved = state();
+}
+
+ViewDesign::Line ViewDesign::lineOf(const model::ViewColumn& column) const {
+    return {{shownName(m_doc.CurrDB20, column.Field), markOf(column.Field)}, column};
+}
+
+// The mark of the last key that a field is.
+std::string ViewDesign::markOf(int field) const {
+    std::string mark;
+    for (std::size_t key = 0; key < m_keys.size(); ++key)
+        if (field != 0 && m_keys[key].field == field)
+            mark = sortText(key, m_keys[key].direction);
+    return mark;
+}
+
+void ViewDesign::fillFields() {
+    m_fields = m_used;
+    for (const Line& line : m_lines)
+        if (std::find(m_fields.begin(), m_fields.end(), line.column.Field) == m_fields.end())
+            m_fields.push_back(line.column.Field);
+}
+
+int ViewDesign::shownCols(const model::ViewDef& view) const {
+    return std::min<int>(view.FrozenCols, static_cast<int>(kColsEntries.size()) - 1);
+}
+
+int ViewDesign::shownFilter(const model::ViewDef& view) const {
+    int shown = 0;
     const int filters = filterCount(view.FilterMask);
     int entry = 0;
     for (int f = 0; f < model::MaxFilters; ++f) {
         const bool named = !m_doc.CurrDB20.Filters[static_cast<std::size_t>(f)].Name.empty();
         entry += named ? 1 : 0;
         if (filters == 1 && named && (view.FilterMask >> f & 1) != 0)
-            filter = entry;
+            shown = entry;
     }
-    if (filters > 1)
-        filter = entry + 1;
-    m_saved = state();
+    return filters > 1 ? entry + 1 : shown;
+}
+
+void ViewDesign::chooseFilter(int entry) {
+    filter = entry;
+    m_filterChosen = true;
 }
 
 Leaving ViewDesign::leave() const {
@@ -159,44 +197,40 @@ int ViewDesign::slotAt(int position) const {
 
 // A view may fill every row, and then none is free.
 void ViewDesign::keepFreeRow() {
-    const bool full = static_cast<int>(m_rows.size()) >= model::MaxViewColumns;
-    if (m_rows.empty() || (!m_rows.back().Fields.empty() && !full))
-        m_rows.emplace_back();
-}
-
-int ViewDesign::fieldNo(const std::string& name) const {
-    return name.empty() ? 0 : calc::GetDBFieldNo20(m_doc.CurrDB20, name);
+    const bool full = static_cast<int>(m_lines.size()) >= model::MaxViewColumns;
+    if (m_lines.empty() || (!m_lines.back().isFree() && !full))
+        m_lines.emplace_back();
 }
 
 int ViewDesign::GetFieldNo() const {
-    return fieldNo(m_rows[static_cast<std::size_t>(m_row)].Fields);
+    return current().isFree() ? 0 : current().column.Field;
 }
 
 int ViewDesign::firstFreeRow() const {
-    const auto free = std::find_if(m_rows.begin(), m_rows.end(), [](const Row& row) { return row.Fields.empty(); });
-    return static_cast<int>(free - m_rows.begin());
+    const auto free = std::find_if(m_lines.begin(), m_lines.end(), [](const Line& line) { return line.isFree(); });
+    return static_cast<int>(free - m_lines.begin());
 }
 
+// The key stays with the field that had it: a field that comes back finds its mark.
 void ViewDesign::chooseField(int position) {
     if (position == kNoneEntry) {
         ResetAll();
     } else if (position == kAllFieldsEntry) {
         ShowAllFields();
     } else {
-        const std::string& name = m_names.at(static_cast<std::size_t>(position - kFirstFieldEntry));
-        Row& row = m_rows[static_cast<std::size_t>(m_row)];
-        if (row.Fields != name)
-            row = {name, ""}; // the key stays with the field that had it
+        const int field = m_fields.at(static_cast<std::size_t>(position - kFirstFieldEntry));
+        if (current().isFree() || current().column.Field != field)
+            current() = lineOf({.Field = static_cast<std::uint8_t>(field)});
         keepFreeRow();
     }
 }
 
 bool ViewDesign::opensSort() const {
-    return !m_rows[static_cast<std::size_t>(m_row)].Fields.empty();
+    return !current().isFree();
 }
 
 int ViewDesign::sortEntry() const {
-    const std::string& mark = m_rows[static_cast<std::size_t>(m_row)].Sort;
+    const std::string& mark = current().row.Sort;
     for (std::size_t key = 0; key < kMarks.size(); ++key)
         for (std::size_t direction = 0; direction < kDirections.size(); ++direction)
             if (mark == sortText(key, static_cast<std::uint8_t>(direction)))
@@ -205,15 +239,15 @@ int ViewDesign::sortEntry() const {
 }
 
 int ViewDesign::fieldEntry() const {
-    const std::string& name = m_rows[static_cast<std::size_t>(m_row)].Fields;
-    const auto found = std::find(m_names.begin(), m_names.end(), name);
-    return found == m_names.end() ? kNoneEntry : static_cast<int>(found - m_names.begin()) + kFirstFieldEntry;
+    const auto found = std::find(m_fields.begin(), m_fields.end(), current().column.Field);
+    const bool none = current().isFree() || found == m_fields.end();
+    return none ? kNoneEntry : static_cast<int>(found - m_fields.begin()) + kFirstFieldEntry;
 }
 
 void ViewDesign::chooseSort(int position) {
     if (!opensSort())
         return;
-    Row& row = m_rows[static_cast<std::size_t>(m_row)];
+    Row& row = current().row;
     const auto field = static_cast<std::uint8_t>(GetFieldNo());
     if (position == kNoneEntry) {
         row.Sort.clear();
@@ -230,33 +264,37 @@ void ViewDesign::chooseSort(int position) {
 }
 
 void ViewDesign::ResetGrid(std::string_view mark) {
-    for (Row& row : m_rows)
-        if (row.Sort.find(mark) != std::string::npos)
-            row.Sort.clear();
+    for (Line& line : m_lines)
+        if (line.row.Sort.find(mark) != std::string::npos)
+            line.row.Sort.clear();
 }
 
 void ViewDesign::ResetAll() {
-    m_rows.erase(m_rows.begin() + m_row);
+    m_lines.erase(m_lines.begin() + m_row);
     keepFreeRow();
     selectRow(m_row);
 }
 
+// Behind the rows that stand there; a free one among them goes, as it does when the view is saved.
 void ViewDesign::ShowAllFields() {
-    const int free = firstFreeRow();
-    if (free + static_cast<int>(m_names.size()) > model::MaxViewColumns) {
+    std::vector<Line> lines;
+    std::copy_if(m_lines.begin(), m_lines.end(), std::back_inserter(lines),
+                 [](const Line& line) { return !line.isFree(); });
+    if (lines.size() + m_used.size() > static_cast<std::size_t>(model::MaxViewColumns)) {
         say(m_services, platform::texts::kTooManyColumns);
         return;
     }
-    m_rows.resize(static_cast<std::size_t>(free));
-    for (const std::string& name : m_names)
-        m_rows.push_back({name, ""});
+    for (const int slot : m_used)
+        lines.push_back(lineOf({.Field = static_cast<std::uint8_t>(slot)}));
+    m_lines = std::move(lines);
     keepFreeRow();
+    selectRow(m_row);
 }
 
 bool ViewDesign::exchange(int other) {
-    if (other < 0 || other >= static_cast<int>(m_rows.size()))
+    if (other < 0 || other >= static_cast<int>(m_lines.size()))
         return false;
-    std::swap(m_rows[static_cast<std::size_t>(m_row)], m_rows[static_cast<std::size_t>(other)]);
+    std::swap(m_lines[static_cast<std::size_t>(m_row)], m_lines[static_cast<std::size_t>(other)]);
     m_row = other;
     return true;
 }
@@ -282,7 +320,7 @@ void ViewDesign::CmdRemove() {
 void ViewDesign::cmdClear() {
     if (!asksToDestroy(m_services, "Delete all the columns in this view.\nAre you sure?"))
         return;
-    m_rows.assign(1, {});
+    m_lines.assign(1, {});
     m_row = 0;
 }
 
@@ -304,6 +342,7 @@ bool ViewDesign::cmdOK() {
 
 bool ViewDesign::RenameView(const std::string& newName, int viewIndex) {
     const std::string upper = calc::upper(newName);
+    std::string& stored = m_doc.CurrDB20.Views[static_cast<std::size_t>(viewIndex)].Name;
     if (upper == "SHOW ALL FIELDS" || upper == "EDIT VIEWS...") {
         say(m_services, newName + " is not a vaild view name.");
         return false;
@@ -314,9 +353,10 @@ bool ViewDesign::RenameView(const std::string& newName, int viewIndex) {
             say(m_services, "The name already exist in the list choose new name");
             return false;
         }
+    if (newName == stored)
+        return true; // even one that nobody could give it here
     if (refusesText(m_services, "A view's name", name, kMostInName))
         return false;
-    std::string& stored = m_doc.CurrDB20.Views[static_cast<std::size_t>(viewIndex)].Name;
     m_doc.DocModified = m_doc.DocModified || stored != name;
     stored = name;
     return true;
@@ -325,13 +365,14 @@ bool ViewDesign::RenameView(const std::string& newName, int viewIndex) {
 bool ViewDesign::SaveView(int viewIndex) {
     model::ViewDef& view = m_doc.CurrDB20.Views[static_cast<std::size_t>(viewIndex)];
     const auto columns =
-        std::count_if(m_rows.begin(), m_rows.end(), [](const Row& row) { return !row.Fields.empty(); });
+        std::count_if(m_lines.begin(), m_lines.end(), [](const Line& line) { return !line.isFree(); });
     if (columns == 0 &&
         !asksToDestroy(m_services,
                        "View should have atleast one column to Show.\nSelecting no columns will remove the "
                        "view.\nContinue?",
                        "View Designer : No columns to show"))
         return false;
+    const model::ViewDef before = view;
     view.NumCols = static_cast<std::uint8_t>(columns);
     for (std::size_t key = 0; key < m_keys.size(); ++key) {
         view.SortFields[key] = m_keys[key].field;
@@ -341,25 +382,29 @@ bool ViewDesign::SaveView(int viewIndex) {
         storeColumns(view);
     else
         removeColumns(view);
-    view.FilterMask = filterMask();
+    if (m_filterChosen || filter != shownFilter(view))
+        view.FilterMask = filterMask();
+    m_filterChosen = false;
     if (columns > 0 && !view.Name.empty())
         m_doc.CurrentView = view.Name;
-    m_doc.CurrDB20.NumViews = static_cast<std::uint8_t>(highestView(m_doc.CurrDB20));
-    m_doc.DocModified = true;
+    const auto views = static_cast<std::uint8_t>(highestView(m_doc.CurrDB20));
+    m_doc.DocModified = m_doc.DocModified || view != before || views != m_doc.CurrDB20.NumViews;
+    m_doc.CurrDB20.NumViews = views;
     return true;
 }
 
+// All have the same width; the handheld's own bytes stay with their column.
 void ViewDesign::storeColumns(model::ViewDef& view) {
-    std::size_t i = 0;
-    for (const Row& row : m_rows) {
-        if (row.Fields.empty())
+    auto column = view.Columns.begin();
+    for (const Line& line : m_lines) {
+        if (line.isFree())
             continue;
-        view.Columns[i].Field = static_cast<std::uint8_t>(fieldNo(row.Fields));
-        view.Columns[i].Width = kColumnWidth;
-        ++i;
+        *column = line.column;
+        column++->Width = kColumnWidth;
     }
-    std::fill(view.Columns.begin() + static_cast<std::ptrdiff_t>(i), view.Columns.end(), model::ViewColumn{});
-    view.FrozenCols = static_cast<std::uint8_t>(std::clamp(cols, 0, 3));
+    std::fill(column, view.Columns.end(), model::ViewColumn{});
+    if (cols != shownCols(view))
+        view.FrozenCols = static_cast<std::uint8_t>(std::clamp(cols, 0, 3));
 }
 
 // The columns go with the name: a save counts them by their fields.

@@ -18,8 +18,8 @@ class ViewDesign {
 public:
     // A row of Grid: the field's name, and the mark of its sort key with the direction.
     struct Row {
-        std::string Fields;
-        std::string Sort; // "Pri Ascending", empty for none
+        std::string Fields; // empty for a free row
+        std::string Sort;   // "Pri Ascending", empty for none
         bool operator==(const Row&) const = default;
     };
     struct SortKey {
@@ -39,12 +39,15 @@ public:
     static std::span<const std::string_view> CmbCols();
     std::vector<std::string> CmbFilter() const;
 
-    // What the controls hold. The user changes the name and the two choices; the rest goes by the operations.
+    // What the controls hold. The user changes the name and the two choices; the rest goes by the operations. A
+    // choice that is left as it was keeps what is stored, which may be more than its list can show.
     std::string TxtView;
     int cols = 0;   // CmbCols: frozen columns
     int filter = 0; // CmbFilter: entry
+    // A selection in CmbFilter, of the entry that is chosen already too: "Multiple" takes the database's set anew.
+    void chooseFilter(int entry);
 
-    const std::vector<Row>& Grid() const { return m_rows; } // the last row is free, unless all are filled
+    std::vector<Row> Grid() const; // the last row is free, unless all are filled
     int currentRow() const { return m_row; }
     void selectRow(int row);
     const std::array<SortKey, 3>& sortKeys() const { return m_keys; }
@@ -84,19 +87,33 @@ public:
     int GetFieldNo() const; // slot of the current row's field, 0 for none
 
 private:
+    // A row with the column that it stands for: two fields may share a name.
+    struct Line {
+        Row row;
+        model::ViewColumn column;
+        bool isFree() const { return row.Fields.empty(); }
+        bool operator==(const Line&) const = default;
+    };
     // What a save would store.
     struct State {
         std::string TxtView;
         int cols = 0;
         int filter = 0;
-        std::vector<Row> rows;
+        bool filterChosen = false;
+        std::vector<Line> lines;
         std::array<SortKey, 3> keys{};
         bool operator==(const State&) const = default;
     };
-    State state() const { return {TxtView, cols, filter, m_rows, m_keys}; }
+    State state() const { return {TxtView, cols, filter, m_filterChosen, m_lines, m_keys}; }
     std::vector<int> viewSlots() const; // by entry of CmbView
     std::string nameOf(int slot) const;
-    int fieldNo(const std::string& name) const;
+    std::string markOf(int field) const;
+    Line lineOf(const model::ViewColumn& column) const;
+    Line& current() { return m_lines[static_cast<std::size_t>(m_row)]; }
+    const Line& current() const { return m_lines[static_cast<std::size_t>(m_row)]; }
+    void fillFields();
+    int shownCols(const model::ViewDef& view) const;
+    int shownFilter(const model::ViewDef& view) const;
     int firstFreeRow() const;
     void keepFreeRow();
     bool exchange(int other);
@@ -106,12 +123,14 @@ private:
 
     model::Document& m_doc;
     platform::Services& m_services;
-    std::vector<std::string> m_names; // of the used fields, in slot order
+    std::vector<int> m_used;   // slots of the used fields
+    std::vector<int> m_fields; // by entry of CmbFields: these, then what else the view's columns show
     int m_numFields = 0;
     int m_slot = 0;
     int m_row = 0;
-    std::vector<Row> m_rows;
+    std::vector<Line> m_lines;
     std::array<SortKey, 3> m_keys{};
+    bool m_filterChosen = false;
     State m_saved; // as it was loaded or saved last
 };
 

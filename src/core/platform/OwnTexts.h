@@ -348,6 +348,12 @@ inline std::string foreignCharacter(std::string_view codePoint) {
 }
 inline constexpr std::string_view kNextValueNotWhole =
     "The next value must be a whole number from -2147483648 to 2147483647.";
+inline std::string filterNameTaken(std::string_view name) {
+    return "A filter cannot have the name " + quoted(name) + ": another entry of the list has it.";
+}
+inline constexpr std::string_view kNoOtherTallybook = "The other Tallybook was not selected";
+inline constexpr std::string_view kFewerDigits =
+    "Digits that are not shown any more will be gone with the next save.\nDo you want to show fewer digits?";
 // Before another one is shown.
 inline constexpr std::string_view kKeepFilter = "The filter was changed. Do you want to store its changes?";
 inline constexpr std::string_view kKeepView = "The view was changed. Do you want to save its changes?";

@@ -24,6 +24,7 @@ std::vector<design::NumberedEntry> branchFields(const model::DatabaseModel& db) 
 } // namespace
 
 ConditionPanel::ConditionPanel(const FieldPropContext& context) : FieldPropPanel(context) {
+    ui().lblCondition->setTextFormat(Qt::PlainText); // of names and constants
     ui().OptThenText->setObjectName(QStringLiteral("OptThen"));
     ui().OptElseText->setObjectName(QStringLiteral("OptElse"));
     for (const Branch& branch : branches()) {
@@ -80,7 +81,7 @@ void ConditionPanel::show() {
 void ConditionPanel::takeBranch(const Branch& branch) {
     branch.draft.useField = branch.field.isChecked();
     branch.draft.field = chosenNumber(branch.fields).value_or(0);
-    branch.draft.text = fromQt(typedText(branch.text));
+    takeTyped(branch.text, branch.draft.text);
     if (branch.colours.currentIndex() >= 0) // a code that no entry has is carried
         branch.draft.colour = static_cast<std::uint8_t>(branch.colours.currentIndex());
 }

@@ -2,6 +2,7 @@
 #include "core/design/Tags.h"
 #include "desktop/dialogs/FieldPropPanels.h"
 #include "desktop/platform/OpensByKey.h"
+#include "desktop/platform/TypedText.h"
 #include "ui_frmFieldProp.h"
 
 #include <QAbstractItemView>
@@ -33,8 +34,14 @@ void widenList(QComboBox& box) {
                                 box.view()->verticalScrollBar()->sizeHint().width());
 }
 
-design::OperandChoice choiceOf(const QComboBox& box) {
+// An entry stands for its place in the list, since two may have one text. What was typed before is no entry, even if
+// a field is called so.
+design::OperandChoice choiceOf(const QComboBox& box, const design::OperandChoice& shown) {
     const QString text = box.currentText();
+    if (shown.position == design::kTypedNumber && text == toQt(shown.text))
+        return shown;
+    if (box.currentIndex() >= 0 && text == box.itemText(box.currentIndex()))
+        return {box.currentIndex(), {}};
     if (text.trimmed().isEmpty())
         return {};
     const int position = box.findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive);
@@ -132,7 +139,7 @@ void SimpleExpressionPanel::take() {
     design::SimpleChoices& choices = draft().frmExpr;
     choices.format = ui().cmbExpFormat->currentIndex();
     for (std::size_t list = 0; list < m_operands.size(); ++list)
-        choices.operands[list] = choiceOf(*m_operands[list]);
+        choices.operands[list] = choiceOf(*m_operands[list], choices.operands[list]);
     for (std::size_t list = 0; list < m_operators.size(); ++list)
         choices.operators[list] = std::max(m_operators[list]->currentIndex(), 0);
 }
@@ -164,13 +171,14 @@ AdvancedExpressionPanel::AdvancedExpressionPanel(const FieldPropContext& context
 
 void AdvancedExpressionPanel::show() {
     const QString text = toQt(draft().frmExprAdv.text);
-    if (text != ui().txtAdvExpression->toPlainText())
+    if (text != typedText(*ui().txtAdvExpression))
         ui().txtAdvExpression->setPlainText(text);
     ui().cmbAdvExpFormat->setCurrentIndex(draft().frmExprAdv.format);
 }
 
 void AdvancedExpressionPanel::take() {
-    draft().frmExprAdv.text = fromQt(ui().txtAdvExpression->toPlainText());
+    if (ui().txtAdvExpression->document()->isModified())
+        draft().frmExprAdv.text = fromQt(typedText(*ui().txtAdvExpression));
     draft().frmExprAdv.format = ui().cmbAdvExpFormat->currentIndex();
 }
 

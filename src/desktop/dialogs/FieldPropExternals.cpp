@@ -1,6 +1,7 @@
 // The panels of fields that live in other databases and in the handheld's address book.
 #include "core/design/Tags.h"
 #include "desktop/dialogs/FieldPropPanels.h"
+#include "desktop/platform/TypedText.h"
 #include "ui_frmFieldProp.h"
 
 #include <QSpinBox>
@@ -94,11 +95,23 @@ void ExternalPanel::showHint() {
 
 void ExternalPanel::take() {
     design::ExternalDraft& external = draft().external;
-    external.Source = fromQt(ui().cmbSource->currentText());
+    takeChosen(*ui().cmbSource, external.Source);
     external.CmbViewList = chosenNumber(*ui().CmbViewList);
     external.displayField = chosenNumber(*ui().cmbDisplay);
     external.joinField = chosenNumber(isLookup() ? *ui().cmbFollows : *ui().cmbJoin);
-    if (const auto keyType = design::keyTypeOf(m_other.get(), external.joinField.value_or(0)); keyType && !isLookup())
+    if (!isLookup())
+        takeKeyType();
+}
+
+// The keys that records hold are of the type that is stored with them, as long as the join stays the same.
+void ExternalPanel::takeKeyType() {
+    design::ExternalDraft& external = draft().external;
+    const model::ExternalDef& stored = db().Externals.at(context().slot);
+    const bool same = db().Fields[static_cast<std::size_t>(context().slot)].Type == model::FieldType::DBJoin &&
+                      external.Source == stored.Source && external.joinField == stored.SourceField;
+    if (same)
+        external.KeyType = stored.KeyType;
+    else if (const auto keyType = design::keyTypeOf(m_other.get(), external.joinField.value_or(0)))
         external.KeyType = *keyType;
 }
 
@@ -215,9 +228,9 @@ void OneToManyPanel::show() {
 
 void OneToManyPanel::take() {
     model::OneToManyDef& def = draft().frmMasterDetail;
-    def.Source = fromQt(ui().cmbMDSource->currentText());
-    def.Label1 = fromQt(ui().txtLabel1->text());
-    def.Label2 = fromQt(ui().txtLabel2->text());
+    takeChosen(*ui().cmbMDSource, def.Source);
+    takeTyped(*ui().txtLabel1, def.Label1);
+    takeTyped(*ui().txtLabel2, def.Label2);
     for (std::size_t row = 0; row < m_match.size(); ++row) {
         def.MatchFields[row] = chosenNumber(*m_match[row]).value_or(kNothing);
         def.SortFields[row] = chosenNumber(*m_sort[row]).value_or(kNothing);

@@ -33,6 +33,11 @@ std::optional<std::uint8_t> chosenNumber(const QComboBox& box) {
     return static_cast<std::uint8_t>(box.currentData().toInt());
 }
 
+void takeChosen(const QComboBox& box, std::string& text) {
+    if (box.currentText() != toQt(text))
+        text = fromQt(box.currentText());
+}
+
 AutoWriterPanel::AutoWriterPanel(const FieldPropContext& context) : FieldPropPanel(context) {
     ui().cmbSeparate->addItems(qtEntries(design::separatorEntries()));
     ui().TxtAW->installEventFilter(this);
@@ -127,7 +132,7 @@ void RadioPanel::take() {
     design::RadioDraft& radio = draft().FrmRadio;
     radio.CmbNobuton = ui().CmbNobuton->currentIndex();
     for (std::size_t place = 0; place < m_texts.size(); ++place)
-        radio.Optxt[place] = fromQt(typedText(*m_texts[place]));
+        takeTyped(*m_texts[place], radio.Optxt[place]);
     radio.OptSel = m_group->checkedId() < radio.count() ? m_group->checkedId() : -1;
 }
 

@@ -135,6 +135,7 @@ private:
     void readOther();
     void forgetOther();
     void showHint();
+    void takeKeyType();
     void forgetWhatIsNotThere();
 
     std::string m_read; // the source whose structure is known, or was looked for
@@ -221,5 +222,7 @@ template <class Entries> QStringList qtEntries(const Entries& entries) {
 void showNumbers(QComboBox& box, std::vector<design::NumberedEntry> entries, std::optional<std::uint8_t> number);
 // The number of the selected entry.
 std::optional<std::uint8_t> chosenNumber(const QComboBox& box);
+// Takes the text of a list that can be typed into, unless it is the one that the list shows already.
+void takeChosen(const QComboBox& box, std::string& text);
 
 } // namespace tallybook::desktop

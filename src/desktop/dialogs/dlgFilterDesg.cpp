@@ -104,12 +104,15 @@ void dlgFilterDesg::changeCondition(int condition, const std::function<void(Cond
 }
 
 FilterControls dlgFilterDesg::read() const {
-    FilterControls controls;
-    controls.LblFilterName = fromQt(typedText(*m_ui->LblFilterName));
+    FilterControls controls = m_shown; // for the texts that nobody touched
+    takeTyped(*m_ui->LblFilterName, controls.LblFilterName);
     for (std::size_t n = 0; n < m_conditions.size(); ++n) {
         const ConditionBoxes& boxes = m_conditions[n];
-        controls.conditions[n] = {boxes.CmbFldListCmp->currentIndex(), boxes.CmbOpr->currentIndex(),
-                                  boxes.CmbFldOpnd->currentIndex(), fromQt(typedText(*boxes.TxtConst))};
+        ConditionControls& condition = controls.conditions[n];
+        condition.CmbFldListCmp = boxes.CmbFldListCmp->currentIndex();
+        condition.CmbOpr = boxes.CmbOpr->currentIndex();
+        condition.CmbFldOpnd = boxes.CmbFldOpnd->currentIndex();
+        takeTyped(*boxes.TxtConst, condition.TxtConst);
     }
     for (std::size_t i = 0; i < m_links.size(); ++i)
         controls.CmbRelOpr[i] = m_links[i]->currentIndex();
@@ -118,11 +121,12 @@ FilterControls dlgFilterDesg::read() const {
 
 void dlgFilterDesg::showControls(const FilterControls& controls) {
     const auto showText = [](QLineEdit& box, const std::string& text) {
-        if (fromQt(box.text()) == text)
+        if (box.text() == toQt(text))
             return;
         box.setText(toQt(text));
         box.home(false); // the beginning of a long text is in sight
     };
+    m_shown = controls;
     showText(*m_ui->LblFilterName, controls.LblFilterName);
     for (std::size_t n = 0; n < m_conditions.size(); ++n) {
         const ConditionControls& condition = controls.conditions[n];
@@ -139,11 +143,11 @@ void dlgFilterDesg::showControls(const FilterControls& controls) {
 
 void dlgFilterDesg::enable(const FilterControls& controls) {
     for (std::size_t n = 0; n < m_conditions.size(); ++n) {
-        const bool used = design::isConditionUsed(controls, static_cast<int>(n));
+        const bool offered = design::isConditionOffered(controls, static_cast<int>(n));
         const ConditionBoxes& boxes = m_conditions[n];
         for (QComboBox* box : {boxes.CmbFldListCmp, boxes.CmbOpr, boxes.CmbFldOpnd})
-            box->setEnabled(used);
-        boxes.TxtConst->setEnabled(used && design::takesConstant(controls.conditions[n]));
+            box->setEnabled(offered);
+        boxes.TxtConst->setEnabled(offered && design::takesConstant(controls.conditions[n]));
         enableLast(*boxes.CmbFldOpnd, design::offersToday(m_db, controls.conditions[n]));
     }
     m_ui->CmbRelOpr2->setEnabled(design::isConditionUsed(controls, 1));

@@ -66,6 +66,7 @@ private:
     Definition m_definition;
     std::array<ConditionBoxes, design::kConditions> m_conditions;
     std::array<QComboBox*, design::kConditions - 1> m_links;
+    design::FilterControls m_shown;
 };
 
 } // namespace tallybook::desktop

@@ -11,6 +11,7 @@ namespace tallybook::desktop {
 dlgRadio::dlgRadio(const QString& fieldName, const QStringList& options, int selected, QWidget* parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::dlgRadio>()), m_group(new QButtonGroup(this)) {
     m_ui->setupUi(this);
+    m_ui->LblFld->setTextFormat(Qt::PlainText);
     m_ui->LblFld->setText(fieldName + QLatin1Char(':'));
     QWidget* before = nullptr;
     for (int i = 0; i < options.size(); ++i) {

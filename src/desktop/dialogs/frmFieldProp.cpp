@@ -177,8 +177,8 @@ void frmFieldProp::showPanels() {
 }
 
 void frmFieldProp::take() {
-    m_draft.txtFieldName = fromQt(typedText(*m_ui->txtFieldName));
-    m_draft.txtDefault = fromQt(typedText(*m_ui->txtDefault));
+    takeTyped(*m_ui->txtFieldName, m_draft.txtFieldName);
+    takeTyped(*m_ui->txtDefault, m_draft.txtDefault);
     if (m_ui->cmbDefault->isEditable())
         m_draft.cmbDefaultText = fromQt(m_ui->cmbDefault->currentText());
     else if (m_ui->cmbDefault->count() > 0)
@@ -199,6 +199,7 @@ void frmFieldProp::chooseType(int type) {
     showDraft();
 }
 
+// The editor calls the field by the name that stands in the dialog.
 void frmFieldProp::editItems() {
     take();
     platform::runOperation(m_services.ui, tags::kFieldListItems,
@@ -288,6 +289,8 @@ QWidget* frmFieldProp::controlOf(const design::FieldPropResult& result) {
     case FieldPropFocus::cmbDefault:
         return m_ui->cmbDefault->isEditable() ? static_cast<QWidget*>(m_ui->cmbDefault->lineEdit())
                                               : m_ui->cmbDefault;
+    case FieldPropFocus::cmbDecDigs:
+        return m_ui->cmbDecDigs;
     case FieldPropFocus::cmbExpr:
         return m_ui->frmExpr->findChild<QComboBox*>(QStringLiteral("cmbExpr"));
     case FieldPropFocus::txtAdvExpression:

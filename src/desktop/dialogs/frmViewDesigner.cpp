@@ -71,11 +71,10 @@ void frmViewDesigner::makeLists() {
 void frmViewDesigner::connectControls() {
     connect(m_ui->CmbView, &QComboBox::activated, this,
             [this](int position) { perform(tags::kViewViewList, [this, position] { chooseView(position); }); });
-    connect(m_ui->TxtView, &QLineEdit::textChanged, this,
+    connect(m_ui->TxtView, &QLineEdit::textEdited, this,
             [this] { m_design.TxtView = fromQt(typedText(*m_ui->TxtView)); });
     connect(m_ui->CmbCols, &QComboBox::currentIndexChanged, this, [this](int position) { m_design.cols = position; });
-    connect(m_ui->CmbFilter, &QComboBox::currentIndexChanged, this,
-            [this](int position) { m_design.filter = position; });
+    connect(m_ui->CmbFilter, &QComboBox::activated, this, [this](int position) { m_design.chooseFilter(position); });
     connect(m_ui->Grid, &QTableWidget::currentCellChanged, this, [this](int row) { m_design.selectRow(row); });
     connect(m_ui->Grid, &QTableWidget::cellClicked, this, [this](int row, int column) {
         platform::runOperation(m_services.ui, tags::kViewGridClick, [this, row, column] { clickGrid(row, column); });
@@ -141,7 +140,7 @@ void frmViewDesigner::perform(std::string_view tag, const std::function<void()>&
 
 void frmViewDesigner::showDesign() {
     fillCombo(*m_ui->CmbView, m_design.CmbView(), m_design.viewPosition());
-    if (fromQt(m_ui->TxtView->text()) != m_design.TxtView)
+    if (m_ui->TxtView->text() != toQt(m_design.TxtView))
         m_ui->TxtView->setText(toQt(m_design.TxtView));
     fillCombo(*m_ui->CmbCols, design::ViewDesign::CmbCols(), m_design.cols);
     fillCombo(*m_ui->CmbFilter, m_design.CmbFilter(), m_design.filter);
@@ -153,7 +152,7 @@ void frmViewDesigner::showDesign() {
 void frmViewDesigner::showGrid() {
     QTableWidget& grid = *m_ui->Grid;
     const QSignalBlocker quiet(&grid);
-    const auto& rows = m_design.Grid();
+    const auto rows = m_design.Grid();
     grid.setRowCount(static_cast<int>(rows.size()));
     for (int row = 0; row < grid.rowCount(); ++row) {
         setCell(grid, row, kFields, rows[static_cast<std::size_t>(row)].Fields);

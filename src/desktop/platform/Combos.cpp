@@ -1,5 +1,6 @@
 #include "desktop/platform/Combos.h"
 
+
 #include <QAbstractItemView>
 
 namespace tallybook::desktop {

@@ -2,13 +2,21 @@
 
 #include "core/platform/Ansi.h"
 #include "core/platform/OwnTexts.h"
+#include "desktop/platform/Text.h"
 
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QTextDocument>
 
 namespace tallybook::desktop {
 
 namespace {
+
+QString withLineEnds(QString text) {
+    for (const QChar lineEnd : {QChar(QChar::LineSeparator), QChar(QChar::ParagraphSeparator)})
+        text.replace(lineEnd, QLatin1Char('\n'));
+    return text;
+}
 
 QString textOf(const QWidget& box) {
     if (const auto* line = qobject_cast<const QLineEdit*>(&box))
@@ -24,6 +32,17 @@ QString typedText(const QLineEdit& line) {
     for (const QChar lineEnd : {QChar(QChar::LineSeparator), QChar(QChar::ParagraphSeparator), QChar(u'\n')})
         text.replace(lineEnd, QLatin1Char(' '));
     return text;
+}
+
+void takeTyped(const QLineEdit& line, std::string& text) {
+    if (!line.isModified())
+        return;
+    const bool lines = text.find('\n') != std::string::npos;
+    text = fromQt(lines ? withLineEnds(line.text()) : typedText(line));
+}
+
+QString typedText(const QPlainTextEdit& box) {
+    return withLineEnds(box.document()->toRawText());
 }
 
 std::string foreignIn(const QString& text) {

@@ -320,38 +320,27 @@ TEST_F(CreateList, standsWith59DifferentTexts) {
     EXPECT_EQ(list().ItemIds.back(), 59);
 }
 
-TEST_F(CreateList, failsAtTheRecordOfTheSixtiethText) {
-    Texts texts = differentTexts(60);
-    texts.push_back("item 1");
-    fillColumn(doc, kSlot, texts);
+// The list and the ids of the records may be another type's: they stay until there is something to put in their
+// place.
+TEST_F(CreateList, leavesAllAsItWasAtTheSixtiethText) {
+    fillColumn(doc, kSlot, differentTexts(60));
+    doc.CurrDB20.Lists[kSlot] = {{8}, {"old"}};
+    for (int record = 0; record < 60; ++record)
+        doc.CellLongs.set(record, kSlot, 5000 + record);
     EXPECT_FALSE(create());
-    EXPECT_EQ(list().Count(), 59);
-    EXPECT_EQ(doc.CellLongs.get(58, kSlot), 59);
-    EXPECT_EQ(doc.CellLongs.get(59, kSlot), 0);
-    EXPECT_EQ(doc.CellLongs.get(60, kSlot), 0); // not reached
-    ASSERT_EQ(services.user.messages.size(), 1u);
-    EXPECT_EQ(services.user.messages[0].text,
-              "More than 60 unique items found.  Some items could not be included.\n"
-              "Convert this field back to text, reduce the number of unique items and try again.");
-    EXPECT_EQ(services.user.messages[0].icon, platform::Icon::Critical);
+    EXPECT_EQ(list(), (model::ListDef{{8}, {"old"}}));
+    for (int record = 0; record < 60; ++record)
+        EXPECT_EQ(doc.CellLongs.get(record, kSlot), 5000 + record);
+    EXPECT_TRUE(services.user.messages.empty()); // its caller speaks
 }
 
-TEST_F(CreateList, asksBeforeItReplacesAList) {
+TEST_F(CreateList, putsItselfInThePlaceOfAnother) {
     fillColumn(doc, kSlot, {"new"});
     doc.CurrDB20.Lists[kSlot] = {{8}, {"old"}};
     doc.CellLongs.set(0, kSlot, 8);
-    services.user.answers = {platform::Answer::No, platform::Answer::Yes};
-    EXPECT_TRUE(create());
-    EXPECT_EQ(list().Items, Texts{"old"});
-    EXPECT_EQ(columnLongs(doc, kSlot), std::vector<int>{8});
     EXPECT_TRUE(create());
     EXPECT_EQ(list().Items, Texts{"new"});
     EXPECT_EQ(columnLongs(doc, kSlot), std::vector<int>{1});
-    const platform::Message& question = services.user.messages[0];
-    EXPECT_EQ(question.text, "Clear existing list and create new list?");
-    EXPECT_EQ(question.title, "Existing list found");
-    EXPECT_EQ(question.icon, platform::Icon::Question);
-    EXPECT_EQ(question.buttons, platform::Buttons::YesNo);
 }
 
 TEST_F(CreateList, showsTheBar) {

@@ -47,10 +47,25 @@ TEST_F(MultipleFilter, checksTheSetOfTheChosenView) {
     EXPECT_EQ(checked(), "9 ");
 }
 
-TEST_F(MultipleFilter, checksWhatItChoseLast) {
+TEST_F(MultipleFilter, checksWhatItChoseWhileThatIsInForce) {
     doc.CurrDB20.DefaultFilterMask = 1;
     doc.MultiFilterSel.set(9);
+    doc.CurrentFilter = model::kMultipleFilter;
     EXPECT_EQ(checked(), "9 ");
+    doc.MultiFilterSel.reset(); // of a view with several filters, before the dialog was used
+    EXPECT_EQ(checked(), "");
+}
+
+TEST_F(MultipleFilter, forgetsItsChoiceWhenAnotherFilterOrAViewIsChosen) {
+    doc.MultiFilterSel.set(9);
+    doc.CurrDB20.DefaultFilterMask = 1;
+    doc.CurrentFilter = 0;
+    EXPECT_EQ(checked(), "0 ");
+    doc.CurrDB20.Views[3].Name = "Prices";
+    doc.CurrDB20.Views[3].FilterMask = 0b1000'0000'0000;
+    doc.CurrentView = "Prices";
+    doc.CurrentFilter = 12;
+    EXPECT_EQ(checked(), "11 ");
 }
 
 TEST_F(MultipleFilter, doesNotOpenWithoutAFilter) {

@@ -7,9 +7,11 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tallybook::calc {
@@ -31,13 +33,6 @@ std::string_view cellText(const Document& doc, int record, int slot, std::string
     return doc.grd.text(record + model::kFirstDataRow, model::columnOfSlot(slot), scratch);
 }
 
-bool keepsExistingList(platform::UserInterface& ui) {
-    return ui.message({.text = "Clear existing list and create new list?",
-                       .icon = platform::Icon::Question,
-                       .buttons = platform::Buttons::YesNo,
-                       .title = "Existing list found"}) != platform::Answer::Yes;
-}
-
 // The id of a text in a list, the text appended when it is new; nothing when there are too many.
 std::optional<int> itemId(ListDef& list, std::string_view text) {
     const auto found = std::find(list.Items.begin(), list.Items.end(), text);
@@ -51,21 +46,27 @@ std::optional<int> itemId(ListDef& list, std::string_view text) {
     return id;
 }
 
-// Fills the list from the column and gives the records their ids. False at the first text too many.
-bool collectItems(Document& doc, platform::Screen& screen, int slot) {
-    ListDef& list = doc.CurrDB20.Lists[slot];
-    list = {};
+// A column's texts as a list, and the id that each record has in it.
+struct Collected {
+    ListDef list;
+    std::vector<std::uint8_t> ids; // by record; 0 for no item
+};
+
+// Nothing at the first text too many.
+std::optional<Collected> collectItems(const Document& doc, platform::Screen& screen, int slot) {
+    Collected found;
+    found.ids.reserve(static_cast<std::size_t>(doc.NumDataRecs));
     std::string scratch;
     for (int record = 0; record < doc.NumDataRecs; ++record) {
         const std::string_view text = cellText(doc, record, slot, scratch);
         const bool none = text.empty() || (slot == 0 && text == kUnfiled);
-        const auto id = none ? std::optional(0) : itemId(list, text);
+        const auto id = none ? std::optional(0) : itemId(found.list, text);
         if (!id)
-            return false;
-        doc.CellLongs.set(record, slot, *id);
+            return std::nullopt;
+        found.ids.push_back(static_cast<std::uint8_t>(*id));
         screen.progress(kCreating, record + 1, doc.NumDataRecs);
     }
-    return true;
+    return found;
 }
 
 // The numbers of a column, rounded to whole ones; nothing when a cell is not numeric.
@@ -128,20 +129,19 @@ bool takeKeys(Document& doc, platform::Services& services, int slot) {
 } // namespace
 
 bool createList(Document& doc, platform::Services& services, int slot) {
-    platform::UserInterface& ui = services.ui;
     platform::Screen& screen = services.screen;
     const platform::Freeze freeze(screen, doc);
     const platform::HourGlass hourGlass(screen);
     screen.progress(kCreating, 0, doc.NumDataRecs);
     moveToColumn(doc, slot);
-    const bool stands =
-        (doc.CurrDB20.Lists.at(slot).Count() > 0 && keepsExistingList(ui)) || collectItems(doc, screen, slot);
-    if (!stands)
-        ui.message({.text = "More than 60 unique items found.  Some items could not be included.\n"
-                            "Convert this field back to text, reduce the number of unique items and try again.",
-                    .icon = platform::Icon::Critical});
+    auto found = collectItems(doc, screen, slot);
+    if (found) {
+        doc.CurrDB20.Lists[slot] = std::move(found->list);
+        for (int record = 0; record < doc.NumDataRecs; ++record)
+            doc.CellLongs.set(record, slot, found->ids[static_cast<std::size_t>(record)]);
+    }
     screen.progress({}, 0, 0);
-    return stands;
+    return found.has_value();
 }
 
 bool CreateKeys(Document& doc, platform::Services& services, int slot, KeepPosition keep) {

@@ -22,10 +22,11 @@ bool comparesFields(const Conditions& conditions, int condition) {
     return conditions.slots[condition == 0 ? 1 : 3] != 0;
 }
 
+// A blank link ends the chain, and so does a condition without a field.
 int countOf(const Conditions& conditions) {
-    if (conditions.links[0] == 0)
+    if (conditions.links[0] == 0 || conditions.slots[2] == 0)
         return 1;
-    return conditions.links[1] == 0 ? 2 : 3;
+    return conditions.links[1] == 0 || conditions.slots[4] == 0 ? 2 : 3;
 }
 
 // `right` is asked for when it decides: reading a condition has no other effect.

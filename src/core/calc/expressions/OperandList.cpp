@@ -1,5 +1,6 @@
 #include "core/calc/expressions/OperandList.h"
 
+#include "core/calc/expressions/SimpleConstant.h"
 #include "core/calc/values/Conversion.h"
 #include "core/calc/values/Dates.h"
 #include "core/calc/values/Numbers.h"
@@ -14,8 +15,9 @@ namespace {
 
 // A constant goes through the form of a Float, whose digits are those of a single.
 double constantOf(std::string_view text, const platform::Regional& regional, int thisYear) {
-    const std::string checked = checkFormat(model::FieldType::Float, text, regional, thisYear);
-    return parseNumber(checked, regional).value_or(0);
+    const platform::Regional region = regionOfConstant(text, regional);
+    const std::string checked = checkFormat(model::FieldType::Float, text, region, thisYear);
+    return parseNumber(checked, region).value_or(0);
 }
 
 // The older evaluation puts the parts of h:m:s together to a time, not to a number of seconds.

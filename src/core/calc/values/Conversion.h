@@ -28,7 +28,8 @@ std::string_view getListText(const model::DatabaseModel& db, int slot, int id);
 void convertType(model::Document& doc, platform::Services& services, int slot, model::FieldType oldType,
                  model::FieldType newType, int decimalsChoice);
 
-// Builds the slot's list from its column, at most 59 items. False when there are more different texts.
+// Builds the slot's list from its column, at most 59 items, in place of the one that it has, and gives the records
+// their ids. False when there are more different texts; list and ids are then as they were.
 bool createList(model::Document& doc, platform::Services& services, int slot);
 
 // Turns a numeric column into the records' keys, and shows them in every Key column. False when a cell is not

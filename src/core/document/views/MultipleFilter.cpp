@@ -18,7 +18,7 @@ const model::ViewDef* chosenViewOf(const model::Document& doc) {
 using Slots = std::bitset<model::MaxFilters>;
 
 Slots filtersInForce(const model::Document& doc) {
-    if (doc.MultiFilterSel.any())
+    if (doc.CurrentFilter == model::kMultipleFilter)
         return doc.MultiFilterSel;
     const model::ViewDef* view = chosenViewOf(doc);
     return Slots(view != nullptr ? view->FilterMask : doc.CurrDB20.DefaultFilterMask);

@@ -18,8 +18,8 @@ struct FilterLine {
     bool operator==(const FilterLine&) const = default;
 };
 
-// The named filters in the order of their slots, those in force checked: what the dialog chose last, else the set of
-// the view that is chosen, else the database's default set.
+// The named filters in the order of their slots, those in force checked: what the dialog chose while several filters
+// are in force, else the set of the view that is chosen, else the database's default set.
 std::vector<FilterLine> multipleFilterLines(const model::Document& doc);
 
 // True when there is a filter to choose; otherwise the message has been shown and the dialog does not open.

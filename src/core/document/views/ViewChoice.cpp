@@ -157,7 +157,9 @@ Choice chooseFilter(model::Document& doc, Services& services, int entry) {
 
 void acceptMultipleFilter(model::Document& doc, Services& services, const std::bitset<model::MaxFilters>& slots) {
     doc.MultiFilterSel = slots;
-    doc.CurrDB20.DefaultFilterMask = static_cast<std::uint16_t>(slots.to_ulong());
+    constexpr unsigned kFilters = (1u << model::MaxFilters) - 1; // other bits are carried
+    doc.CurrDB20.DefaultFilterMask = static_cast<std::uint16_t>((doc.CurrDB20.DefaultFilterMask & ~kFilters) |
+                                                                static_cast<unsigned>(slots.to_ulong()));
     doc.DocModified = true;
     applyFilter(doc, services, kSeveralFilters);
 }
