@@ -67,7 +67,7 @@ bool passesTrial(Session& session, const std::string& text, const std::string& f
     const auto chosen = std::find(formats.begin(), formats.end(), format);
     model::ExprDef trial;
     return design::StoreExpression25({text, static_cast<int>(chosen - formats.begin())}, session.document().CurrDB20,
-                                     0, session.services(), trial);
+                                     {}, 0, session.services(), trial);
 }
 
 ExitCode check(const ExprOptions& options, Terminal& terminal) {

@@ -1,6 +1,7 @@
 #include "core/design/ExpressionStore.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace tallybook::design {
@@ -75,6 +76,28 @@ int compile(std::string_view text, const DatabaseModel& db, const FieldInDesign&
     return calc::Compile(text, names, compiled.tokens, compiled.texts, ofFormer);
 }
 
+// What is wrong with a text, and where: a place from 0, none for what the trial found.
+struct ExpressionFault {
+    std::string text;
+    std::optional<std::size_t> place;
+};
+
+// Without a fault the tokens are stored; a text that is the one shown keeps those that are there.
+ExpressionFault compileAndTry(std::string_view text, const DatabaseModel& db, const FieldInDesign& own,
+                              std::uint8_t decimals, const platform::Services& services, ExprDef& expression) {
+    CompiledForm compiled = storedForm(expression);
+    const bool stands = compiled.tokens[0] != calc::token::kEnd && text == DisplayExpression25(db, expression).text;
+    calc::CompileError error;
+    if (!stands && compile(text, db, own, compiled, error) < 0)
+        return {error.text, error.position};
+    std::string fault = trialError(compiled, db, own, expression.ResultType, decimals, services);
+    if (!fault.empty())
+        return {std::move(fault), std::nullopt};
+    expression.Tokens = compiled.tokens;
+    expression.TokenTexts = std::move(compiled.texts);
+    return {};
+}
+
 } // namespace
 
 std::span<const std::string_view> advancedFormats() {
@@ -117,21 +140,6 @@ AdvancedChoices DisplayExpression25(const DatabaseModel& db, const ExprDef& expr
         names[slot] = db.Fields[slot].Name;
     return {calc::displayText(expression.Tokens, expression.TokenTexts, names),
             formatOfResultType(expression.ResultType)};
-}
-
-ExpressionFault compileAndTry(std::string_view text, const DatabaseModel& db, const FieldInDesign& own,
-                              std::uint8_t decimals, const platform::Services& services, ExprDef& expression) {
-    CompiledForm compiled = storedForm(expression);
-    const bool stands = compiled.tokens[0] != calc::token::kEnd && text == DisplayExpression25(db, expression).text;
-    calc::CompileError error;
-    if (!stands && compile(text, db, own, compiled, error) < 0)
-        return {error.text, error.position};
-    std::string fault = trialError(compiled, db, own, expression.ResultType, decimals, services);
-    if (!fault.empty())
-        return {std::move(fault), std::nullopt};
-    expression.Tokens = compiled.tokens;
-    expression.TokenTexts = std::move(compiled.texts);
-    return {};
 }
 
 bool StoreExpression25(const AdvancedChoices& choices, const DatabaseModel& db, const FieldInDesign& own,

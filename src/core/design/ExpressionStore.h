@@ -8,7 +8,6 @@
 
 #include <array>
 #include <cstdint>
-#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -86,19 +85,6 @@ struct AdvancedChoices {
     bool operator==(const AdvancedChoices&) const = default;
 };
 AdvancedChoices DisplayExpression25(const model::DatabaseModel& db, const model::ExprDef& expression);
-
-// An error in the text of an advanced expression: what is wrong, and where (from 0; its length for the end). The
-// text is empty where there is none.
-struct ExpressionFault {
-    std::string text;
-    std::optional<std::size_t> place; // nothing for one that the trial found
-};
-
-// Compiles the text into `expression` and tries it out with made-up values in its result type. `own` is the field
-// that it is for, `decimals` are the field's. Without a fault the tokens are stored; they stay as they were
-// otherwise.
-ExpressionFault compileAndTry(std::string_view text, const model::DatabaseModel& db, const FieldInDesign& own,
-                              std::uint8_t decimals, const platform::Services& services, model::ExprDef& expression);
 
 // Stores the choices in the place of what `expression` shows, so that a text that is the one shown keeps its tokens.
 // True when they were stored; false with a message under "Error in the expression", the tokens as they were. The

@@ -215,6 +215,13 @@ inline std::string noSuchColour(std::string_view name) {
 inline std::string noSuchSign(std::string_view sign) {
     return quotedStart(sign) + " means nothing here.";
 }
+inline std::string foreignSign(std::string_view sign, std::string_view here) {
+    return quotedStart(sign) + " means nothing here. Write " + quotedStart(here) + '.';
+}
+// Behind a message of what there is not; nothing for no idea.
+inline std::string didYouMean(std::string_view written) {
+    return written.empty() ? std::string() : " Did you mean " + std::string(written) + '?';
+}
 inline std::string functionNeedsBracket(std::string_view name) {
     return quotedStart(name) + " needs an opening bracket behind it.";
 }

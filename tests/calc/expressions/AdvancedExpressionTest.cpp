@@ -132,8 +132,17 @@ TEST(Dates, countDays) {
         {"Date(2003, 3, 0)", "2/28/2003"},
         {"Date(Year(Due), Month(Due)+1, 1)", "4/1/2003"},
         {"Finish", "3/1/2003"},
-        {"Blank", "12/30/1899"},
-        {"Prev(Due)", "12/30/1899"},
+        // No day that anybody meant, whatever was made of it; but what is asked about it goes into no date.
+        {"Blank", ""},
+        {"Prev(Due)", ""},
+        {"Blank+30", ""},
+        {"7+Blank", ""},
+        {"If(Blank = 0, Blank+1, Today)", ""},
+        {"Date(Year(Blank), Month(Blank)+1, 1)", ""},
+        {"''", ""},
+        {"If(Blank = 0, Today, Blank)", "3/5/2003"},
+        {"Date(If(Year(Blank) < 1900, 2003, 2004), 3, 5)", "3/5/2003"},
+        {"Sel(1 + (Blank = 0), Blank, Date(2003, 3, 5))", "3/5/2003"},
         {"'1/2/2003'", "1/2/2003"},
         {"If(1, Due, Today)", "3/10/2003"},
     };
@@ -313,6 +322,59 @@ TEST(Colours, areThoseOfTheChosenBranch) {
         EXPECT_TRUE(outcome.done) << c.text;
         EXPECT_EQ(outcome.colour, c.colour) << c.text;
     }
+}
+
+// What was chosen in a list stands where a number belongs, so it is one beside a number.
+TEST(ChosenTexts, countAsNumbersBesideNumbers) {
+    for (const std::uint8_t type : {5, 13, 15, 16, 17}) {
+        ExpressionBench bench;
+        bench.kinds.fieldTypes[10] = type;
+        EXPECT_EQ(bench.run("Qty+Kind", 0, 2).text, "16.00") << int{type};
+        EXPECT_EQ(bench.run("Kind+Qty", 0, 2).text, "16.00");
+        EXPECT_EQ(bench.run("Kind+Qty", 13).text, "16");
+        EXPECT_EQ(bench.run("Qty+Prev(Kind)", 0, 2).text, "4.00"); // a blank one
+        EXPECT_EQ(bench.run("If(1, Kind, 0)+Qty", 0).text, "16");
+        EXPECT_EQ(bench.run("Due+Kind", 1).text, "3/22/2003");
+        EXPECT_EQ(bench.run("Kind+Kind", 13).text, "1212"); // two texts
+        EXPECT_EQ(bench.run("Kind+' pcs'", 13).text, "12 pcs");
+        bench.values[10][kCurrentRecord].textValue = "dozen";
+        EXPECT_EQ(bench.run("Qty+' '+Kind", 13).text, "4 dozen");
+        EXPECT_EQ(bench.run("Qty+Kind", 13).text, "4dozen");
+    }
+    ExpressionBench bench;
+    for (const std::uint8_t type : {1, 10, 12}) { // typed, and the key or text of a join
+        bench.kinds.fieldTypes[10] = type;
+        EXPECT_EQ(bench.run("Qty+Kind", 13).text, "412") << int{type};
+    }
+}
+
+TEST(Colours, standAlone) {
+    const ExpressionBench bench;
+    const struct {
+        const char* text;
+        int resultType;
+        const char* expected;
+        int colour;
+    } cases[] = {
+        {"{red}", 13, "", 1},
+        {"{red}", 0, "0", 1},
+        {"{red}{blue}", 13, "", 3},
+        {"Qty+{red}", 0, "4", 1},
+        {"{red}*2", 0, "0", 1},
+        {"({green})+1", 0, "1", 2},
+        {"If(Qty > 3, {red}, {blue})+Name", 13, "Ann", 1},
+        {"If(Qty > 9, {red}, {blue})+Qty", 0, "4", 3},
+        {"Sel(2, {red}, {yellow}, 5)", 13, "", 4},
+        {"{red}-1", 0, "-1", 1},
+    };
+    for (const auto& c : cases) {
+        const auto outcome = bench.run(c.text, static_cast<std::uint8_t>(c.resultType));
+        EXPECT_EQ(outcome.text, c.expected) << c.text;
+        EXPECT_EQ(outcome.colour, c.colour) << c.text;
+    }
+    EXPECT_EQ(bench.displayed("If(Qty>3,{red},{blue})+Qty"), "If (Qty > 3, {red}, {blue})+Qty");
+    EXPECT_EQ(bench.errorOf("{red}+"), "6: A value is missing here.");
+    EXPECT_EQ(bench.errorOf("{red})"), "5: There is no open bracket to be closed.");
 }
 
 TEST(PrevIndex, isTheNumberOfTheRecordBefore) {

@@ -165,7 +165,7 @@ TEST(Compile, namesTheFirstErrorAndItsPlace) {
         {"1+*2", "2: A value is missing here."},
         {"1**", "3: A value is missing here."},
         {"-", "1: A value is missing here."},
-        {"{red}", "5: A value is missing here."},
+        {"{red}+", "6: A value is missing here."},
         {"()", "1: A value is missing here."},
         {"Abs()", "4: A value is missing here."},
         {"Round(1,)", "8: A value is missing here."},
@@ -190,7 +190,19 @@ TEST(Compile, namesTheFirstErrorAndItsPlace) {
         {"Round(1,2,3)", "0: Round takes 1 or 2 values."},
         {"Abs(1,2)", "0: Abs takes 1 value."},
         {"foo", "0: There is no field, constant or function \"foo\"."},
-        {"1+price", "2: There is no field, constant or function \"price\"."},
+        {"1+price", "2: There is no field, constant or function \"price\". Did you mean Price?"},
+        {"Unit Price*2", "0: There is no field, constant or function \"Unit\". Did you mean [Unit Price]?"},
+        {"unit price*2", "0: There is no field, constant or function \"unit\". Did you mean [Unit Price]?"},
+        {"Unit Prices", "0: There is no field, constant or function \"Unit\"."},
+        {"cost (net)", "0: There is no field, constant or function \"cost\". Did you mean [Cost (net)]?"},
+        {"[unit price]", "0: There is no field \"unit price\". Did you mean Unit Price?"},
+        {"Prev( unit price )", "6: There is no field \"unit price \". Did you mean Unit Price?"},
+        {"1 != 2", "2: \"!=\" means nothing here. Write \"<>\"."},
+        {"1 == 2", "2: \"==\" means nothing here. Write \"=\"."},
+        {"1 && 2", "2: \"&&\" means nothing here. Write \"&\"."},
+        {"1 || 2", "2: \"||\" means nothing here. Write \"|\"."},
+        {"1 => 2", "2: \"=>\" means nothing here. Write \">=\"."},
+        {"1 =< 2", "2: \"=<\" means nothing here. Write \"<=\"."},
         {"foo(1)", "0: There is no function \"foo\"."},
         {"If", "0: \"If\" needs an opening bracket behind it."},
         {"Prev", "0: \"Prev\" needs an opening bracket behind it."},
@@ -361,6 +373,20 @@ TEST(DisplayText, writesWhatCompilesToTheSameTokens) {
         EXPECT_EQ(compiled(shown), compiled(text)) << shown;
         EXPECT_EQ(bench.displayed(shown), shown);
     }
+}
+
+// Letters beyond A to Z belong to a word, though no bare word may have one.
+TEST(CompileErrors, nameWholeWords) {
+    ExpressionBench bench;
+    const std::string size = "Gr\xF6\xDF\x65";
+    const std::string noWord = "0: There is no field, constant or function ";
+    bench.names[21] = size;
+    EXPECT_EQ(bench.errorOf(size + "*2"), noWord + '"' + size + "\". Did you mean [" + size + "]?");
+    EXPECT_EQ(bench.errorOf("GR\xD6\xDF" + std::string("E*2")),
+              noWord + "\"GR\xD6\xDF" + "E\". Did you mean [" + size + "]?");
+    EXPECT_EQ(bench.errorOf("\xC4nderung"), noWord + "\"\xC4nderung\".");
+    EXPECT_EQ(bench.errorOf("Price\xF6"), noWord + "\"Price\xF6\".");
+    EXPECT_EQ(bench.errorOf('[' + size + "]*2"), "");
 }
 
 } // namespace

@@ -54,13 +54,19 @@ FieldForm formOf(std::uint8_t type, std::uint8_t resultType) {
         return formOfResult(resultType);
     case FieldType::ConditionalExpression:
         return FieldForm::Conditional;
+    case FieldType::List:
+    case FieldType::RadioButton:
+    case FieldType::DBLookup:
+    case FieldType::AddressBookJoin:
+    case FieldType::AddressBookLookup:
+        return FieldForm::Chosen;
     default:
         return FieldForm::Text;
     }
 }
 
 Needs needsOf(FieldForm form) {
-    if (form == FieldForm::Text)
+    if (form == FieldForm::Text || form == FieldForm::Chosen)
         return Needs::Text;
     return form == FieldForm::Conditional ? Needs::All : Needs::Numbers;
 }

@@ -47,7 +47,7 @@ bool ExpressionEvaluator::toDate(int place, Value& value) {
     if (value.kind != Kind::Text)
         value = wrong(own::kDateWanted);
     else if (isBlankText(value.text))
-        value = dateValue(0);
+        value = blankDate();
     else if (const auto serial = readDate(value.text, m_settings.regional, m_settings.thisYear))
         value = dateValue(dayNumber(dateOf(*serial)));
     else
@@ -154,6 +154,10 @@ bool ExpressionEvaluator::finish(const Value& found, std::uint8_t resultType, st
     case result::kDateAndYears:
         result.form = Form::Date;
         result.value = toDate(root, value) ? value.number : 0;
+        if (value.fromBlank) { // no day that anybody meant
+            result.form = Form::PlainText;
+            result.text.clear();
+        }
         break;
     case result::kTime:
         result.form = Form::Time;

@@ -18,13 +18,6 @@ std::string quotedText(std::string_view text) {
     return shown + '\'';
 }
 
-// A bare word means a constant first.
-std::string fieldText(std::string_view name) {
-    if (!FieldNameRequiresBrackets(name) && !isConstantWord(name))
-        return std::string(name);
-    return '[' + std::string(name) + ']';
-}
-
 std::string colourText(unsigned code) {
     return '{' + std::string(code < words::kColours.size() ? words::kColours[code] : "?") + '}';
 }
@@ -83,6 +76,12 @@ std::string tokenText(Token code, std::string_view text, std::span<const std::st
 }
 
 } // namespace
+
+std::string fieldText(std::string_view name) {
+    if (!FieldNameRequiresBrackets(name) && !isConstantWord(name))
+        return std::string(name);
+    return '[' + std::string(name) + ']';
+}
 
 bool FieldNameRequiresBrackets(std::string_view name) {
     return name.empty() || !isWordStart(name.front()) || !std::all_of(name.begin(), name.end(), isWordPart);

@@ -61,6 +61,9 @@ Value ExpressionEvaluator::evaluate(int place) {
     case Node::Kind::ColourAhead:
     case Node::Kind::ColourBehind:
         return coloured(node);
+    case Node::Kind::ColourAlone:
+        m_colour = node.colour;
+        return chosenText({});
     case Node::Kind::Negate:
         return negate(node);
     case Node::Kind::Not:
@@ -106,6 +109,8 @@ Value ExpressionEvaluator::field(const Node& node) {
         return timeValue(*secondsLater(values.longValue, 0));
     case FieldForm::Text:
         return textValue(values.textValue);
+    case FieldForm::Chosen:
+        return chosenText(values.textValue);
     case FieldForm::Conditional:
         return conditional(values);
     }
@@ -113,6 +118,10 @@ Value ExpressionEvaluator::field(const Node& node) {
 }
 
 Value ExpressionEvaluator::dateField(std::int32_t packed) {
+    if (packed == 0) {
+        m_blankDate = true;
+        return blankDate();
+    }
     if (const auto day = unpackDate(packed))
         return dateValue(*day);
     return isTrial() ? kSomeDate : wrong(own::kDateOutOfRange);
@@ -158,6 +167,16 @@ Value ExpressionEvaluator::join(const Value& left, const Value& right) {
     return textValue(made);
 }
 
+// What was chosen for a field is a number beside a number, as it is where only numbers can stand.
+void ExpressionEvaluator::countBeside(Value& value, const Value& other) const {
+    if (value.kind != Kind::Text || !value.chosen || other.kind == Kind::Text)
+        return;
+    if (isBlankText(value.text))
+        value = numberValue(0);
+    else if (const auto numeric = parseNumber(value.text, m_settings.regional))
+        value = numberValue(*numeric);
+}
+
 Value ExpressionEvaluator::add(const Node& node) {
     Value left = evaluate(node.first);
     if (left.kind == Kind::Fault)
@@ -165,6 +184,8 @@ Value ExpressionEvaluator::add(const Node& node) {
     Value right = evaluate(at(node.first).next);
     if (right.kind == Kind::Fault)
         return right;
+    countBeside(left, right);
+    countBeside(right, left);
     if (left.kind == Kind::Number && right.kind == Kind::Number)
         return finite(node, left.number + right.number);
     if (left.kind == Kind::Text || right.kind == Kind::Text)
@@ -211,7 +232,11 @@ Value ExpressionEvaluator::subtract(const Node& node) {
 Value ExpressionEvaluator::later(const Node& node, const Value& moment, double amount) {
     if (moment.kind == Kind::Date) {
         const auto day = daysLater(moment.number, amount);
-        return day ? dateValue(*day) : failed(node, own::kDateOutOfRange, kSomeDate);
+        if (!day)
+            return failed(node, own::kDateOutOfRange, kSomeDate);
+        Value date = dateValue(*day);
+        date.fromBlank = moment.fromBlank;
+        return date;
     }
     const auto seconds = secondsLater(moment.number, amount);
     return seconds ? timeValue(*seconds) : failed(node, own::kNumberTooLarge, kSomeTime);

@@ -51,6 +51,7 @@ private:
     bool fitForDifference(const Node& node, Value& left, Value& right);
     Value later(const Node& node, const Value& moment, double amount);
     Value join(const Value& left, const Value& right);
+    void countBeside(Value& value, const Value& other) const;
     Value multiply(const Node& node);
     Value divide(const Node& node);
     Value binary(const Node& node);
@@ -95,6 +96,7 @@ private:
     std::int32_t m_record;
     const EvaluationSettings& m_settings;
     std::uint8_t m_colour = 0;
+    bool m_blankDate = false; // one was read
     std::string_view m_fault;
     std::forward_list<std::string> m_texts; // texts that were put together
 };

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tallybook::calc {
 
@@ -19,8 +20,10 @@ Value ExpressionEvaluator::call(const Node& node) {
     switch (node.function) {
     case Function::If: {
         bool holds = false;
+        const bool blankBefore = m_blankDate; // what is asked goes into no date
         if (!toTruth(node.first, holds))
             return {};
+        m_blankDate = blankBefore;
         const int then = at(node.first).next;
         return evaluate(holds ? then : at(then).next);
     }
@@ -49,8 +52,10 @@ Value ExpressionEvaluator::call(const Node& node) {
 
 Value ExpressionEvaluator::choose(const Node& node) {
     double index = 0;
+    const bool blankBefore = m_blankDate;
     if (!numberAt(node.first, index))
         return {};
+    m_blankDate = blankBefore;
     int chosen = at(node.first).next;
     for (double place = 1; place < index && chosen >= 0; ++place)
         chosen = at(chosen).next;
@@ -100,11 +105,18 @@ Value ExpressionEvaluator::fromParts(const Node& node) {
     double a = 0;
     double b = 0;
     double c = 0;
+    const bool blankBefore = std::exchange(m_blankDate, false);
     if (!numberAt(node.first, a) || !numberAt(second, b) || !numberAt(at(second).next, c))
         return {};
+    const bool fromBlank = m_blankDate;
+    m_blankDate = fromBlank || blankBefore;
     if (node.function == Function::Date) {
         const auto day = dateFromParts(a, b, c);
-        return day ? dateValue(*day) : failed(node, own::kDateOutOfRange, kSomeDate);
+        if (!day)
+            return failed(node, own::kDateOutOfRange, kSomeDate);
+        Value date = dateValue(*day);
+        date.fromBlank = fromBlank;
+        return date;
     }
     const auto seconds = timeFromParts(a, b, c);
     return seconds ? timeValue(*seconds) : failed(node, own::kNumberTooLarge, kSomeTime);

@@ -62,6 +62,21 @@ constexpr Sign kSigns[] = {
     {",", token::kComma},
 };
 
+// Signs of other languages, with those that mean the same here.
+struct ForeignSign {
+    std::string_view text;
+    std::string_view here;
+};
+constexpr ForeignSign kForeignSigns[] = {{"!=", "<>"}, {"==", "="},  {"&&", "&"},
+                                         {"||", "|"},  {"=>", ">="}, {"=<", "<="}};
+
+// Letters that no bare word has: a name with one stands in brackets.
+bool isOtherLetter(char c) {
+    const auto code = static_cast<unsigned char>(c);
+    constexpr std::string_view kBelow = "\x8A\x8C\x8E\x9A\x9C\x9E\x9F\xAA\xB5\xBA";
+    return (code >= 0xC0 && code != 0xD7 && code != 0xF7) || kBelow.find(c) != std::string_view::npos;
+}
+
 class Lexer {
 public:
     Lexer(std::string_view text, std::span<const std::string> fieldNames) : m_text(text), m_names(fieldNames) {}
@@ -96,7 +111,7 @@ private:
 
     void readToken() {
         const char c = at(m_place);
-        if (isWordStart(c))
+        if (isWordStart(c) || isOtherLetter(c))
             readWord();
         else if (isDigit(c) || (c == '.' && isDigit(at(m_place + 1))))
             readNumber();
@@ -111,6 +126,9 @@ private:
     }
 
     void readSign() {
+        for (const ForeignSign& foreign : kForeignSigns)
+            if (from(m_place).starts_with(foreign.text))
+                return fail(m_place, own::foreignSign(foreign.text, foreign.here));
         const auto found = std::find_if(std::begin(kSigns), std::end(kSigns),
                                         [this](const Sign& sign) { return from(m_place).starts_with(sign.text); });
         if (found == std::end(kSigns))
@@ -172,7 +190,7 @@ private:
     // Constants first, then functions, which have a bracket behind them, then fields.
     void readWord() {
         std::size_t end = m_place;
-        while (isWordPart(at(end)))
+        while (isWordPart(at(end)) || isOtherLetter(at(end)))
             ++end;
         const std::string_view word = m_text.substr(m_place, end - m_place);
         if (readConstant(word, end))
@@ -184,15 +202,44 @@ private:
         const unsigned function = functionNamed(word);
         if (called && function != 0)
             return add(token::kFunction, bracket + 1, codeText(function));
-        if (const int slot = slotNamed(word); slot != 0)
+        if (const int slot = slotNamed(word); slot != 0 && !FieldNameRequiresBrackets(word))
             return add(static_cast<Token>(slot), end);
         fail(m_place, whatIsMissing(word, called, function != 0 || equalWords(word, words::kPrev)));
     }
 
-    static std::string whatIsMissing(std::string_view word, bool called, bool isFunction) {
+    std::string whatIsMissing(std::string_view word, bool called, bool isFunction) const {
         if (isFunction)
             return own::functionNeedsBracket(word);
-        return called ? own::noSuchFunction(word) : own::noSuchWord(word);
+        const std::string_view meant = nameMeantAt(m_place);
+        if (called && meant.empty())
+            return own::noSuchFunction(word);
+        return own::noSuchWord(word) + own::didYouMean(meant.empty() ? std::string() : fieldText(meant));
+    }
+
+    // The longest field name that stands at a place in any letter case, with no letter or digit behind it.
+    std::string_view nameMeantAt(std::size_t place) const {
+        std::string_view meant;
+        for (int slot = 1; slot <= lastSlot(); ++slot) {
+            const std::string_view name = nameOf(slot);
+            const char behind = at(place + name.size());
+            if (name.size() > meant.size() && equalWords(from(place).substr(0, name.size()), name) &&
+                !isWordPart(behind) && !isOtherLetter(behind))
+                meant = name;
+        }
+        return meant;
+    }
+
+    // The message for a name between brackets that no field has. A field that differs in letter case alone is named.
+    std::string noField(std::string_view name) const {
+        std::string_view trimmed = name;
+        while (!trimmed.empty() && isBlank(trimmed.front()))
+            trimmed.remove_prefix(1);
+        while (!trimmed.empty() && isBlank(trimmed.back()))
+            trimmed.remove_suffix(1);
+        for (int slot = 1; slot <= lastSlot(); ++slot)
+            if (!trimmed.empty() && equalWords(nameOf(slot), trimmed))
+                return own::noSuchField(name) + own::didYouMean(std::string(nameOf(slot)));
+        return own::noSuchField(name);
     }
 
     bool readConstant(std::string_view word, std::size_t end) {
@@ -257,7 +304,7 @@ private:
             return add(static_cast<Token>(found.slot), found.end);
         if (m_text.find(']', m_place) == std::string_view::npos)
             return fail(m_place, std::string(own::kSquareBracketNotClosed));
-        fail(m_place, own::noSuchField(upTo(m_place + 1, ']')));
+        fail(m_place, noField(upTo(m_place + 1, ']')));
     }
 
     // The name between the brackets of Prev stands bare, as it is shown; square brackets do no harm.
@@ -275,7 +322,7 @@ private:
             return add(token::kPreviousRecord + static_cast<Token>(found.slot), found.end);
         if (m_text.find(')', inside) == std::string_view::npos)
             return fail(m_place, std::string(own::kPrevNotClosed));
-        fail(std::min(name, m_text.size()), own::noSuchField(upTo(name, ')')));
+        fail(std::min(name, m_text.size()), noField(upTo(name, ')')));
     }
 
     std::string_view m_text;

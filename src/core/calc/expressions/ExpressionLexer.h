@@ -22,6 +22,10 @@ struct LexedExpression {
 
 LexedExpression lexExpression(std::string_view text, std::span<const std::string> fieldNames);
 
+// A field's name as it is written in an expression: in square brackets where it cannot stand bare, or would mean a
+// constant.
+std::string fieldText(std::string_view name);
+
 // Whether a bare word of this spelling is a constant, in any letter case.
 bool isConstantWord(std::string_view word);
 

@@ -207,9 +207,27 @@ private:
         if (peek() == token::kColour && isKnown()) {
             const auto colour = words::codeOf(textAt(m_place));
             ++m_place;
+            if (!atOperand())
+                return add({.kind = Kind::ColourAlone, .colour = static_cast<std::uint8_t>(colour)});
             return coloured(Kind::ColourAhead, colour, unary());
         }
         return power();
+    }
+
+    // Something that a colour can stand ahead of; what is not known is left for its message.
+    bool atOperand() const {
+        if (atEnd())
+            return false;
+        switch (peek()) {
+        case token::kPlus:
+        case token::kTimes:
+        case token::kDivide:
+        case token::kClose:
+        case token::kComma:
+            return false;
+        default:
+            return !operatorHere() || operatorHere() == Operator::Not;
+        }
     }
 
     int coloured(Kind kind, unsigned colour, int operand) {

@@ -23,6 +23,7 @@ enum class FieldForm : std::uint8_t {
     Time,        // longValue, packed
     DayTime,     // longValue, seconds since midnight
     Text,        // textValue
+    Chosen,      // textValue, a number beside a number if it reads as one
     Conditional, // a number, a date or a text, as the record has it
 };
 
@@ -36,6 +37,7 @@ struct ExpressionNode {
         Field,
         ColourAhead,  // sets the colour, then gives its operand
         ColourBehind, // gives its operand, then sets the colour
+        ColourAlone,  // sets the colour; no text
         Negate,
         Not,
         Add,

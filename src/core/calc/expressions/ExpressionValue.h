@@ -21,22 +21,30 @@ struct ExpressionValue {
     Kind kind = Kind::Fault;
     double number = 0;
     std::string_view text{};
+    bool chosen = false;    // a text that counts as a number beside one
+    bool fromBlank = false; // a date that a blank one went into
 };
 
 constexpr ExpressionValue numberValue(double value) {
-    return {ExpressionValue::Kind::Number, value, {}};
+    return {.kind = ExpressionValue::Kind::Number, .number = value};
 }
 constexpr ExpressionValue truthValue(bool holds) {
     return numberValue(holds ? 1 : 0);
 }
 constexpr ExpressionValue dateValue(double day) {
-    return {ExpressionValue::Kind::Date, day, {}};
+    return {.kind = ExpressionValue::Kind::Date, .number = day};
 }
 constexpr ExpressionValue timeValue(double seconds) {
-    return {ExpressionValue::Kind::Time, seconds, {}};
+    return {.kind = ExpressionValue::Kind::Time, .number = seconds};
+}
+constexpr ExpressionValue blankDate() {
+    return {.kind = ExpressionValue::Kind::Date, .fromBlank = true};
+}
+constexpr ExpressionValue chosenText(std::string_view characters) {
+    return {.kind = ExpressionValue::Kind::Text, .text = characters, .chosen = true};
 }
 constexpr ExpressionValue textValue(std::string_view characters) {
-    return {ExpressionValue::Kind::Text, 0, characters};
+    return {.kind = ExpressionValue::Kind::Text, .text = characters};
 }
 
 // What a trial goes on with where a made-up value has no meaning: 1 January 2000, noon.
