@@ -297,7 +297,8 @@ TEST_F(FilterDesign, aBlankFieldEndsTheChain) {
     controls.CmbRelOpr = {kAnd, kOr};
     EXPECT_TRUE(isConditionOffered(controls, 1));
     EXPECT_FALSE(isConditionUsed(controls, 1));
-    EXPECT_FALSE(isConditionOffered(controls, 2));
+    EXPECT_TRUE(isConditionOffered(controls, 2));
+    EXPECT_FALSE(isConditionUsed(controls, 2));
     EXPECT_TRUE(ok());
     EXPECT_EQ(stored().CondLinks, (std::array<std::uint8_t, 2>{0, 0}));
     EXPECT_EQ(stored().CondFields2, (std::array<std::uint8_t, 3>{0, 0, 0}));

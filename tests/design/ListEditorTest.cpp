@@ -52,6 +52,22 @@ TEST_F(ListEditing, offersTheCategoriesAndTheLists) {
     EXPECT_EQ(ListEditor(doc, t, 1).cmbList(), (Texts{"Categories", "Title", "Kind", "Place"}));
 }
 
+// A field may be called otherwise while its dialog is open, and a file may have one without a name.
+TEST_F(ListEditing, callsTheFieldAsItsDialogDoes) {
+    field(5, FieldType::List, "");
+    EXPECT_EQ(ListEditor(doc, t, kSlot, "Sort").cmbList(), (Texts{"Categories", "Sort", "Fld05"}));
+    EXPECT_EQ(doc.CurrDB20.Fields[kSlot].Name, "Kind");
+}
+
+TEST_F(ListEditing, takesNoItemOfBlanks) {
+    ListEditor open = editor();
+    EXPECT_EQ(add(open, "  "), -1);
+    t.user.typedTexts = {" "};
+    EXPECT_EQ(open.cmdEdit(0), 0);
+    EXPECT_EQ(open.lst(), (Texts{"b", "A", "c"}));
+    EXPECT_FALSE(open.OKButton());
+}
+
 TEST_F(ListEditing, addsUnderTheLowestFreeId) {
     ListEditor open = editor();
     EXPECT_EQ(add(open, "d"), 3);

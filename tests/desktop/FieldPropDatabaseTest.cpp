@@ -189,10 +189,14 @@ TEST_F(FieldPropData, aViewShowsTheFieldAnew) {
         sample.CurrDB20.NumViews = 1;
     });
     ASSERT_TRUE(doc().ViewShown);
-    script.expect([](QWidget& form) {
+    script.expect([this](QWidget& form) {
         EXPECT_EQ(child<QLineEdit>(form, "txtFieldName")->text(), QStringLiteral("Price"));
         enter(form, "txtFieldName", "Paid");
         choose(form, "cmbDecDigs", "0");
+        script.expectMessage(
+            QStringLiteral("Digits that are not shown any more will be gone with the next save.\nDo you want to "
+                           "show fewer digits?"),
+            QStringLiteral("Yes"));
         ok(form);
     });
     trigger("mnuViewFieldProp");

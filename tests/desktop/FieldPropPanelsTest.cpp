@@ -225,8 +225,12 @@ TEST_F(FieldPropPanels, theNextValueIsTyped) {
 
 TEST_F(FieldPropPanels, aFloatShowsItsNewDecimals) {
     openSample();
-    open(kPrice, [](QWidget& form) {
+    open(kPrice, [this](QWidget& form) {
         choose(form, "cmbDecDigs", "1");
+        script.expectMessage(
+            QStringLiteral("Digits that are not shown any more will be gone with the next save.\nDo you want to "
+                           "show fewer digits?"),
+            QStringLiteral("Yes"));
         ok(form);
         EXPECT_FALSE(form.isVisible());
     });

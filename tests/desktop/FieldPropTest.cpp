@@ -299,8 +299,12 @@ TEST_F(FieldProp, okShowsThatItWorks) {
     openSample();
     Watch watch;
     find<QWidget>("ProgressBar1")->installEventFilter(&watch);
-    open(kPrice, [](QWidget& form) {
+    open(kPrice, [this](QWidget& form) {
         choose(form, "cmbDecDigs", "0");
+        script.expectMessage(
+            QStringLiteral("Digits that are not shown any more will be gone with the next save.\nDo you want to "
+                           "show fewer digits?"),
+            QStringLiteral("Yes"));
         ok(form);
     });
     EXPECT_TRUE(watch.shown);

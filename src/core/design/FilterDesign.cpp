@@ -248,18 +248,15 @@ bool takesConstant(const ConditionControls& condition) {
 }
 
 bool isConditionOffered(const FilterControls& controls, int condition) {
-    for (int n = 1; n <= condition; ++n) {
-        const auto place = static_cast<std::size_t>(n);
-        const bool linked = controls.CmbRelOpr[place - 1] > 0;
-        if (!linked || (n < condition && controls.conditions[place].CmbFldListCmp <= 0))
-            return false;
-    }
-    return true;
+    return std::all_of(controls.CmbRelOpr.begin(), controls.CmbRelOpr.begin() + condition,
+                       [](int link) { return link > 0; });
 }
 
 bool isConditionUsed(const FilterControls& controls, int condition) {
+    const auto first = controls.conditions.begin();
     return isConditionOffered(controls, condition) &&
-           (condition == 0 || controls.conditions[static_cast<std::size_t>(condition)].CmbFldListCmp > 0);
+           std::all_of(first + std::min(condition, 1), first + condition + (condition > 0 ? 1 : 0),
+                       [](const ConditionControls& one) { return one.CmbFldListCmp > 0; });
 }
 
 FilterControls CurrentDefinition(const DatabaseModel& db, const model::FilterDef& filter) {

@@ -51,10 +51,10 @@ bool offersToday(const model::DatabaseModel& db, const ConditionControls& condit
 void selectOperand(ConditionControls& condition, int position);
 // TxtConst is there to be typed into.
 bool takesConstant(const ConditionControls& condition);
-// The controls of a condition (0..2) can be filled: the links before it are not blank, and no condition between them
-// is empty.
+// The controls of a condition (0..2) can be filled: the links before it are not blank.
 bool isConditionOffered(const FilterControls& controls, int condition);
-// The condition counts: it can be filled, and has a field.
+// The condition counts: it can be filled, and neither it nor one ahead of it lacks its field. The first one counts
+// always; without a field it is refused.
 bool isConditionUsed(const FilterControls& controls, int condition);
 
 enum class FilterUse : std::uint8_t { NamedFilter, ConditionalExpression };

@@ -150,7 +150,7 @@ void dlgFilterDesg::enable(const FilterControls& controls) {
         boxes.TxtConst->setEnabled(offered && design::takesConstant(controls.conditions[n]));
         enableLast(*boxes.CmbFldOpnd, design::offersToday(m_db, controls.conditions[n]));
     }
-    m_ui->CmbRelOpr2->setEnabled(design::isConditionUsed(controls, 1));
+    m_ui->CmbRelOpr2->setEnabled(design::isConditionOffered(controls, 1));
 }
 
 void dlgFilterDesg::showCurrent() {
