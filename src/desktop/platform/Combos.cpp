@@ -1,6 +1,5 @@
 #include "desktop/platform/Combos.h"
 
-
 #include <QAbstractItemView>
 
 namespace tallybook::desktop {
