@@ -134,7 +134,7 @@ std::variant<Script, ScriptError> parseScript(std::string_view text) {
 
 const std::vector<ScriptCommand>& scriptCommands() {
     static const std::vector<ScriptCommand> kCommands = {
-        {"goto", 1, 2, "goto ROW [FIELD]"},
+        {"goto", 1, 3, "goto ROW [FIELD], or goto where FIELD \"TEXT\""},
         {"click", 0, 2, "click [ROW FIELD]"},
         {"type", 1, 1, "type \"TEXT\""},
         {"key", 1, 1, "key enter|tab|shift+tab|escape|f2|blank|up|down|left|right"},

@@ -181,6 +181,10 @@ std::string ScriptRunner::cellText(int row, int col) const {
 ScriptRunner::Failure ScriptRunner::doGoto(const Words& words) {
     if (Failure failure = noModal())
         return failure;
+    if (words.size() == 3 && words[0].is("where"))
+        return gotoWhere(words[1], words[2]);
+    if (words.size() == 3 || words[0].is("where"))
+        return "usage: goto ROW [FIELD], or goto where FIELD \"TEXT\"";
     const auto row = rowOf(words[0]);
     if (const auto* reason = std::get_if<std::string>(&row))
         return *reason;
@@ -198,6 +202,32 @@ ScriptRunner::Failure ScriptRunner::doGoto(const Words& words) {
     document::saveCell(m_doc, m_services); // leaving a cell commits it
     m_doc.grd.setCell(std::get<int>(row), column);
     return std::nullopt;
+}
+
+// The first record that is shown whose cell shows the very text; Y or N of a check box.
+ScriptRunner::Failure ScriptRunner::gotoWhere(const ScriptWord& field, const ScriptWord& text) {
+    const auto named = shownColumnOf(field);
+    if (const auto* reason = std::get_if<std::string>(&named))
+        return *reason;
+    if (model::hasNoRecords(m_doc))
+        return "there are no records";
+    document::saveCell(m_doc, m_services); // leaving a cell commits it, which may be the one that is looked for
+    const int column = std::get<int>(named);
+    const std::string sought = checkedText(text.text);
+    model::GridModel& grid = document::shownGrid(m_doc);
+    const int slot = document::shownSlot(m_doc, column);
+    const bool checkbox = m_doc.CurrDB20.Fields.at(static_cast<std::size_t>(slot)).Type == model::FieldType::Checkbox;
+    std::string scratch;
+    for (int at = 0; at < grid.visibleRows(); ++at) {
+        const int row = grid.visibleRow(at);
+        const bool checked = checkbox && grid.picture(row, column) == model::Picture::CheckOn;
+        const std::string_view shown = checkbox ? (checked ? "Y" : "N") : grid.text(row, column, scratch);
+        if (shown == sought) {
+            grid.setCell(row, column);
+            return std::nullopt;
+        }
+    }
+    return "no record shows \"" + text.text + "\" there";
 }
 
 // Records --------------------------------------------------------------------------------------------------

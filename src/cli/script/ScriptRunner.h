@@ -62,6 +62,7 @@ private:
     Failure typeFurther(const std::string& text);
 
     Failure doGoto(const Words& words);
+    Failure gotoWhere(const ScriptWord& field, const ScriptWord& text);
     std::variant<int, std::string> shownColumnOf(const ScriptWord& word) const; // of the view when one is shown
     Failure gotoInView(int row, const Words& words);
     Failure doClick(const Words& words);

@@ -14,24 +14,40 @@
 #include <iterator>
 #include <memory>
 #include <ostream>
+#include <string>
+#include <string_view>
 #include <variant>
+#include <vector>
 
 namespace tallybook::cli {
 
 namespace {
+
+constexpr std::string_view kScriptOrStatements = "It takes a script: --script FILE, or a line each with -e.";
 
 struct EditOptions {
     CommonOptions common;
     std::filesystem::path file;
     std::string out;
     std::string script;
+    std::vector<std::string> statements; // instead of a script, a line each
     bool lossy = false;
     bool discard = false;
 
-    std::string scriptName() const { return script == "-" ? "standard input" : script; }
+    std::string scriptName() const {
+        if (!statements.empty())
+            return "-e";
+        return script == "-" ? "standard input" : script;
+    }
 };
 
 std::optional<std::string> scriptText(const EditOptions& options, Terminal& terminal) {
+    if (!options.statements.empty()) {
+        std::string lines;
+        for (const std::string& statement : options.statements)
+            lines += statement + '\n';
+        return lines;
+    }
     if (options.script == "-")
         return std::string(std::istreambuf_iterator<char>(terminal.in), {});
     std::ifstream file(options.script, std::ios::binary);
@@ -96,6 +112,11 @@ bool finish(ScriptRunner& runner, const EditOptions& options, Session& session, 
 }
 
 ExitCode edit(const EditOptions& options, Terminal& terminal) {
+    if (options.script.empty() == options.statements.empty()) {
+        terminal.setSubject("edit");
+        terminal.say(kScriptOrStatements);
+        return ExitCode::Usage;
+    }
     const std::optional<Script> script = readScript(options, terminal);
     if (!script)
         return ExitCode::Usage;
@@ -136,7 +157,8 @@ void addEdit(Verb& command, Terminal& terminal, ExitCode& code) {
     auto options = std::make_shared<EditOptions>();
     Verb verb = command.verb("edit", "Change records by a script of the grid's own operations");
     addFileArgument(verb, options->file);
-    verb.option("--script", options->script, "The script, or - for standard input").required();
+    verb.option("--script", options->script, "The script, or - for standard input");
+    verb.option("-e", options->statements, "A line of a script, instead of --script; as many as there are lines");
     verb.option("--out", options->out, "Save the result there and leave FILE alone");
     verb.flag("--discard", options->discard, "Changes that the script does not save are no failure");
     verb.flag("--lossy", options->lossy,

@@ -124,6 +124,12 @@ INSTANTIATE_TEST_SUITE_P(
                    "goto 2 Title\ntype \"Žœó €“é”\"\nkey enter\n"
                    "expect-cell 2 Title \"Žœó €“é”\"",
                    ""},
+        ScriptCase{"gotoWhere", "goto where title \"Third\"\nexpect-at 3 Title", ""},
+        ScriptCase{"gotoWhereOfACheckBox", "goto where Done N\nexpect-at 2 Done", ""},
+        ScriptCase{"gotoWhereOpenEdit", "goto 2 Title\ntype \"Now\"\ngoto where Title Now\nexpect-at 2 Title", ""},
+        ScriptCase{"gotoWhereNobodyIs", "goto where Title \"third\"", "1: no record shows \"third\" there"},
+        ScriptCase{"gotoWhereNoField", "goto where Nothing x", "1: no such field: Nothing"},
+        ScriptCase{"gotoTooMuch", "goto 1 Title x", "1: usage: goto ROW [FIELD], or goto where FIELD \"TEXT\""},
         ScriptCase{"noOtherCharacter", "goto 2 Title\ntype \"Żółw\"\n",
                    "2: Character 1, U+017B, cannot be stored in a Tallybook."},
         ScriptCase{"goesOnInTheOpenEditor", "goto 2 Title\ntype \"Ne\"\ntype \"w\"\nexpect-editor \"New\"", ""},

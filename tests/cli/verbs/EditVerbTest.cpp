@@ -109,6 +109,20 @@ TEST(EditTest, saysWhatWasNotSaved) {
     EXPECT_EQ(test.bytes("MS2_Small.pdb"), smallDatabase());
 }
 
+TEST(EditTest, takesItsLinesFromTheCommandLine) {
+    const CommandTest test;
+    test.put("MS2_Small.pdb", smallDatabase());
+    const CommandResult result = test.run({"edit", "MS2_Small.pdb", "-e", "goto where Title Third", "-e",
+                                           "goto current Count", "-e", "type 8", "-e", "save"});
+    EXPECT_EQ(result.code, 0) << result.err;
+    EXPECT_NE(test.run({"cells", "MS2_Small.pdb"}).out.find("home,Third,8,"), std::string::npos);
+    EXPECT_EQ(test.run({"edit", "MS2_Small.pdb", "-e", "add", "-e", "frob"}).err,
+              said("-e:2", "unknown command: frob"));
+    const std::string both = said("edit", "It takes a script: --script FILE, or a line each with -e.");
+    EXPECT_EQ(test.run({"edit", "MS2_Small.pdb", "--script", "-", "-e", "add"}).err, both);
+    EXPECT_EQ(test.run({"edit", "MS2_Small.pdb"}).err, both);
+}
+
 TEST(EditTest, leavesChangesUnsavedWhenToldSo) {
     const CommandTest test;
     test.put("MS2_Small.pdb", smallDatabase());
