@@ -329,14 +329,6 @@ TEST_F(FieldTypeChange, aListThatIsRefusedLeavesTheOptionsOfARadioButton) {
     EXPECT_EQ(doc.CellLongs.get(59, kSlot), 7);
 }
 
-TEST_F(FieldTypeChange, aJoinThatBecomesAListLeavesNoKeys) {
-    open(FieldType::DBJoin, {"Sea", "Land"});
-    doc.CellVals.set(0, kSlot, "12");
-    EXPECT_TRUE(change(FieldType::List).accepted);
-    std::string scratch;
-    EXPECT_EQ(doc.CellVals.get(0, kSlot, scratch), "");
-}
-
 TEST_F(FieldTypeChange, anAdvancedExpressionLeavesNoColours) {
     open(FieldType::AdvExpression, {"late"});
     doc.grd.setColour(model::kFirstDataRow, model::columnOfSlot(kSlot), 255);

@@ -4,9 +4,11 @@
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QRadioButton>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -21,7 +23,10 @@ template <class T> T* child(const QWidget& window, const char* name, int place =
 }
 
 inline void clickOn(QWidget& window, const char* button, int place = 0) {
-    QTest::mouseClick(child<QAbstractButton>(window, button, place), Qt::LeftButton);
+    auto* found = child<QAbstractButton>(window, button, place);
+    // The middle of a check box or an option may lie behind its text, where a click is for nobody.
+    const bool marked = qobject_cast<QRadioButton*>(found) != nullptr || qobject_cast<QCheckBox*>(found) != nullptr;
+    QTest::mouseClick(found, Qt::LeftButton, {}, marked ? QPoint(8, found->height() / 2) : QPoint());
 }
 
 // A key for what has the focus in a window, which nobody makes active again when a box above it has closed.

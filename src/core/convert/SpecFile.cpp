@@ -27,6 +27,7 @@ constexpr std::string_view kWriteTag = "Conversion Specs : WriteSpecs (Procedure
 constexpr std::size_t kKeyLength = 4;           // "EXT:"
 constexpr std::uint64_t kLargestFile = 1 << 20; // bytes; a full spec has some 50,000
 constexpr std::size_t kMostInName = 240;        // bytes
+constexpr std::string_view kSpecNameTooLong = "The name is too long: a file name may have at most 240 bytes.";
 
 Error formatError(std::string_view tag, std::string text) {
     return {.kind = ErrorKind::Format, .tag = std::string(tag), .text = std::move(text)};
@@ -297,7 +298,7 @@ std::string faultOfSpecName(std::string_view name) {
     if (name.find_first_not_of(' ') == std::string_view::npos)
         return std::string(texts::kSpecNameEmpty);
     if (platform::ansi::toUtf8(name).size() > kMostInName)
-        return std::string(texts::kNameTooLong);
+        return std::string(kSpecNameTooLong);
     const bool forbidden = std::any_of(name.begin(), name.end(), [](char c) {
         return static_cast<unsigned char>(c) < ' ' ||
                std::string_view("\\/:*?\"<>|").find(c) != std::string_view::npos;

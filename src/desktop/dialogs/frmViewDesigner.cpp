@@ -140,7 +140,7 @@ void frmViewDesigner::perform(std::string_view tag, const std::function<void()>&
 
 void frmViewDesigner::showDesign() {
     fillCombo(*m_ui->CmbView, m_design.CmbView(), m_design.viewPosition());
-    if (m_ui->TxtView->text() != toQt(m_design.TxtView))
+    if (fromQt(m_ui->TxtView->text()) != m_design.TxtView)
         m_ui->TxtView->setText(toQt(m_design.TxtView));
     fillCombo(*m_ui->CmbCols, design::ViewDesign::CmbCols(), m_design.cols);
     fillCombo(*m_ui->CmbFilter, m_design.CmbFilter(), m_design.filter);

@@ -8,9 +8,13 @@
 #include "desktop/platform/TypedText.h"
 
 #include <QAbstractItemView>
+#include <QClipboard>
+#include <QCoreApplication>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -260,6 +264,11 @@ std::optional<EditKey> CellEditors::keyOf(const QObject* watched, const QKeyEven
     }
 }
 
+bool clipboardHasText() {
+    const QMimeData* contents = QGuiApplication::clipboard()->mimeData();
+    return contents != nullptr && !contents->text().isEmpty();
+}
+
 bool CellEditors::eventFilter(QObject* watched, QEvent* event) {
     if (watched == m_list || watched->parent() == m_list)
         return filterPopup(event);
@@ -268,7 +277,8 @@ bool CellEditors::eventFilter(QObject* watched, QEvent* event) {
         return true;
     }
     if (event->type() == QEvent::Wheel) {
-        event->ignore(); // it is for the grid below, and does not change a value by the way
+        // It is for the grid below, and does not change a value by the way.
+        QCoreApplication::sendEvent(m_grid.viewport(), event);
         return true;
     }
     // Deletes to the end of the word, and not the record.
@@ -279,6 +289,9 @@ bool CellEditors::eventFilter(QObject* watched, QEvent* event) {
     }
     if (event->type() != QEvent::KeyPress)
         return false;
+    // A line of text would give up its selection for the nothing that it gets.
+    if (static_cast<QKeyEvent*>(event)->matches(QKeySequence::Paste) && !clipboardHasText())
+        return true;
     m_lastWasKey = watched == m_combo;
     const auto key = keyOf(watched, *static_cast<QKeyEvent*>(event));
     if (key)

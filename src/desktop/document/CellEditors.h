@@ -20,6 +20,9 @@ namespace tallybook::desktop {
 class DatePicker;
 class GridView;
 
+// Whether there is any text to paste: false while no program owns the clipboard.
+bool clipboardHasText();
+
 // Shows an EditorState in the widget of its kind and reads it back. What is typed and pressed comes out as signals;
 // nothing is decided here.
 class CellEditors : public QObject {

@@ -55,9 +55,8 @@ bool PictureTip::eventFilter(QObject* watched, QEvent* event) {
     const document::MousePlace place = m_grid.placeAt(help->pos());
     const QString tip = pictureTip(*m_doc, m_services, place.row, place.col);
     if (tip.isEmpty())
-        QToolTip::hideText();
-    else
-        QToolTip::showText(help->globalPos(), tip, m_grid.viewport(), m_grid.cellRect(place.row, place.col));
+        return QObject::eventFilter(watched, event); // a cell without a picture tells its text
+    QToolTip::showText(help->globalPos(), tip, m_grid.viewport(), m_grid.cellRect(place.row, place.col));
     return true;
 }
 

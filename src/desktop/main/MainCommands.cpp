@@ -162,7 +162,7 @@ void frmMain::mnuEditCopy() {
 
 void frmMain::mnuEditPaste() {
     QLineEdit* text = m_document->editors().openText();
-    if (!document::refuseBlock(*m_doc, m_services) && text != nullptr)
+    if (!document::refuseBlock(*m_doc, m_services) && text != nullptr && clipboardHasText())
         text->paste();
 }
 

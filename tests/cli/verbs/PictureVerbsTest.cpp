@@ -43,17 +43,17 @@ TEST_F(PictureVerbs, pictureGoesInAndComesOut) {
 TEST_F(PictureVerbs, refusals) {
     m_test.put("text.bmp", std::string("no picture"));
     const auto record = run({"image", "MS2_Inventory.pdb", "9999", "Picture", "--out", "x.bmp"});
-    EXPECT_EQ(record.code, 1);
+    EXPECT_EQ(record.code, 3);
     EXPECT_THAT(record.err, HasSubstr("There is no record 9999"));
     const auto field = run({"image", "MS2_Inventory.pdb", "1", "Item", "--out", "x.bmp"});
-    EXPECT_EQ(field.code, 1);
+    EXPECT_EQ(field.code, 3);
     EXPECT_THAT(field.err, HasSubstr("holds no pictures"));
     const auto bad = run({"image", "MS2_Inventory.pdb", "1", "Picture", "--set", "text.bmp", "--out", "MS2_N.pdb"});
-    EXPECT_EQ(bad.code, 1);
+    EXPECT_EQ(bad.code, 3);
     EXPECT_EQ(bad.err, "Image conversion failed with following error: Bad bitmap file\n");
     EXPECT_EQ(run({"image", "MS2_Inventory.pdb", "1", "Picture"}).code, 2);
     const auto none = run({"image", "MS2_Inventory.pdb", "3", "Picture", "--out", "x.bmp"});
-    EXPECT_EQ(none.code, 1);
+    EXPECT_EQ(none.code, 3);
     EXPECT_THAT(none.err, HasSubstr("no picture"));
 }
 
@@ -81,7 +81,7 @@ TEST_F(PictureVerbs, damagedPictureIsFoundWithItsPlace) {
     EXPECT_THAT(checked.out + checked.err, HasSubstr("the picture cannot be read: Invalid data"));
     std::filesystem::create_directory(m_test.path("out"));
     const auto images = run({"images", "MS2_Bad.pdb", "out"});
-    EXPECT_EQ(images.code, 1);
+    EXPECT_EQ(images.code, 3);
     EXPECT_THAT(images.err, HasSubstr("Image conversion failed with following error: Invalid data"));
 }
 
